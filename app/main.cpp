@@ -1,0 +1,51 @@
+// Lumbrix, the desktop program: everything from its start to its end, in order.
+#include "batch/cleanup.h"
+#include "imaging/exports/internal.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <objbase.h>
+
+namespace {
+
+// The classes of Windows 95, dates, and Internet addresses.
+constexpr DWORD ControlClasses = ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_INTERNET_CLASSES;
+static_assert(ControlClasses == 2559);
+
+// The library of common controls has grown; an old one knows only the older call.
+void InitialiseCommonControls() {
+    const HMODULE library = LoadLibraryA("COMCTL32.DLL");
+    if (library == nullptr) {
+        return;
+    }
+    using InitialiseClasses = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
+    const auto initialiseClasses =
+        reinterpret_cast<InitialiseClasses>(reinterpret_cast<void*>(GetProcAddress(library, "InitCommonControlsEx")));
+    if (initialiseClasses != nullptr) {
+        const INITCOMMONCONTROLSEX classes{sizeof classes, ControlClasses};
+        initialiseClasses(&classes);
+    } else {
+        InitCommonControls();
+    }
+    FreeLibrary(library);
+}
+
+void RunProgram() {
+    InitialiseCommonControls();
+    InitCommonControls();
+    lumbrix::SweepWorkFolder();
+    lumbrix::SweepCleanUpList();
+    DeployImagingLibrary();
+    LoadImagingLibrary();
+    UnloadImagingLibrary();
+}
+
+} // namespace
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    CoInitialize(nullptr);
+    RunProgram();
+    CoUninitialize();
+    return 0;
+}

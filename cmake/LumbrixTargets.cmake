@@ -1,0 +1,57 @@
+# What all targets have in common: language, warnings, sanitizers, where finished artifacts go, how tests are made.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+option(LUMBRIX_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+set(LUMBRIX_OUTPUT ${CMAKE_BINARY_DIR}/artifacts CACHE PATH "Where the finished programs and libraries go")
+
+find_package(Threads REQUIRED)
+
+add_library(lumbrix_options INTERFACE)
+target_include_directories(lumbrix_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(lumbrix_options INTERFACE
+    -Wall -Wextra -Wshadow $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor> -Werror
+    # Designated initialisers name what matters; every other member has its default beside its declaration.
+    -Wno-missing-field-initializers)
+if(WIN32)
+    # One self-contained file per artifact, and the same floating point as everywhere else.
+    target_compile_definitions(lumbrix_options INTERFACE WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN)
+    target_compile_options(lumbrix_options INTERFACE -msse2 -mfpmath=sse -mstackrealign)
+    target_link_options(lumbrix_options INTERFACE -static -static-libgcc -static-libstdc++ -Wl,--enable-stdcall-fixup)
+endif()
+
+# Everything, third-party test code included, is built with the sanitizers or nothing is.
+if(LUMBRIX_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Puts a finished artifact where people look for it.
+function(lumbrix_ship target)
+    set_target_properties(${target} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${LUMBRIX_OUTPUT}
+        LIBRARY_OUTPUT_DIRECTORY ${LUMBRIX_OUTPUT}
+        ARCHIVE_OUTPUT_DIRECTORY ${LUMBRIX_OUTPUT})
+endfunction()
+
+# A test program on googletest. LABELS names the tiers it belongs to.
+#   lumbrix_test(NAME platform_test SOURCES … LIBRARIES …)
+# Natively every case is a test of its own; under Wine a program is one test, for starting Wine costs more than a case.
+function(lumbrix_test)
+    cmake_parse_arguments(TEST "" "NAME" "SOURCES;LIBRARIES;ENVIRONMENT;LABELS" ${ARGN})
+    add_executable(${TEST_NAME} ${TEST_SOURCES})
+    target_link_libraries(${TEST_NAME} PRIVATE lumbrix_options ${TEST_LIBRARIES} GTest::gtest_main)
+    if(WIN32)
+        add_test(NAME ${TEST_NAME} COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-run $<TARGET_FILE:${TEST_NAME}>)
+        set_tests_properties(${TEST_NAME} PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
+    else()
+        include(GoogleTest)
+        gtest_discover_tests(${TEST_NAME} TEST_PREFIX ${TEST_NAME}. DISCOVERY_MODE PRE_TEST
+            PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
+    endif()
+endfunction()

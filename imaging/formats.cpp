@@ -1,0 +1,100 @@
+// The three tables of formats: names to MIME words, the output types offered, the encoders that can be reached.
+#include "imaging/formats.h"
+
+#include "imaging/gdiplus/bindings.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+namespace lumbrix {
+
+namespace {
+
+constexpr std::pair<std::string_view, std::string_view> MimeWords[] = {
+    {"BMP", "image/bmp"},  {"EMF", "image/x-emf"}, {"GIF", "image/gif"},   {"ICO", "image/x-icon"},
+    {"JPG", "image/jpeg"}, {"JPEG", "image/jpeg"}, {"TMP", "image/jpeg"},  {"PNG", "image/png"},
+    {"TIF", "image/tiff"}, {"TIFF", "image/tiff"}, {"WMF", "image/x-wmf"},
+};
+
+std::string UpperCase(std::string_view text) {
+    std::string upper(text);
+    for (char& character : upper) {
+        if (character >= 'a' && character <= 'z') {
+            character = static_cast<char>(character - 'a' + 'A');
+        }
+    }
+    return upper;
+}
+
+} // namespace
+
+std::string MimeTypeForName(std::string_view name) {
+    const std::size_t dot = name.rfind('.');
+    const std::string word = UpperCase(dot == std::string_view::npos ? name : name.substr(dot + 1));
+    for (const auto& [known, mimeWord] : MimeWords) {
+        if (known == word) {
+            return std::string(mimeWord);
+        }
+    }
+    return {};
+}
+
+std::string FindEncoderClsid(std::string_view mimeWord) {
+    const std::string wanted = UpperCase(mimeWord);
+    std::uint32_t count = 0;
+    std::uint32_t bytes = 0;
+    GdipGetImageEncodersSize(&count, &bytes);
+    std::vector<std::uint8_t> buffer(bytes);
+    if (GdipGetImageEncoders(count, bytes, buffer.data()) != 0) {
+        return {};
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        ImageCodecInfo record;
+        std::memcpy(&record, &buffer[i * sizeof record], sizeof record);
+        if (UpperCase(WideToNarrow(record.mimeType)).find(wanted) != std::string::npos) {
+            return ClsidToText(record.clsid);
+        }
+    }
+    return {};
+}
+
+std::string ClsidToText(const Clsid& clsid) {
+    char text[39];
+    const auto& tail = clsid.data4;
+    std::snprintf(text, sizeof text, "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", clsid.data1, clsid.data2,
+                  clsid.data3, tail[0], tail[1], tail[2], tail[3], tail[4], tail[5], tail[6], tail[7]);
+    return text;
+}
+
+Clsid ClsidFromText(const std::string& text) {
+    unsigned data[11];
+    const int read = std::sscanf(text.c_str(), "{%8x-%4x-%4x-%2x%2x-%2x%2x%2x%2x%2x%2x}", &data[0], &data[1], &data[2],
+                                 &data[3], &data[4], &data[5], &data[6], &data[7], &data[8], &data[9], &data[10]);
+    Clsid clsid{};
+    if (read == 11) {
+        clsid.data1 = data[0];
+        clsid.data2 = static_cast<std::uint16_t>(data[1]);
+        clsid.data3 = static_cast<std::uint16_t>(data[2]);
+        std::transform(data + 3, data + 11, clsid.data4.begin(),
+                       [](unsigned value) { return static_cast<std::uint8_t>(value); });
+    }
+    return clsid;
+}
+
+FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder) {
+    return GdipSaveImageToFile(image, ToWide(name).c_str(), &encoder, nullptr);
+}
+
+std::string WideToNarrow(const char16_t* text) {
+    std::string narrow;
+    for (; text != nullptr && (*text & 0xFF) != 0; ++text) {
+        narrow.push_back(static_cast<char>(*text & 0xFF));
+    }
+    return narrow;
+}
+
+} // namespace lumbrix

@@ -1,0 +1,34 @@
+// The three tables of formats: names to MIME words, the output types offered, the encoders that can be reached.
+#pragma once
+
+#include "imaging/gdiplus/flattypes.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace lumbrix {
+
+// The output types in the order in which they are offered; a word is also the extension of what is written. "sgl" has
+// no format behind it: no encoder answers to it.
+inline constexpr std::array<std::string_view, 6> OutputFormat{"bmp", "jpg", "gif", "tiff", "png", "sgl"};
+
+// The MIME word for what stands behind the last dot of a name, or for the whole of a name without one; empty for an
+// unknown word. Folders are not set apart. A name ending in ".tmp" counts as JPEG.
+std::string MimeTypeForName(std::string_view name);
+
+// The id of the first encoder whose MIME type contains the word, in any letter case, as text with braces; empty where
+// there is none. Needs a session.
+std::string FindEncoderClsid(std::string_view mimeWord);
+
+// The 38 characters of an id, and back; text that is no id becomes 16 zero bytes.
+std::string ClsidToText(const Clsid& clsid);
+Clsid ClsidFromText(const std::string& text);
+
+// Encodes and writes, replacing a file that can be replaced.
+FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder);
+
+// The low byte of each unit until one that is zero; no code page is consulted. Null gives an empty text.
+std::string WideToNarrow(const char16_t* text);
+
+} // namespace lumbrix

@@ -1,0 +1,170 @@
+// Reads JPEG files.
+#include "imaginglibrary/codecs/jpegreader.h"
+
+#include "imaginglibrary/codecs/jpegstream.h"
+#include "imaginglibrary/core/limits.h"
+
+#include <optional>
+#include <vector>
+
+namespace imaginglibrary {
+
+namespace {
+
+constexpr double CentimetresPerInch = 2.54;
+constexpr unsigned FullSize = 8;
+// The reductions that libjpeg has vector code for. The ones between cost more than the next larger of these.
+constexpr unsigned ReducedSizes[] = {1, 2, 4};
+
+constexpr std::uint32_t Reduced(std::uint32_t side, unsigned eighths) {
+    return static_cast<std::uint32_t>((std::uint64_t{side} * eighths + FullSize - 1) / FullSize);
+}
+
+// What libjpeg shall deliver; nothing for an arrangement of components that is no picture.
+std::optional<J_COLOR_SPACE> DeliveredSpace(const jpeg_decompress_struct& header) {
+    switch (header.jpeg_color_space) {
+    case JCS_GRAYSCALE:
+        return JCS_GRAYSCALE;
+    case JCS_RGB:
+    case JCS_YCbCr:
+        return JCS_EXT_BGR;
+    case JCS_CMYK:
+    case JCS_YCCK:
+        return JCS_CMYK;
+    default:
+        return std::nullopt;
+    }
+}
+
+Resolution ResolutionOf(const jpeg_decompress_struct& header) {
+    constexpr int PerInch = 1;
+    constexpr int PerCentimetre = 2;
+    if (!header.saw_JFIF_marker || (header.density_unit != PerInch && header.density_unit != PerCentimetre)) {
+        return {};
+    }
+    const double factor = header.density_unit == PerInch ? 1 : CentimetresPerInch;
+    return {header.X_density * factor, header.Y_density * factor};
+}
+
+// The description of an open file's picture, or why there is none.
+Result<PictureInfo> InfoOf(const jpeg_decompress_struct& header, unsigned eighths) {
+    if (!IsAcceptableSize(header.image_width, header.image_height)) {
+        return Status::InvalidParameter;
+    }
+    const auto space = DeliveredSpace(header);
+    if (!space || header.data_precision != 8) {
+        return UndecodableContent;
+    }
+    PictureInfo info{.width = Reduced(header.image_width, eighths),
+                     .height = Reduced(header.image_height, eighths),
+                     .format = PixelFormat::Rgb24,
+                     .resolution = ResolutionOf(header)};
+    if (*space == JCS_GRAYSCALE) {
+        info.format = PixelFormat::Indexed8;
+        info.palette = GreyPalette(256);
+    }
+    return info;
+}
+
+class JpegRows : public RowReader {
+  public:
+    explicit JpegRows(std::unique_ptr<JpegStream> stream) : stream_(std::move(stream)) {
+        const jpeg_decompress_struct& header = stream_->Header();
+        if (header.out_color_space == JCS_CMYK) {
+            inks_.resize(std::size_t{4} * header.output_width);
+        }
+    }
+
+    Status ReadRow(std::uint8_t* row) override {
+        if (inks_.empty()) {
+            return stream_->ReadRow(row);
+        }
+        const Status status = stream_->ReadRow(inks_.data());
+        if (status == Status::Ok) {
+            MixInks(row);
+        }
+        return status;
+    }
+
+  private:
+    // Files with an Adobe marker store how much paper is left bare, all others how much ink there is.
+    void MixInks(std::uint8_t* row) const {
+        const unsigned flip = stream_->Header().saw_Adobe_marker ? 0 : 255;
+        const std::uint8_t* ink = inks_.data();
+        for (JDIMENSION x = 0; x < stream_->Header().output_width; ++x, ink += 4, row += 3) {
+            const unsigned black = ink[3] ^ flip;
+            for (int i = 0; i < 3; ++i) {
+                row[i] = static_cast<std::uint8_t>(((ink[2 - i] ^ flip) * black + 127) / 255);
+            }
+        }
+    }
+
+    std::unique_ptr<JpegStream> stream_;
+    std::vector<std::uint8_t> inks_; // cyan, magenta, yellow, black of each pixel; empty for other pictures
+};
+
+class JpegPicture : public Decoder {
+  public:
+    JpegPicture(std::shared_ptr<const InputFile> file, PictureInfo info, unsigned eighths)
+        : file_(std::move(file)), info_(std::move(info)), eighths_(eighths) {}
+
+    const PictureInfo& Info() const override { return info_; }
+
+    Result<std::unique_ptr<RowReader>> OpenRows() const override {
+        auto stream = JpegStream::Open(file_);
+        if (!stream.Ok()) {
+            return stream.GetStatus();
+        }
+        const jpeg_decompress_struct& header = (*stream)->Header();
+        // The file may have been changed under us, and rows must fit the caller's buffer whatever it says now.
+        const auto now = InfoOf(header, eighths_);
+        if (!now.Ok() || now->width != info_.width || now->height != info_.height || now->format != info_.format) {
+            return UndecodableContent;
+        }
+        if (const Status status = (*stream)->Start(*DeliveredSpace(header), eighths_); status != Status::Ok) {
+            return status;
+        }
+        if (header.output_width != info_.width || header.output_height != info_.height) {
+            return UndecodableContent;
+        }
+        return std::unique_ptr<RowReader>(std::make_unique<JpegRows>(std::move(*stream)));
+    }
+
+    std::unique_ptr<PixelSource> ReducedTo(std::uint32_t width, std::uint32_t height) const override {
+        if (eighths_ != FullSize) {
+            return nullptr;
+        }
+        for (const unsigned eighths : ReducedSizes) {
+            const std::uint32_t reducedWidth = Reduced(info_.width, eighths);
+            const std::uint32_t reducedHeight = Reduced(info_.height, eighths);
+            if (reducedWidth >= width && reducedHeight >= height) {
+                PictureInfo info = info_;
+                info.width = reducedWidth;
+                info.height = reducedHeight;
+                return std::make_unique<JpegPicture>(file_, std::move(info), eighths);
+            }
+        }
+        return nullptr;
+    }
+
+  private:
+    std::shared_ptr<const InputFile> file_;
+    PictureInfo info_;
+    unsigned eighths_; // how many of eight parts of the full size its rows have
+};
+
+} // namespace
+
+Result<std::unique_ptr<Decoder>> OpenJpeg(std::shared_ptr<const InputFile> file) {
+    auto stream = JpegStream::Open(file);
+    if (!stream.Ok()) {
+        return stream.GetStatus();
+    }
+    auto info = InfoOf((*stream)->Header(), FullSize);
+    if (!info.Ok()) {
+        return info.GetStatus();
+    }
+    return std::unique_ptr<Decoder>(std::make_unique<JpegPicture>(std::move(file), std::move(*info), FullSize));
+}
+
+} // namespace imaginglibrary

@@ -1,0 +1,158 @@
+// One pass of libjpeg's decompressor over a JPEG file.
+#include "imaginglibrary/codecs/jpegstream.h"
+
+#include "imaginglibrary/core/limits.h"
+
+#include <algorithm>
+
+namespace imaginglibrary {
+
+namespace {
+
+constexpr std::size_t BufferBytes = 32768;
+constexpr JOCTET EndMarker[] = {0xFF, JPEG_EOI};
+
+constexpr std::uint64_t RoundedUp(std::uint64_t value, int step) {
+    const auto unit = static_cast<std::uint64_t>(step);
+    return (value + unit - 1) / unit * unit;
+}
+
+} // namespace
+
+JpegStream::JpegStream(std::shared_ptr<const InputFile> file) : file_(std::move(file)), buffer_(BufferBytes) {
+    source_.init_source = [](j_decompress_ptr) {};
+    source_.fill_input_buffer = FillInputBuffer;
+    source_.skip_input_data = SkipInputData;
+    source_.resync_to_restart = jpeg_resync_to_restart;
+    source_.term_source = [](j_decompress_ptr) {};
+    progress_.progress_monitor = CountScans;
+    info_.err = &errors_;
+    info_.client_data = this;
+}
+
+JpegStream::~JpegStream() { jpeg_destroy_decompress(&info_); }
+
+Result<std::unique_ptr<JpegStream>> JpegStream::Open(std::shared_ptr<const InputFile> file) {
+    std::unique_ptr<JpegStream> stream(new JpegStream(std::move(file)));
+    jpeg_decompress_struct* info = &stream->info_;
+    const Status status = stream->errors_.Run([=] {
+        jpeg_create_decompress(info);
+        info->src = &Of(info).source_;
+        info->progress = &Of(info).progress_;
+        jpeg_read_header(info, TRUE);
+    });
+    if (status != Status::Ok) {
+        return status;
+    }
+    return stream;
+}
+
+Status JpegStream::Start(J_COLOR_SPACE colorSpace, unsigned eighths) {
+    const bool hasSeveralScans = jpeg_has_multiple_scans(&info_) != FALSE;
+    if (hasSeveralScans && CoefficientBytes() > MaximumPictureBytes) {
+        return Status::OutOfMemory;
+    }
+    const Status status = errors_.Run([=, this] {
+        info_.out_color_space = colorSpace;
+        info_.scale_num = eighths;
+        info_.scale_denom = 8;
+        jpeg_start_decompress(&info_);
+    });
+    if (status != Status::Ok) {
+        return status;
+    }
+    return hasSeveralScans && !HasAllScans() ? UndecodableContent : Status::Ok;
+}
+
+Status JpegStream::ReadRow(std::uint8_t* row) {
+    JDIMENSION count = 0;
+    JDIMENSION* delivered = &count;
+    const Status status = errors_.Run([=, this] {
+        JSAMPROW rows[] = {row};
+        *delivered = jpeg_read_scanlines(&info_, rows, 1);
+    });
+    if (status != Status::Ok) {
+        return status;
+    }
+    return count == 1 ? Status::Ok : UndecodableContent;
+}
+
+// Apart, so that no Result is alive when the callback jumps.
+Result<std::size_t> JpegStream::Refill() {
+    const auto read = file_->ReadAt(position_, buffer_.data(), buffer_.size());
+    if (read.Ok()) {
+        position_ += *read;
+    }
+    return read;
+}
+
+boolean JpegStream::FillInputBuffer(j_decompress_ptr info) {
+    JpegStream& stream = Of(info);
+    Status failure = Status::Ok;
+    {
+        const auto read = stream.Refill();
+        failure = read.GetStatus();
+        info->src->next_input_byte = stream.buffer_.data();
+        info->src->bytes_in_buffer = read.Ok() ? *read : 0;
+    }
+    if (failure != Status::Ok) {
+        stream.errors_.Leave(failure);
+    }
+    if (info->src->bytes_in_buffer == 0) {
+        // The Huffman decoder looks ahead, so the end alone is no error; it warns if it lacks bits in earnest. The
+        // arithmetic decoder makes up zeros instead.
+        if (info->arith_code) {
+            stream.errors_.Leave(UndecodableContent);
+        }
+        stream.endedEarly_ = true;
+        info->src->next_input_byte = EndMarker;
+        info->src->bytes_in_buffer = sizeof EndMarker;
+    }
+    return TRUE;
+}
+
+void JpegStream::SkipInputData(j_decompress_ptr info, long count) {
+    if (count <= 0) {
+        return;
+    }
+    const std::size_t inBuffer = std::min(info->src->bytes_in_buffer, static_cast<std::size_t>(count));
+    info->src->next_input_byte += inBuffer;
+    info->src->bytes_in_buffer -= inBuffer;
+    Of(info).position_ += static_cast<std::size_t>(count) - inBuffer;
+}
+
+// A scan can be a few bytes long and still cost a pass over the whole picture.
+void JpegStream::CountScans(j_common_ptr info) {
+    const auto* decompressor = reinterpret_cast<j_decompress_ptr>(info);
+    if (decompressor->input_scan_number > MaximumJpegScans) {
+        ErrorsOf(info).Leave(UndecodableContent);
+    }
+}
+
+std::uint64_t JpegStream::CoefficientBytes() const {
+    std::uint64_t bytes = 0;
+    for (int i = 0; i < info_.num_components; ++i) {
+        const jpeg_component_info& component = info_.comp_info[i];
+        bytes += RoundedUp(component.width_in_blocks, component.h_samp_factor) *
+                 RoundedUp(component.height_in_blocks, component.v_samp_factor) * sizeof(JBLOCK);
+    }
+    return bytes;
+}
+
+// Whether every component was sent and, if the file broke off, every coefficient to its last bit.
+bool JpegStream::HasAllScans() const {
+    for (int i = 0; i < info_.num_components; ++i) {
+        const bool wasSent = info_.comp_info[i].quant_table != nullptr;
+        if (!wasSent) {
+            return false;
+        }
+        const auto isExact = [](int missingBits) { return missingBits == 0; };
+        if (endedEarly_ && info_.coef_bits != nullptr &&
+            !std::all_of(info_.coef_bits[i], info_.coef_bits[i] + DCTSIZE2, isExact)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace imaginglibrary

@@ -1,0 +1,15 @@
+// How libpng's errors become a status.
+#pragma once
+
+#include "imaginglibrary/codecs/libraryexit.h"
+
+#include <png.h>
+
+namespace imaginglibrary {
+
+// For libpng's create functions, with a LibraryExit as the error pointer: errors leave the Run that is under way as
+// UndecodableContent, warnings are passed over, nothing is ever printed.
+[[noreturn]] void LeaveOnPngError(png_structp png, png_const_charp message);
+void IgnorePngWarning(png_structp png, png_const_charp message);
+
+} // namespace imaginglibrary

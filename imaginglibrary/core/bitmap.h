@@ -1,0 +1,37 @@
+// A whole picture in memory.
+#pragma once
+
+#include "imaginglibrary/core/picture.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace imaginglibrary {
+
+class Bitmap : public PixelSource, public std::enable_shared_from_this<Bitmap> {
+  public:
+    // All bytes zero. OutOfMemory where the picture would exceed MaximumPictureBytes, InvalidParameter for a size
+    // beyond MaximumSide.
+    static Result<std::shared_ptr<Bitmap>> Create(PictureInfo info);
+
+    // Reads every row of `picture` into memory.
+    static Result<std::shared_ptr<Bitmap>> Copy(const PixelSource& picture);
+
+    const PictureInfo& Info() const override { return info_; }
+    Result<std::unique_ptr<RowReader>> OpenRows() const override;
+
+    std::size_t RowBytes() const { return rowBytes_; }
+    std::uint8_t* Row(std::uint32_t y) { return bytes_.data() + rowBytes_ * y; }
+    const std::uint8_t* Row(std::uint32_t y) const { return bytes_.data() + rowBytes_ * y; }
+
+  private:
+    explicit Bitmap(PictureInfo info);
+
+    PictureInfo info_;
+    std::size_t rowBytes_;
+    std::vector<std::uint8_t> bytes_;
+};
+
+} // namespace imaginglibrary

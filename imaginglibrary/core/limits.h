@@ -1,0 +1,33 @@
+// The limits that keep hostile files from taking unbounded memory or time, all in one place.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace imaginglibrary {
+
+// Longest side of a picture, in pixels; a file that claims more is refused with InvalidParameter.
+inline constexpr std::uint32_t MaximumSide = 65535;
+
+// Most memory that one picture may take where its format forces a whole picture into memory (interlaced, progressive,
+// run-length coded), in bytes. A 32-bit process has 2 GiB in all.
+inline constexpr std::size_t MaximumPictureBytes = sizeof(void*) == 4 ? std::size_t{512} << 20 : std::size_t{1} << 30;
+
+// Most scans a progressive JPEG may have; real encoders make about ten.
+inline constexpr int MaximumJpegScans = 500;
+
+// Longest single metadata chunk or tag that is read, in bytes.
+inline constexpr std::size_t MaximumMetadataBytes = std::size_t{16} << 20;
+
+// Largest metafile that is handed to the system's player, in bytes.
+inline constexpr std::size_t MaximumMetafileBytes = std::size_t{64} << 20;
+
+// Largest TIFF strip or tile, decoded, in bytes.
+inline constexpr std::size_t MaximumTileBytes = std::size_t{256} << 20;
+
+// Whether a picture of this size is within the limits and not empty.
+constexpr bool IsAcceptableSize(std::uint64_t width, std::uint64_t height) {
+    return width >= 1 && height >= 1 && width <= MaximumSide && height <= MaximumSide;
+}
+
+} // namespace imaginglibrary

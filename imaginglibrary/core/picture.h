@@ -1,0 +1,55 @@
+// What codecs and operations pass to each other: a description of a picture, and rows read from the top.
+#pragma once
+
+#include "imaginglibrary/core/pixelformat.h"
+#include "imaginglibrary/core/status.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace imaginglibrary {
+
+// Dots per inch. Zero means that the file says nothing usable; the platform then assumes the screen's 96.
+struct Resolution {
+    double horizontal = 0;
+    double vertical = 0;
+};
+
+struct PictureInfo {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    PixelFormat format = PixelFormat::Undefined;
+    Palette palette;
+    Resolution resolution;
+};
+
+// One pass over a picture's rows. Belongs to one thread at a time.
+class RowReader {
+  public:
+    virtual ~RowReader() = default;
+
+    // Fills `row` with the next row from the top: BytesPerRow(format, width) bytes. After a status other than Ok, or
+    // after the last row, the reader must not be asked again.
+    virtual Status ReadRow(std::uint8_t* row) = 0;
+};
+
+// Anything with rows. The legal order of calls is Info* (OpenRows ReadRow*)*. Immutable: several threads may call it,
+// and several readers may be under way at once. A reader keeps alive whatever it needs.
+class PixelSource {
+  public:
+    virtual ~PixelSource() = default;
+    virtual const PictureInfo& Info() const = 0;
+    virtual Result<std::unique_ptr<RowReader>> OpenRows() const = 0;
+};
+
+// A picture in an open file, of which only the header was read when it was made.
+class Decoder : public PixelSource {
+  public:
+    // The same picture at the smallest scale the format can decode cheaply that is still at least `width` by `height`;
+    // null where there is no such shortcut.
+    virtual std::unique_ptr<PixelSource> ReducedTo(std::uint32_t /*width*/, std::uint32_t /*height*/) const {
+        return nullptr;
+    }
+};
+
+} // namespace imaginglibrary

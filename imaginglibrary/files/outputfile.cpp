@@ -1,0 +1,56 @@
+// What writing files has in common on all systems: gathering small pieces, and the failure that stays.
+#include "imaginglibrary/files/outputfile.h"
+
+#include <algorithm>
+
+namespace imaginglibrary {
+
+namespace {
+constexpr std::size_t BufferBytes = 65536;
+}
+
+Status OutputFile::WriteAt(std::uint64_t offset, const void* bytes, std::size_t count) {
+    if (failure_ != Status::Ok || count == 0) {
+        return failure_;
+    }
+    if (offset != bufferStart_ + buffer_.size() || buffer_.size() + count > BufferBytes) {
+        if (Flush() != Status::Ok) {
+            return failure_;
+        }
+        bufferStart_ = offset;
+    }
+    if (count >= BufferBytes) {
+        failure_ = DoWriteAt(offset, bytes, count);
+        bufferStart_ = offset + count;
+    } else {
+        const auto* from = static_cast<const std::uint8_t*>(bytes);
+        buffer_.insert(buffer_.end(), from, from + count);
+    }
+    size_ = std::max<std::uint64_t>(size_, offset + count);
+    return failure_;
+}
+
+Result<std::size_t> OutputFile::ReadAt(std::uint64_t offset, void* buffer, std::size_t count) {
+    if (Flush() != Status::Ok) {
+        return failure_;
+    }
+    return DoReadAt(offset, buffer, count);
+}
+
+Status OutputFile::Commit() {
+    if (Flush() == Status::Ok) {
+        failure_ = DoCommit();
+    }
+    return failure_;
+}
+
+Status OutputFile::Flush() {
+    if (failure_ == Status::Ok && !buffer_.empty()) {
+        failure_ = DoWriteAt(bufferStart_, buffer_.data(), buffer_.size());
+        bufferStart_ += buffer_.size();
+        buffer_.clear();
+    }
+    return failure_;
+}
+
+} // namespace imaginglibrary

@@ -1,0 +1,149 @@
+// Writing on Linux: an unnamed file in the target's folder, linked and renamed into place at the end.
+#include "imaginglibrary/files/outputfile.h"
+#include "imaginglibrary/files/path_linux.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <fcntl.h>
+#include <optional>
+#include <random>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace imaginglibrary {
+
+namespace {
+
+// A file in use by an image holds a shared lock on it.
+bool IsInUse(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) {
+        return false;
+    }
+    const bool inUse = flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    close(descriptor);
+    return inUse;
+}
+
+std::string FolderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
+std::string ScratchNameBeside(const std::string& target) {
+    std::random_device random;
+    return target + "." + std::to_string(random()) + ".tmp";
+}
+
+class LinuxOutputFile : public OutputFile {
+  public:
+    explicit LinuxOutputFile(std::string target) : target_(std::move(target)) {}
+
+    ~LinuxOutputFile() override {
+        if (descriptor_ >= 0) {
+            close(descriptor_);
+        }
+        if (!scratchName_.empty()) {
+            unlink(scratchName_.c_str());
+        }
+    }
+
+    // `replaced` describes the file that stands at the target, if any; the new one gets its permissions.
+    Status Open(const std::optional<struct stat>& replaced) {
+        descriptor_ = open(FolderOf(target_).c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+        if (descriptor_ < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
+            scratchName_ = ScratchNameBeside(target_);
+            descriptor_ = open(scratchName_.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
+        }
+        if (descriptor_ < 0) {
+            scratchName_.clear();
+            return Status::GenericError;
+        }
+        if (replaced) {
+            replaces_ = true;
+            (void)!fchmod(descriptor_, replaced->st_mode & 07777);
+        }
+        return Status::Ok;
+    }
+
+  protected:
+    Status DoWriteAt(std::uint64_t offset, const void* bytes, std::size_t count) override {
+        const auto* from = static_cast<const char*>(bytes);
+        while (count > 0) {
+            const ssize_t step = pwrite(descriptor_, from, count, static_cast<off_t>(offset));
+            if (step > 0) {
+                from += step;
+                offset += static_cast<std::uint64_t>(step);
+                count -= static_cast<std::size_t>(step);
+            } else if (step == 0 || errno != EINTR) {
+                return Status::Win32Error;
+            }
+        }
+        return Status::Ok;
+    }
+
+    Result<std::size_t> DoReadAt(std::uint64_t offset, void* buffer, std::size_t count) override {
+        const ssize_t read = pread(descriptor_, buffer, count, static_cast<off_t>(offset));
+        if (read < 0) {
+            return Status::Win32Error;
+        }
+        return static_cast<std::size_t>(read);
+    }
+
+    Status DoCommit() override {
+        // Where an older picture is at stake, the new one must be on the disk before it takes that one's name.
+        if (replaces_ && fdatasync(descriptor_) != 0) {
+            return Status::Win32Error;
+        }
+        if (scratchName_.empty()) {
+            scratchName_ = ScratchNameBeside(target_);
+            const std::string self = "/proc/self/fd/" + std::to_string(descriptor_);
+            if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, scratchName_.c_str(), AT_SYMLINK_FOLLOW) != 0) {
+                scratchName_.clear();
+                return Status::Win32Error;
+            }
+        }
+        const int closed = close(std::exchange(descriptor_, -1));
+        if (closed != 0 || rename(scratchName_.c_str(), target_.c_str()) != 0) {
+            return Status::Win32Error;
+        }
+        scratchName_.clear();
+        return Status::Ok;
+    }
+
+  private:
+    std::string target_;
+    std::string scratchName_; // empty while the file has no name
+    int descriptor_ = -1;
+    bool replaces_ = false;
+};
+
+} // namespace
+
+Result<std::unique_ptr<OutputFile>> OutputFile::Create(const std::u16string& target) {
+    std::string path = PathBytes(target);
+    if (path.empty() || path.back() == '/') {
+        return Status::GenericError;
+    }
+    std::optional<struct stat> replaced;
+    if (struct stat facts{}; stat(path.c_str(), &facts) == 0) {
+        // Behind a symbolic link it is the picture that is replaced, not the link.
+        char resolved[PATH_MAX];
+        if (!S_ISREG(facts.st_mode) || access(path.c_str(), W_OK) != 0 || IsInUse(path) ||
+            realpath(path.c_str(), resolved) == nullptr) {
+            return Status::GenericError;
+        }
+        path = resolved;
+        replaced = facts;
+    }
+    auto file = std::make_unique<LinuxOutputFile>(std::move(path));
+    if (const Status status = file->Open(replaced); status != Status::Ok) {
+        return status;
+    }
+    return std::unique_ptr<OutputFile>(std::move(file));
+}
+
+} // namespace imaginglibrary

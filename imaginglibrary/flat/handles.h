@@ -1,0 +1,81 @@
+// Handles that callers hold: numbers that are checked on every use and never reused too soon.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <shared_mutex>
+#include <utility>
+#include <vector>
+
+namespace imaginglibrary {
+
+// All living objects of one kind. A handle is a slot number and a count of how often the slot was used, so a handle
+// that was disposed of, or never given out, finds nothing. Lookups of several threads run side by side; the lock is
+// never held while anything is done with an object.
+template <class Object> class HandleTable {
+  public:
+    using Handle = std::uintptr_t;
+
+    Handle Add(std::shared_ptr<Object> object) {
+        const std::unique_lock lock(mutex_);
+        std::size_t slot = slots_.size();
+        if (!free_.empty()) {
+            slot = free_.front();
+            free_.pop_front();
+        } else if (slot + 1 < (std::size_t{1} << SlotBits)) {
+            slots_.emplace_back();
+        } else {
+            throw std::bad_alloc();
+        }
+        slots_[slot].object = std::move(object);
+        return (static_cast<Handle>(slots_[slot].uses) << SlotBits) | (slot + 1);
+    }
+
+    // The object, or null for a handle that is zero, foreign or disposed of.
+    std::shared_ptr<Object> Find(Handle handle) const {
+        const std::shared_lock lock(mutex_);
+        const Slot* slot = SlotOf(handle);
+        return slot != nullptr ? slot->object : nullptr;
+    }
+
+    // False where there was no such object.
+    bool Remove(Handle handle) {
+        std::shared_ptr<Object> removed; // destroyed behind the lock
+        const std::unique_lock lock(mutex_);
+        auto* slot = const_cast<Slot*>(SlotOf(handle));
+        if (slot == nullptr) {
+            return false;
+        }
+        removed = std::exchange(slot->object, nullptr);
+        slot->uses = (slot->uses + 1) & MostUses;
+        free_.push_back(static_cast<std::size_t>(slot - slots_.data()));
+        return true;
+    }
+
+  private:
+    static constexpr unsigned SlotBits = 20;
+    static constexpr std::uint32_t MostUses = (1u << (32 - SlotBits)) - 1;
+
+    struct Slot {
+        std::shared_ptr<Object> object;
+        std::uint32_t uses = 1;
+    };
+
+    const Slot* SlotOf(Handle handle) const {
+        const std::size_t number = handle & ((Handle{1} << SlotBits) - 1);
+        if (number == 0 || number > slots_.size()) {
+            return nullptr;
+        }
+        const Slot& slot = slots_[number - 1];
+        return slot.object != nullptr && slot.uses == handle >> SlotBits ? &slot : nullptr;
+    }
+
+    mutable std::shared_mutex mutex_;
+    std::vector<Slot> slots_;
+    std::deque<std::size_t> free_; // the slot that was freed first is used first
+};
+
+} // namespace imaginglibrary

@@ -1,0 +1,48 @@
+// Small copies of images.
+#include "imaginglibrary/core/limits.h"
+#include "imaginglibrary/flat/guard.h"
+#include "imaginglibrary/flat/images.h"
+#include "imaginglibrary/operations/resample.h"
+
+namespace imaginglibrary {
+
+namespace {
+
+// The side that stands for "the system's own size".
+constexpr std::uint32_t DefaultThumbnailSide = 120;
+
+Result<std::shared_ptr<Bitmap>> MakeThumbnail(const PixelSource& picture, std::uint32_t width, std::uint32_t height) {
+    if (const auto* decoder = dynamic_cast<const Decoder*>(&picture)) {
+        if (const auto reduced = decoder->ReducedTo(width, height)) {
+            return Resample(*reduced, width, height);
+        }
+    }
+    return Resample(picture, width, height);
+}
+
+} // namespace
+
+// A side of 0 becomes 120 pixels; a negative one arrives as a huge number and is refused. A thumbnail that lies in the
+// file itself is not used, for it is seldom as good as the picture. The result is premultiplied true colour.
+FLAT_EXPORT Status FLAT_CALL GdipGetImageThumbnail(GpImage* handle, std::uint32_t width, std::uint32_t height,
+                                                   GpImage** thumbnail, void* /*callback*/, void* /*callbackData*/) {
+    return Guarded([&] {
+        const auto image = FindImage(handle);
+        if (image == nullptr || thumbnail == nullptr) {
+            return Status::InvalidParameter;
+        }
+        width = width == 0 ? DefaultThumbnailSide : width;
+        height = height == 0 ? DefaultThumbnailSide : height;
+        if (!IsAcceptableSize(width, height)) {
+            return Status::InvalidParameter;
+        }
+        auto made = MakeThumbnail(*image->picture, width, height);
+        if (!made.Ok()) {
+            return made.GetStatus();
+        }
+        *thumbnail = AddImage(std::move(*made));
+        return Status::Ok;
+    });
+}
+
+} // namespace imaginglibrary

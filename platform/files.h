@@ -1,0 +1,72 @@
+// Files and folders under 8-bit names. What is said to raise throws RuntimeError.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lumbrix {
+
+#ifdef _WIN32
+inline constexpr char PathSeparator = '\\';
+#else
+inline constexpr char PathSeparator = '/';
+#endif
+
+// Deletes a file; passes over one marked hidden or system. Raises where there is none or it cannot be deleted.
+void RemoveFile(const std::string& path);
+
+// Whether a file of that name is there and not marked hidden or system; folders do not count.
+bool FileExists(const std::string& path);
+
+// The size in bytes, or nothing where the file is not found.
+std::optional<std::uint64_t> FileSize(const std::string& path);
+
+// The names of the files in a folder, without folders and without those marked hidden or system; none where the folder
+// cannot be listed.
+std::vector<std::string> FilesIn(const std::string& folder);
+
+// Makes a folder with all folders above it. Raises where it cannot be made.
+void MakeFolders(const std::string& folder);
+
+// Removes an empty folder. Raises where it is not empty or cannot be removed.
+void RemoveFolder(const std::string& folder);
+
+// Opens a file for writing without emptying it, makes it if it is missing, and writes `bytes` over its start. Raises on
+// an empty name, and where it cannot be written.
+void WriteIntoFile(const std::string& path, const std::string& bytes);
+
+// Adds bytes at the end of a file, and makes it if it is missing. Raises where it cannot.
+void AppendToFile(const std::string& path, const std::string& bytes);
+
+// The whole content. Raises where it cannot be read.
+std::string ReadFileContent(const std::string& path);
+
+// The system's folder for temporary files, with its separator.
+std::string TemporaryFolder();
+
+// Makes a new, empty file in the temporary folder, named `prefix`, hexadecimal digits and ".tmp". Raises where it
+// cannot be made.
+std::string NewTemporaryFile(const std::string& prefix);
+
+// The full path of the running program, cut at 255 characters.
+std::string ProgramPath();
+
+// The system's own folder and the one of Windows, without a separator behind; empty on Linux.
+std::string SystemFolder();
+std::string WindowsFolder();
+
+// A search for files by a name with wildcards, as one thread goes through it.
+class FileSearch {
+  public:
+    // The bare name of the first match of a pattern. An empty pattern goes on with the search before; empty text where
+    // there is no further match. Folders and files marked hidden or system are passed over.
+    std::string FirstMatch(const std::string& pattern);
+
+  private:
+    std::vector<std::string> found_;
+    std::size_t next_ = 0;
+};
+
+} // namespace lumbrix

@@ -1,0 +1,148 @@
+// Files and folders through the standard library and a few system calls.
+#include "platform/errors.h"
+#include "platform/files.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <fnmatch.h>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <unistd.h>
+
+namespace lumbrix {
+
+namespace {
+
+[[noreturn]] void Raise(int number, const char* action, const std::string& path) {
+    throw RuntimeError(number, std::string(action) + " " + path + ": " + std::strerror(number));
+}
+
+void WriteAt(const std::string& path, const std::string& bytes, int flags) {
+    const int file = open(path.c_str(), O_CREAT | O_CLOEXEC | flags, 0666);
+    if (file < 0) {
+        Raise(errno, "cannot open", path);
+    }
+    const ssize_t written = write(file, bytes.data(), bytes.size());
+    const int number = errno;
+    close(file);
+    if (written != static_cast<ssize_t>(bytes.size())) {
+        Raise(number, "cannot write", path);
+    }
+}
+
+std::string HexadecimalDigits() {
+    std::random_device random;
+    char digits[9];
+    std::snprintf(digits, sizeof digits, "%X", random() & 0xFFFFFFu);
+    return digits;
+}
+
+} // namespace
+
+void RemoveFile(const std::string& path) {
+    if (unlink(path.c_str()) != 0) {
+        Raise(errno, "cannot delete", path);
+    }
+}
+
+bool FileExists(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::is_regular_file(path, ignored);
+}
+
+std::optional<std::uint64_t> FileSize(const std::string& path) {
+    std::error_code error;
+    const std::uint64_t size = std::filesystem::file_size(path, error);
+    return error ? std::nullopt : std::optional(size);
+}
+
+std::vector<std::string> FilesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+        if (entry.is_regular_file(error)) {
+            names.push_back(entry.path().filename().string());
+        }
+    }
+    return names;
+}
+
+void MakeFolders(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        Raise(error.value(), "cannot make", folder);
+    }
+}
+
+void RemoveFolder(const std::string& folder) {
+    if (rmdir(folder.c_str()) != 0) {
+        Raise(errno, "cannot remove", folder);
+    }
+}
+
+void WriteIntoFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_RDWR); }
+
+void AppendToFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_WRONLY | O_APPEND); }
+
+std::string ReadFileContent(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        Raise(errno, "cannot read", path);
+    }
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string TemporaryFolder() {
+    const char* named = std::getenv("TMPDIR");
+    std::string folder = named != nullptr && *named != 0 ? named : "/tmp";
+    if (folder.back() != PathSeparator) {
+        folder.push_back(PathSeparator);
+    }
+    return folder;
+}
+
+std::string NewTemporaryFile(const std::string& prefix) {
+    constexpr int Attempts = 100;
+    for (int attempt = 0;; ++attempt) {
+        const std::string path = TemporaryFolder() + prefix + HexadecimalDigits() + ".tmp";
+        const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
+        if (file >= 0) {
+            close(file);
+            return path;
+        }
+        if (errno != EEXIST || attempt == Attempts) {
+            Raise(errno, "cannot make", path);
+        }
+    }
+}
+
+std::string ProgramPath() {
+    constexpr std::size_t Longest = 255;
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).string().substr(0, Longest);
+}
+
+std::string SystemFolder() { return {}; }
+std::string WindowsFolder() { return {}; }
+
+std::string FileSearch::FirstMatch(const std::string& pattern) {
+    if (!pattern.empty()) {
+        const std::filesystem::path path(pattern);
+        const std::string folder = path.has_parent_path() ? path.parent_path().string() : ".";
+        found_.clear();
+        next_ = 0;
+        for (std::string& name : FilesIn(folder)) {
+            if (fnmatch(path.filename().c_str(), name.c_str(), FNM_CASEFOLD) == 0) {
+                found_.push_back(std::move(name));
+            }
+        }
+    }
+    return next_ < found_.size() ? found_[next_++] : std::string();
+}
+
+} // namespace lumbrix

@@ -1,0 +1,166 @@
+// Files and folders through the 8-bit Windows calls.
+#include "platform/errors.h"
+#include "platform/files.h"
+
+#include <windows.h>
+
+#include <memory>
+
+namespace lumbrix {
+
+namespace {
+
+constexpr DWORD Invisible = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+
+[[noreturn]] void Raise(const char* action, const std::string& path) {
+    throw RuntimeError(static_cast<int>(GetLastError()), std::string(action) + " " + path);
+}
+
+struct CloseFile {
+    using pointer = HANDLE;
+    void operator()(HANDLE file) const { CloseHandle(file); }
+};
+using File = std::unique_ptr<HANDLE, CloseFile>;
+
+File Open(const std::string& path, DWORD access, DWORD creation) {
+    const HANDLE file = CreateFileA(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, creation,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (path.empty() || file == INVALID_HANDLE_VALUE) {
+        Raise("cannot open", path);
+    }
+    return File(file);
+}
+
+void WriteAll(const File& file, const std::string& path, const std::string& bytes) {
+    DWORD written = 0;
+    if (!WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
+        written != bytes.size()) {
+        Raise("cannot write", path);
+    }
+}
+
+std::vector<std::string> Matches(const std::string& pattern) {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAA found;
+    const HANDLE search = FindFirstFileA(pattern.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return names;
+    }
+    do {
+        if ((found.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | Invisible)) == 0) {
+            names.emplace_back(found.cFileName);
+        }
+    } while (FindNextFileA(search, &found));
+    FindClose(search);
+    return names;
+}
+
+} // namespace
+
+void RemoveFile(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & Invisible) != 0) {
+        return;
+    }
+    if (!DeleteFileA(path.c_str())) {
+        Raise("cannot delete", path);
+    }
+}
+
+bool FileExists(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & (FILE_ATTRIBUTE_DIRECTORY | Invisible)) == 0;
+}
+
+std::optional<std::uint64_t> FileSize(const std::string& path) {
+    WIN32_FIND_DATAA found;
+    const HANDLE search = FindFirstFileA(path.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return std::nullopt;
+    }
+    FindClose(search);
+    return (std::uint64_t{found.nFileSizeHigh} << 32) | found.nFileSizeLow;
+}
+
+std::vector<std::string> FilesIn(const std::string& folder) { return Matches(folder + "\\*.*"); }
+
+void MakeFolders(const std::string& folder) {
+    for (std::size_t end = folder.find('\\'); end != std::string::npos; end = folder.find('\\', end + 1)) {
+        CreateDirectoryA(folder.substr(0, end).c_str(), nullptr);
+    }
+    CreateDirectoryA(folder.c_str(), nullptr);
+    const DWORD attributes = GetFileAttributesA(folder.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        Raise("cannot make", folder);
+    }
+}
+
+void RemoveFolder(const std::string& folder) {
+    if (!RemoveDirectoryA(folder.c_str())) {
+        Raise("cannot remove", folder);
+    }
+}
+
+void WriteIntoFile(const std::string& path, const std::string& bytes) {
+    WriteAll(Open(path, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS), path, bytes);
+}
+
+void AppendToFile(const std::string& path, const std::string& bytes) {
+    const File file = Open(path, GENERIC_WRITE, OPEN_ALWAYS);
+    SetFilePointer(file.get(), 0, nullptr, FILE_END);
+    WriteAll(file, path, bytes);
+}
+
+std::string ReadFileContent(const std::string& path) {
+    const File file = Open(path, GENERIC_READ, OPEN_EXISTING);
+    std::string bytes(GetFileSize(file.get(), nullptr), 0);
+    DWORD read = 0;
+    if (!ReadFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr)) {
+        Raise("cannot read", path);
+    }
+    bytes.resize(read);
+    return bytes;
+}
+
+std::string TemporaryFolder() {
+    char buffer[260] = {};
+    GetTempPathA(sizeof buffer, buffer);
+    return buffer;
+}
+
+std::string NewTemporaryFile(const std::string& prefix) {
+    char buffer[MAX_PATH] = {};
+    const std::string folder = TemporaryFolder();
+    if (GetTempFileNameA(folder.c_str(), prefix.c_str(), 0, buffer) == 0) {
+        Raise("cannot make a temporary file in", folder);
+    }
+    return buffer;
+}
+
+std::string ProgramPath() {
+    char buffer[256] = {};
+    GetModuleFileNameA(nullptr, buffer, 255);
+    return buffer;
+}
+
+std::string SystemFolder() {
+    char buffer[600] = {};
+    const UINT length = GetSystemDirectoryA(buffer, sizeof buffer);
+    return {buffer, length < sizeof buffer ? length : 0};
+}
+
+std::string WindowsFolder() {
+    char buffer[146] = {};
+    const UINT length = GetWindowsDirectoryA(buffer, 145);
+    return {buffer, length < sizeof buffer ? length : 0};
+}
+
+std::string FileSearch::FirstMatch(const std::string& pattern) {
+    if (!pattern.empty()) {
+        found_ = Matches(pattern);
+        next_ = 0;
+    }
+    return next_ < found_.size() ? found_[next_++] : std::string();
+}
+
+} // namespace lumbrix

@@ -1,0 +1,62 @@
+// The fake module as the tests hold it.
+#include "imaging/gdiplus/bindings.h"
+#include "imaging/session.h"
+#include "tests/imaging/fakemodule.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace tests {
+
+namespace {
+
+template <class Function> Function* As(void* address) { return reinterpret_cast<Function*>(address); }
+
+} // namespace
+
+FakeImagingLibrary::FakeImagingLibrary() {
+    lumbrix::SubstituteModule("gdiplus.dll", FAKE_MODULE);
+    lumbrix::LoadImagingLibrary();
+    As<void()>(Control("FakeReset"))();
+}
+
+FakeImagingLibrary::~FakeImagingLibrary() {
+    lumbrix::UnloadImagingLibrary();
+    lumbrix::SubstituteModule("gdiplus.dll", "");
+}
+
+void* FakeImagingLibrary::Control(const char* name) const {
+    return lumbrix::FindProcedure(lumbrix::ImagingLibraryHandle, name);
+}
+
+std::vector<std::string> FakeImagingLibrary::Calls() const {
+    std::istringstream lines(As<const char*()>(Control("FakeCalls"))());
+    std::vector<std::string> calls;
+    for (std::string line; std::getline(lines, line);) {
+        calls.push_back(line);
+    }
+    return calls;
+}
+
+std::size_t FakeImagingLibrary::CountOf(const std::string& call) const {
+    const auto calls = Calls();
+    return static_cast<std::size_t>(std::count(calls.begin(), calls.end(), call));
+}
+
+void FakeImagingLibrary::Answer(const char* name, std::int32_t status) {
+    As<void(const char*, std::int32_t)>(Control("FakeAnswer"))(name, status);
+}
+
+void FakeImagingLibrary::GiveHandles(std::uintptr_t image, std::uintptr_t thumbnail) {
+    As<void(std::uintptr_t, std::uintptr_t)>(Control("FakeHandles"))(image, thumbnail);
+}
+
+void FakeImagingLibrary::ReportSize(std::uint32_t width, std::uint32_t height) {
+    As<void(std::uint32_t, std::uint32_t)>(Control("FakeSize"))(width, height);
+}
+
+std::string FakeImagingLibrary::LastThumbnail() const { return As<const char*()>(Control("FakeLastThumbnail"))(); }
+
+std::string FakeImagingLibrary::LastParameters() const { return As<const char*()>(Control("FakeLastParameters"))(); }
+
+} // namespace tests

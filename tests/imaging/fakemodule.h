@@ -1,0 +1,38 @@
+// An imaging library that does nothing but keep a record, for tests of what the engine calls and in which order.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tests {
+
+// The fake module loaded in place of the imaging library, from construction to destruction.
+class FakeImagingLibrary {
+  public:
+    FakeImagingLibrary();
+    ~FakeImagingLibrary();
+
+    // The functions called so far, such as "GdipDisposeImage 5": the name and its first argument where it is a handle
+    // or a token.
+    std::vector<std::string> Calls() const;
+    std::size_t CountOf(const std::string& call) const;
+
+    // What a function answers from now on.
+    void Answer(const char* name, std::int32_t status);
+
+    // The handle that loads and thumbnails give out; zero for none at all.
+    void GiveHandles(std::uintptr_t image, std::uintptr_t thumbnail);
+
+    // The size that the image reports.
+    void ReportSize(std::uint32_t width, std::uint32_t height);
+
+    // The arguments of the last thumbnail, and the parameter block of the last save as text.
+    std::string LastThumbnail() const;
+    std::string LastParameters() const;
+
+  private:
+    void* Control(const char* name) const;
+};
+
+} // namespace tests

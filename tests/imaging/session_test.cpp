@@ -1,0 +1,125 @@
+// The bindings' four steps, the imaging library in memory, sessions.
+#include "imaging/convert.h"
+#include "imaging/dimensions.h"
+#include "imaging/gdiplus/bindings.h"
+#include "imaging/session.h"
+#include "imaging/thumbnail.h"
+#include "tests/imaging/fakemodule.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace lumbrix;
+using tests::FakeImagingLibrary;
+
+using Calls = std::vector<std::string>;
+
+TEST(Bindings, WithoutALibraryTheyReturnZeroAndTouchNothing) {
+    ASSERT_EQ(ImagingLibraryHandle, nullptr);
+    SessionToken token = 7;
+    std::uint32_t number = 7;
+    ImageHandle image = &number;
+    const GdiplusStartupInput input{};
+    EXPECT_EQ(GdiplusStartup(&token, &input, nullptr), 0);
+    EXPECT_EQ(GdipLoadImageFromFile(u"x", &image), 0);
+    EXPECT_EQ(GdipGetImageWidth(image, &number), 0);
+    EXPECT_EQ(GdipGetImageHeight(image, &number), 0);
+    EXPECT_EQ(GdipGetImageThumbnail(image, 1, 1, &image), 0);
+    EXPECT_EQ(GdipGetImageEncodersSize(&number, &number), 0);
+    EXPECT_EQ(GdipGetImageEncoders(1, 1, &number), 0);
+    EXPECT_EQ(GdipSaveImageToFile(image, u"x", nullptr, nullptr), 0);
+    EXPECT_EQ(GdipDisposeImage(image), 0);
+    GdiplusShutdown(token);
+    EXPECT_EQ(token, 7u);
+    EXPECT_EQ(number, 7u);
+    EXPECT_EQ(image, &number);
+}
+
+TEST(Bindings, NamesAreLookedUpOnEveryCall) {
+    FakeImagingLibrary fake;
+    std::uint32_t width = 0;
+    GdipGetImageWidth(nullptr, &width);
+    EXPECT_EQ(width, 30u);
+    // The same binding meets another module at once.
+    const ModuleHandle first = ImagingLibraryHandle;
+    ImagingLibraryHandle = LoadModule(OTHER_MODULE);
+    ASSERT_NE(ImagingLibraryHandle, nullptr);
+    EXPECT_EQ(GdipGetImageWidth(nullptr, &width), 77);
+    UnloadModule(ImagingLibraryHandle);
+    ImagingLibraryHandle = first;
+    EXPECT_EQ(GdipGetImageWidth(nullptr, &width), 0);
+}
+
+TEST(Bindings, StatusOfTheFunctionIsPassedUp) {
+    FakeImagingLibrary fake;
+    fake.Answer("GdipDisposeImage", 6);
+    EXPECT_EQ(GdipDisposeImage(nullptr), 6);
+}
+
+TEST(Bindings, SavesAlwaysPassTheFlushFlag) {
+    FakeImagingLibrary fake;
+    const Clsid encoder{0x12345678, 0, 0, {}};
+    GdipSaveImageToFile(nullptr, u"x", &encoder, &encoder);
+    EXPECT_EQ(fake.LastParameters(), "count 1, guid 292266FC, values 1, type 4, value 20, encoder 12345678");
+}
+
+TEST(ImagingLibrary, MissingModuleIsSimplyKept) {
+    SubstituteModule("gdiplus.dll", "no such module");
+    LoadImagingLibrary();
+    SubstituteModule("gdiplus.dll", "");
+    EXPECT_EQ(ImagingLibraryHandle, nullptr);
+    UnloadImagingLibrary();
+    EXPECT_EQ(ImagingLibraryHandle, nullptr);
+}
+
+TEST(ImagingLibrary, IsLoadedOnceAndUnloadedOnce) {
+    FakeImagingLibrary fake;
+    const ModuleHandle first = ImagingLibraryHandle;
+    LoadImagingLibrary();
+    EXPECT_EQ(ImagingLibraryHandle, first);
+    UnloadImagingLibrary();
+    EXPECT_EQ(ImagingLibraryHandle, nullptr);
+    UnloadImagingLibrary();
+    LoadImagingLibrary();
+}
+
+TEST(ImagingLibrary, WithoutItConversionsFindNoEncoderAndDoNotCrash) {
+    std::int32_t width = 5, height = 6;
+    EXPECT_EQ(ConvertImageFile("a.png", "b.jpg", "image/jpeg"), NoEncoder);
+    EXPECT_EQ(ConvertImageFileToThumb("a.png", 10, "b.jpg", "image/jpeg"), NoEncoder);
+    EXPECT_EQ(GetImageFileDimensions("a.png", &width, &height), 0);
+    EXPECT_EQ(width, 5);
+    EXPECT_EQ(height, 6);
+}
+
+TEST(Session, StartsWithTheUsualRecord) {
+    FakeImagingLibrary fake;
+    const StatusValue token = StartImagingSession();
+    EXPECT_GT(token, 0);
+    EndImagingSession(token);
+    EXPECT_EQ(fake.Calls(), (Calls{"GdiplusStartup", "GdiplusShutdown 1"}));
+}
+
+TEST(Session, RefusedStartIsPassedToTheShutdownAsItIs) {
+    FakeImagingLibrary fake;
+    fake.Answer("GdiplusStartup", 17);
+    const StatusValue token = StartImagingSession();
+    EXPECT_EQ(token, NoSession);
+    EndImagingSession(token);
+    EXPECT_EQ(fake.Calls(), (Calls{"GdiplusStartup", "GdiplusShutdown -16001"}));
+}
+
+TEST(Session, WithoutALibraryTheTokenIsZero) { EXPECT_EQ(StartImagingSession(), 0); }
+
+TEST(Session, FailedLoadsLeaveOneMoreOpenEachTime) {
+    FakeImagingLibrary fake;
+    fake.Answer("GdipLoadImageFromFile", 10);
+    for (int round = 0; round < 1000; ++round) {
+        ASSERT_EQ(ConvertImageFile("a.png", "b.jpg", "image/jpeg"), 10);
+    }
+    EXPECT_EQ(fake.CountOf("GdiplusStartup"), 1000u);
+    EXPECT_EQ(fake.CountOf("GdiplusShutdown 1"), 0u);
+}
+
+} // namespace

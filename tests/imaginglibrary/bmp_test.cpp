@@ -1,0 +1,352 @@
+// BMP files in all their historic forms, and what is written back.
+#include "imaginglibrary/codecs/rows.h"
+#include "imaginglibrary/core/bytes.h"
+#include "tests/support/pictures.h"
+#include "tests/support/temporaryfolder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace {
+
+using namespace imaginglibrary;
+using namespace tests;
+
+std::string Number16(unsigned value) {
+    std::array<std::uint8_t, 2> bytes;
+    PutLittleEndian16(bytes.data(), static_cast<std::uint16_t>(value));
+    return {bytes.begin(), bytes.end()};
+}
+
+std::string Number32(std::uint32_t value) {
+    std::array<std::uint8_t, 4> bytes;
+    PutLittleEndian32(bytes.data(), value);
+    return {bytes.begin(), bytes.end()};
+}
+
+std::string Bytes(std::initializer_list<int> values) {
+    std::string bytes;
+    for (const int value : values) {
+        bytes.push_back(static_cast<char>(value));
+    }
+    return bytes;
+}
+
+// A BMP file put together from its fields.
+struct BmpFile {
+    std::uint32_t headerBytes = 40;
+    std::int32_t width = 2;
+    std::int32_t height = 2;
+    unsigned bits = 24;
+    std::uint32_t compression = 0;
+    std::uint32_t dotsPerMetre = 0;
+    std::uint32_t colorsUsed = 0;
+    std::string behindHeader; // masks of the 40-byte header, palette
+    std::string masks;        // masks inside a longer header
+    std::string pixels;
+    bool namesPixelOffset = true;
+
+    std::string Whole() const {
+        std::string header = Number32(headerBytes);
+        if (headerBytes == 12) {
+            header += Number16(static_cast<unsigned>(width)) + Number16(static_cast<unsigned>(height)) + Number16(1) +
+                      Number16(bits);
+        } else {
+            header += Number32(static_cast<std::uint32_t>(width)) + Number32(static_cast<std::uint32_t>(height)) +
+                      Number16(1) + Number16(bits) + Number32(compression) + Number32(0) + Number32(dotsPerMetre) +
+                      Number32(dotsPerMetre) + Number32(colorsUsed) + Number32(0) + masks;
+            header.resize(headerBytes);
+        }
+        const std::size_t offset = 14 + header.size() + behindHeader.size();
+        return "BM" + Number32(static_cast<std::uint32_t>(offset + pixels.size())) + Number32(0) +
+               Number32(namesPixelOffset ? static_cast<std::uint32_t>(offset) : 0) + header + behindHeader + pixels;
+    }
+};
+
+class Bmp : public testing::Test {
+  protected:
+    Result<std::unique_ptr<Decoder>> Open(const BmpFile& file) { return OpenBytes(file.Whole()); }
+
+    Result<std::unique_ptr<Decoder>> OpenBytes(const std::string& bytes) {
+        WriteBytes(folder_ / "picture.bmp", bytes);
+        return OpenPicture(folder_ / "picture.bmp");
+    }
+
+    TemporaryFolder folder_;
+};
+
+constexpr Color Black = MakeColor(0, 0, 0);
+constexpr Color White = MakeColor(255, 255, 255);
+constexpr Color Red = MakeColor(255, 0, 0);
+constexpr Color Blue = MakeColor(0, 0, 255);
+
+// Bottom row red and blue, top row black and white, each row padded to eight bytes.
+const std::string TrueColorRows = Bytes({0, 0, 255, 255, 0, 0, 0, 0, 0, 0, 0, 255, 255, 255, 0, 0});
+const std::vector<Color> TrueColorPicture{Black, White, Red, Blue};
+
+TEST_F(Bmp, BottomRowComesFirst) {
+    const auto picture = Open({.pixels = TrueColorRows});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Rgb24);
+    EXPECT_EQ(ColorsOf(**picture), TrueColorPicture);
+}
+
+TEST_F(Bmp, NegativeHeightPutsTheTopRowFirst) {
+    const auto picture = Open({.height = -2, .pixels = TrueColorRows});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().height, 2u);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Blue, Black, White}));
+}
+
+TEST_F(Bmp, EveryHeaderLengthIsRead) {
+    for (const std::uint32_t length : {12u, 16u, 40u, 52u, 56u, 64u, 108u, 124u}) {
+        const auto picture = Open({.headerBytes = length, .pixels = TrueColorRows});
+        ASSERT_TRUE(picture.Ok()) << length;
+        EXPECT_EQ(ColorsOf(**picture), TrueColorPicture) << length;
+    }
+}
+
+TEST_F(Bmp, MissingPixelOffsetMeansBehindThePalette) {
+    const auto picture = Open({.pixels = TrueColorRows, .namesPixelOffset = false});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ(ColorsOf(**picture), TrueColorPicture);
+}
+
+TEST_F(Bmp, OldPaletteHasThreeBytesAnEntry) {
+    const auto picture = Open({.headerBytes = 12,
+                               .height = 1,
+                               .bits = 1,
+                               .behindHeader = Bytes({0, 0, 255, 255, 0, 0}),
+                               .pixels = Bytes({0x40, 0, 0, 0})});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Indexed1);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Blue}));
+}
+
+TEST_F(Bmp, PaletteIsAsLongAsTheFileSays) {
+    const auto picture = Open({.width = 3,
+                               .height = 1,
+                               .bits = 4,
+                               .colorsUsed = 2,
+                               .behindHeader = Bytes({0, 0, 255, 0, 255, 0, 0, 0}),
+                               .pixels = Bytes({0x01, 0x70, 0, 0})});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Indexed4);
+    EXPECT_EQ((*picture)->Info().palette.size(), 2u);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Blue, Black})) << "an index beyond the palette is black";
+}
+
+TEST_F(Bmp, SixteenBitsAre555ByDefault) {
+    const auto picture = Open({.height = 1, .bits = 16, .pixels = Bytes({0x00, 0x7C, 0x1F, 0x00})});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Rgb555);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Blue}));
+}
+
+TEST_F(Bmp, SixteenBitMasksOf565AreKept) {
+    const auto picture = Open({.height = 1,
+                               .bits = 16,
+                               .compression = 3,
+                               .behindHeader = Number32(0xF800) + Number32(0x07E0) + Number32(0x001F),
+                               .pixels = Bytes({0x00, 0xF8, 0xE0, 0x07})});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Rgb565);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, MakeColor(0, 255, 0)}));
+}
+
+TEST_F(Bmp, UnusualMasksBecomeTrueColor) {
+    const auto picture = Open({.height = 1,
+                               .bits = 16,
+                               .compression = 3,
+                               .behindHeader = Number32(0x000F) + Number32(0x00F0) + Number32(0x0F00),
+                               .pixels = Bytes({0x0F, 0x00, 0x80, 0x0F})});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Rgb32);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, MakeColor(0, 136, 255)}));
+}
+
+TEST_F(Bmp, MasksInsideALongerHeaderAreUsed) {
+    const auto picture = Open({.headerBytes = 108,
+                               .height = 1,
+                               .bits = 32,
+                               .compression = 3,
+                               .masks = Number32(0xFF) + Number32(0xFF00) + Number32(0xFF0000) + Number32(0xFF000000),
+                               .pixels = Bytes({255, 0, 0, 9, 0, 0, 255, 0})});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Blue}));
+}
+
+TEST_F(Bmp, FourthByteOfThirtyTwoBitsIsNoAlpha) {
+    const auto picture = Open({.height = 1, .bits = 32, .pixels = Bytes({0, 0, 255, 0, 255, 0, 0, 77})});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Rgb32);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Blue}));
+}
+
+// A palette of four colours; the run-length tests name pixels by its indexes.
+const std::string FourColors = Bytes({0, 0, 0, 0, 255, 255, 255, 0, 0, 0, 255, 0, 255, 0, 0, 0});
+
+BmpFile RleFile(unsigned bits, std::int32_t width, std::int32_t height, std::string pixels) {
+    return {.width = width,
+            .height = height,
+            .bits = bits,
+            .compression = bits == 8 ? 1u : 2u,
+            .colorsUsed = 4,
+            .behindHeader = FourColors,
+            .pixels = std::move(pixels)};
+}
+
+TEST_F(Bmp, Rle8RunsLiteralsAndRowEndsAreDecoded) {
+    const auto picture = Open(RleFile(8, 4, 2, Bytes({4, 2, 0, 0, 0, 3, 1, 0, 3, 0, 1, 1, 0, 1})));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Indexed8);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{White, Black, Blue, White, Red, Red, Red, Red}));
+}
+
+TEST_F(Bmp, Rle4AlternatesTheHalvesOfARun) {
+    const auto picture = Open(RleFile(4, 5, 1, Bytes({5, 0x12, 0, 1})));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().format, PixelFormat::Indexed4);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{White, Red, White, Red, White}));
+}
+
+TEST_F(Bmp, Rle4LiteralsAreHalfBytesPaddedToWords) {
+    const auto picture = Open(RleFile(4, 5, 1, Bytes({0, 5, 0x12, 0x31, 0x20, 0x00, 0, 1})));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{White, Red, Blue, White, Red}));
+}
+
+TEST_F(Bmp, RleMovesSkipPixelsAndRows) {
+    // One red pixel at the bottom left, then two to the right and one up: a white one.
+    const auto picture = Open(RleFile(8, 4, 2, Bytes({1, 2, 0, 2, 2, 1, 1, 1, 0, 1})));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Black, Black, Black, White, Red, Black, Black, Black}));
+}
+
+TEST_F(Bmp, RleRunsBeyondTheRowAreCutOff) {
+    const auto picture = Open(RleFile(8, 2, 2, Bytes({255, 2, 0, 0, 2, 1, 0, 1})));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{White, White, Red, Red}));
+}
+
+TEST_F(Bmp, RleDataThatEndEarlyAreUndecodable) {
+    const auto picture = Open(RleFile(8, 2, 2, Bytes({2, 2, 0, 0, 1, 1})));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ(ReadAllRows(**picture), UndecodableContent);
+}
+
+TEST_F(Bmp, ResolutionIsInDotsPerInch) {
+    const auto picture = Open({.dotsPerMetre = 11811, .pixels = TrueColorRows});
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_NEAR((*picture)->Info().resolution.horizontal, 300, 0.01);
+}
+
+TEST_F(Bmp, SizesBeyondTheLimitAreRefusedBeforeMemoryIsTaken) {
+    EXPECT_EQ(Open({.width = 70000, .pixels = TrueColorRows}).GetStatus(), Status::InvalidParameter);
+    EXPECT_EQ(Open({.width = 0, .pixels = TrueColorRows}).GetStatus(), Status::InvalidParameter);
+    EXPECT_EQ(Open({.width = -4, .pixels = TrueColorRows}).GetStatus(), Status::InvalidParameter);
+    EXPECT_EQ(Open({.height = INT32_MIN, .pixels = TrueColorRows}).GetStatus(), Status::InvalidParameter);
+}
+
+TEST_F(Bmp, UnknownCompressionsAreUndecodable) {
+    for (const std::uint32_t compression : {4u, 5u, 7u, 0xFFFFFFFFu}) {
+        EXPECT_EQ(Open({.compression = compression, .pixels = TrueColorRows}).GetStatus(), UndecodableContent);
+    }
+}
+
+TEST_F(Bmp, CutOffAnywhereItGivesAStatus) {
+    const std::string files[] = {BmpFile{.pixels = TrueColorRows}.Whole(),
+                                 RleFile(8, 4, 2, Bytes({4, 2, 0, 0, 0, 3, 1, 0, 3, 0, 1, 1, 0, 1})).Whole()};
+    for (const std::string& whole : files) {
+        // The last row's padding and the run-length end mark may be missing.
+        for (std::size_t length = 0; length + 2 < whole.size(); ++length) {
+            const auto picture = OpenBytes(whole.substr(0, length));
+            const Status status = picture.Ok() ? ReadAllRows(**picture) : picture.GetStatus();
+            EXPECT_EQ(status, UndecodableContent) << "cut at " << length;
+        }
+    }
+}
+
+TEST_F(Bmp, AnyBrokenByteGivesAPictureOrAStatus) {
+    const std::string whole =
+        RleFile(4, 5, 3, Bytes({5, 0x12, 0, 0, 0, 5, 0x12, 0x31, 0x20, 0, 0, 2, 1, 1, 4, 1, 0, 1})).Whole();
+    for (std::size_t at = 2; at < whole.size(); ++at) {
+        for (const int flip : {0x01, 0x80, 0xFF}) {
+            std::string broken = whole;
+            broken[at] = static_cast<char>(broken[at] ^ flip);
+            const auto picture = OpenBytes(broken);
+            if (picture.Ok() && (*picture)->Info().width < 1000 && (*picture)->Info().height < 1000) {
+                (void)ReadAllRows(**picture);
+            }
+        }
+    }
+}
+
+TEST_F(Bmp, TwoReadersOfOnePictureDoNotDisturbEachOther) {
+    const auto picture = Open({.pixels = TrueColorRows});
+    ASSERT_TRUE(picture.Ok());
+    auto first = (*picture)->OpenRows();
+    auto second = (*picture)->OpenRows();
+    std::array<std::uint8_t, 6> row{};
+    ASSERT_EQ((*first)->ReadRow(row.data()), Status::Ok);
+    ASSERT_EQ((*second)->ReadRow(row.data()), Status::Ok);
+    ASSERT_EQ((*first)->ReadRow(row.data()), Status::Ok);
+    EXPECT_EQ(row, (std::array<std::uint8_t, 6>{0, 0, 255, 255, 0, 0}));
+}
+
+class WrittenBmp : public testing::TestWithParam<std::pair<PixelFormat, PixelFormat>> {
+  protected:
+    TemporaryFolder folder_;
+};
+
+// Each format at sizes that leave rows, bytes and strips half filled.
+TEST_P(WrittenBmp, ReadsBackAsTheSamePicture) {
+    const auto [format, writtenFormat] = GetParam();
+    for (const auto& [width, height] :
+         {std::pair(1u, 1u), std::pair(7u, 5u), std::pair(33u, 2u), std::pair(64u, 1u), std::pair(3000u, 301u)}) {
+        const auto picture = MakePicture(format, width, height);
+        ASSERT_EQ(WritePicture(BmpCodec(), *picture, folder_ / "written.bmp"), Status::Ok);
+        const auto back = OpenPicture(folder_ / "written.bmp");
+        ASSERT_TRUE(back.Ok());
+        EXPECT_EQ((*back)->Info().format, writtenFormat);
+        EXPECT_EQ((*back)->Info().palette, picture->Info().palette);
+        EXPECT_EQ(ColorsOf(**back), ColorsOverWhite(*picture)) << width << " by " << height;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllFormats, WrittenBmp,
+                         testing::Values(std::pair(PixelFormat::Indexed1, PixelFormat::Indexed1),
+                                         std::pair(PixelFormat::Indexed4, PixelFormat::Indexed4),
+                                         std::pair(PixelFormat::Indexed8, PixelFormat::Indexed8),
+                                         std::pair(PixelFormat::Rgb555, PixelFormat::Rgb32),
+                                         std::pair(PixelFormat::Rgb565, PixelFormat::Rgb32),
+                                         std::pair(PixelFormat::Argb1555, PixelFormat::Rgb32),
+                                         std::pair(PixelFormat::Rgb24, PixelFormat::Rgb24),
+                                         std::pair(PixelFormat::Rgb32, PixelFormat::Rgb32),
+                                         std::pair(PixelFormat::Argb32, PixelFormat::Rgb32),
+                                         std::pair(PixelFormat::Pargb32, PixelFormat::Rgb32),
+                                         std::pair(PixelFormat::Rgb48, PixelFormat::Rgb24)));
+
+TEST_F(Bmp, ResolutionIsWrittenAndIs96WhereThereIsNone) {
+    PictureInfo info{.width = 1, .height = 1, .format = PixelFormat::Rgb24, .resolution = {300, 150}};
+    ASSERT_EQ(WritePicture(BmpCodec(), **Bitmap::Create(info), folder_ / "a.bmp"), Status::Ok);
+    info.resolution = {};
+    ASSERT_EQ(WritePicture(BmpCodec(), **Bitmap::Create(info), folder_ / "b.bmp"), Status::Ok);
+    EXPECT_EQ(ReadBytes(folder_ / "a.bmp").substr(38, 8), Number32(11811) + Number32(5906));
+    EXPECT_EQ(ReadBytes(folder_ / "b.bmp").substr(38, 8), Number32(3780) + Number32(3780));
+}
+
+TEST_F(Bmp, ClearPaletteEntriesAreWrittenAsWhite) {
+    const auto bitmap = *Bitmap::Create({.width = 2,
+                                         .height = 1,
+                                         .format = PixelFormat::Indexed8,
+                                         .palette = {MakeColor(1, 2, 3, 0), MakeColor(10, 20, 30)}});
+    bitmap->Row(0)[1] = 1;
+    ASSERT_EQ(WritePicture(BmpCodec(), *bitmap, folder_ / "clear.bmp"), Status::Ok);
+    const auto back = OpenPicture(folder_ / "clear.bmp");
+    ASSERT_TRUE(back.Ok());
+    EXPECT_EQ(ColorsOf(**back), (std::vector<Color>{White, MakeColor(10, 20, 30)}));
+}
+
+} // namespace

@@ -1,0 +1,305 @@
+// GIF files as they come: what the first image and its screen look like, and what broken files do.
+#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/memoryfiles.h"
+#include "tests/support/pictures.h"
+
+#include <gif_lib.h>
+#include <gtest/gtest.h>
+
+#include <array>
+
+namespace {
+
+using namespace imaginglibrary;
+using namespace tests;
+
+constexpr Color Red = 0xFFFF0000;
+constexpr Color Green = 0xFF00FF00;
+constexpr Color Blue = 0xFF0000FF;
+constexpr Color White = 0xFFFFFFFF;
+constexpr Color Black = 0xFF000000;
+
+struct Image {
+    int left = 0;
+    int top = 0;
+    int width = 4;
+    int height = 3;
+    std::vector<GifPixelType> indices = {}; // row by row from the top; empty: 0, 1, 2, 3, 0 …
+    Palette palette = {};                   // local
+    int transparent = NO_TRANSPARENT_COLOR;
+    bool isInterlaced = false;
+};
+
+struct GifSpec {
+    int width = 4;
+    int height = 3;
+    Palette palette = {Red, Green, Blue, White};
+    std::vector<Image> images = {Image{}};
+};
+
+ColorMapObject* MapOf(const Palette& palette) {
+    if (palette.empty()) {
+        return nullptr;
+    }
+    ColorMapObject* map = GifMakeMapObject(static_cast<int>(palette.size()), nullptr);
+    for (std::size_t i = 0; i < palette.size(); ++i) {
+        map->Colors[i] = {RedOf(palette[i]), GreenOf(palette[i]), BlueOf(palette[i])};
+    }
+    return map;
+}
+
+int AppendBytes(GifFileType* gif, const GifByteType* bytes, int count) {
+    static_cast<std::string*>(gif->UserData)
+        ->append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(count));
+    return count;
+}
+
+std::vector<int> LineOrder(const Image& image) {
+    std::vector<int> order;
+    if (!image.isInterlaced) {
+        for (int y = 0; y < image.height; ++y) {
+            order.push_back(y);
+        }
+        return order;
+    }
+    for (const auto& [first, step] : {std::pair{0, 8}, {4, 8}, {2, 4}, {1, 2}}) {
+        for (int y = first; y < image.height; y += step) {
+            order.push_back(y);
+        }
+    }
+    return order;
+}
+
+void PutImage(GifFileType* gif, const Image& image) {
+    if (image.transparent != NO_TRANSPARENT_COLOR) {
+        const GraphicsControlBlock control{0, false, 0, image.transparent};
+        std::array<GifByteType, 4> bytes;
+        EGifGCBToExtension(&control, bytes.data());
+        ASSERT_EQ(EGifPutExtension(gif, GRAPHICS_EXT_FUNC_CODE, 4, bytes.data()), GIF_OK);
+    }
+    ColorMapObject* map = MapOf(image.palette);
+    ASSERT_EQ(EGifPutImageDesc(gif, image.left, image.top, image.width, image.height, image.isInterlaced, map), GIF_OK);
+    GifFreeMapObject(map);
+    for (const int y : LineOrder(image)) {
+        std::vector<GifPixelType> line(static_cast<std::size_t>(image.width));
+        for (std::size_t x = 0; x < line.size(); ++x) {
+            const std::size_t at = static_cast<std::size_t>(y) * line.size() + x;
+            line[x] = image.indices.empty() ? static_cast<GifPixelType>(at % 4) : image.indices[at];
+        }
+        ASSERT_EQ(EGifPutLine(gif, line.data(), image.width), GIF_OK);
+    }
+}
+
+std::string MakeGif(const GifSpec& spec) {
+    std::string bytes;
+    GifFileType* gif = EGifOpen(&bytes, &AppendBytes, nullptr);
+    EGifSetGifVersion(gif, true);
+    ColorMapObject* map = MapOf(spec.palette);
+    EXPECT_EQ(EGifPutScreenDesc(gif, spec.width, spec.height, 8, 0, map), GIF_OK);
+    GifFreeMapObject(map);
+    for (const Image& image : spec.images) {
+        PutImage(gif, image);
+    }
+    EXPECT_EQ(EGifCloseFile(gif, nullptr), GIF_OK);
+    return bytes;
+}
+
+Result<std::unique_ptr<Decoder>> Open(std::string bytes) {
+    return GifCodec().open(std::make_shared<MemoryInput>(std::move(bytes)));
+}
+
+std::unique_ptr<Decoder> OpenGood(const GifSpec& spec) {
+    auto decoder = Open(MakeGif(spec));
+    EXPECT_TRUE(decoder.Ok());
+    return std::move(*decoder);
+}
+
+// Opens and reads a file that may be broken in any way; the status of whichever failed first.
+Status OpenAndRead(std::string bytes) {
+    const auto decoder = Open(std::move(bytes));
+    return decoder.Ok() ? ReadAllRows(**decoder) : decoder.GetStatus();
+}
+
+TEST(GifReader, OneImageIsIndexedWithThePaletteOfTheFile) {
+    const auto gif = OpenGood({});
+    EXPECT_EQ(gif->Info().format, PixelFormat::Indexed8);
+    EXPECT_EQ(gif->Info().palette, (Palette{Red, Green, Blue, White}));
+    EXPECT_EQ(ColorsOf(*gif), (Palette{Red, Green, Blue, White, Red, Green, Blue, White, Red, Green, Blue, White}));
+}
+
+TEST(GifReader, FileHasNoResolution) {
+    const auto gif = OpenGood({});
+    EXPECT_EQ(gif->Info().resolution.horizontal, 0);
+    EXPECT_EQ(gif->Info().resolution.vertical, 0);
+}
+
+TEST(GifReader, LocalPaletteWinsOverTheGlobalOne) {
+    const auto gif = OpenGood({.images = {{.palette = {Blue, Red}, .transparent = NO_TRANSPARENT_COLOR}}});
+    EXPECT_EQ(gif->Info().palette, (Palette{Blue, Red}));
+}
+
+TEST(GifReader, MissingPaletteReadsAsGrey) {
+    std::string bytes = MakeGif({});
+    bytes[10] = static_cast<char>(bytes[10] & 0x7F);
+    bytes.erase(13, 4 * 3);
+    auto gif = Open(bytes);
+    ASSERT_TRUE(gif.Ok());
+    EXPECT_EQ((*gif)->Info().palette, GreyPalette(256));
+    EXPECT_EQ(ColorsOf(**gif)[3], 0xFF030303);
+}
+
+TEST(GifReader, TransparentEntryKeepsItsColorWithAlphaZero) {
+    const auto gif = OpenGood({.images = {{.transparent = 2}}});
+    EXPECT_EQ(gif->Info().palette, (Palette{Red, Green, 0x000000FF, White}));
+}
+
+TEST(GifReader, TransparentIndexBeyondThePaletteLengthensIt) {
+    const auto gif = OpenGood({.images = {{.transparent = 5}}});
+    EXPECT_EQ(gif->Info().palette, (Palette{Red, Green, Blue, White, Black, 0x00000000}));
+}
+
+TEST(GifReader, SeveralImagesAreShownAsTheFirstInTrueColor) {
+    const auto gif = OpenGood({.images = {{.transparent = 1}, {.palette = {White, White}}}});
+    EXPECT_EQ(gif->Info().format, PixelFormat::Argb32);
+    EXPECT_TRUE(gif->Info().palette.empty());
+    EXPECT_EQ(ColorsOf(*gif)[0], Red);
+    EXPECT_EQ(ColorsOf(*gif)[1], 0x0000FF00u);
+}
+
+TEST(GifReader, TransparencyOfALaterImageDoesNotTouchTheFirst) {
+    const auto gif = OpenGood({.images = {{}, {.transparent = 0}}});
+    EXPECT_EQ(ColorsOf(*gif)[0], Red);
+}
+
+TEST(GifReader, SecondImageCountsThoughItsPixelsAreMissing) {
+    const std::string one = MakeGif({});
+    const std::string two = MakeGif({.images = {{}, {}}});
+    const auto gif = Open(two.substr(0, one.size() - 1 + 10));
+    ASSERT_TRUE(gif.Ok());
+    EXPECT_EQ((*gif)->Info().format, PixelFormat::Argb32);
+    EXPECT_EQ(ReadAllRows(**gif), Status::Ok);
+}
+
+TEST(GifReader, SmallerImageShowsTheTransparentEntryAroundIt) {
+    const auto gif = OpenGood({.images = {{.left = 1, .top = 1, .width = 2, .height = 1, .transparent = 3}}});
+    const Color clear = 0x00FFFFFF;
+    EXPECT_EQ(gif->Info().palette.size(), 4u);
+    EXPECT_EQ(ColorsOf(*gif),
+              (Palette{clear, clear, clear, clear, clear, Red, Green, clear, clear, clear, clear, clear}));
+}
+
+TEST(GifReader, SmallerImageWithoutTransparencyGetsAnEntryMore) {
+    const auto gif = OpenGood({.images = {{.left = 2, .top = 0, .width = 2, .height = 3}}});
+    EXPECT_EQ(gif->Info().format, PixelFormat::Indexed8);
+    EXPECT_EQ(gif->Info().palette, (Palette{Red, Green, Blue, White, 0x00000000}));
+    EXPECT_EQ(ColorsOf(*gif), (Palette{0, 0, Red, Green, 0, 0, Blue, White, 0, 0, Red, Green}));
+}
+
+TEST(GifReader, SmallerImageWithAFullPaletteIsTrueColor) {
+    const auto gif = OpenGood({.palette = GreyPalette(256), .images = {{.width = 1, .height = 1, .indices = {200}}}});
+    EXPECT_EQ(gif->Info().format, PixelFormat::Argb32);
+    EXPECT_EQ(ColorsOf(*gif)[0], 0xFFC8C8C8);
+    EXPECT_EQ(ColorsOf(*gif)[1], 0u);
+}
+
+TEST(GifReader, ImageBeyondTheScreenIsClipped) {
+    const auto gif = OpenGood({.width = 3, .height = 2, .images = {{.left = 1, .top = 1, .width = 4, .height = 3}}});
+    EXPECT_EQ(ColorsOf(*gif), (Palette{0, 0, 0, 0, Red, Green}));
+}
+
+TEST(GifReader, ImageOutsideTheScreenIsNotSeen) {
+    const auto gif = OpenGood({.width = 2, .height = 1, .images = {{.left = 5, .top = 0}}});
+    EXPECT_EQ(ColorsOf(*gif), (Palette{0, 0}));
+}
+
+TEST(GifReader, ScreenWithoutSizeTakesTheImages) {
+    const auto gif = OpenGood({.width = 0, .height = 0});
+    EXPECT_EQ(gif->Info().width, 4u);
+    EXPECT_EQ(gif->Info().height, 3u);
+    EXPECT_EQ(ColorsOf(*gif)[1], Green);
+}
+
+TEST(GifReader, InterlacedLinesComeInOrder) {
+    for (int height = 1; height <= 20; ++height) {
+        Image image{.width = 1, .height = height, .isInterlaced = true};
+        Palette expected;
+        const Palette greys = GreyPalette(256);
+        for (int y = 0; y < height; ++y) {
+            image.indices.push_back(static_cast<GifPixelType>(y * 3));
+            expected.push_back(greys[static_cast<std::size_t>(y) * 3]);
+        }
+        const auto gif = OpenGood({.width = 1, .height = height, .palette = greys, .images = {image}});
+        EXPECT_EQ(ColorsOf(*gif), expected) << height;
+    }
+}
+
+TEST(GifReader, TwoReadersOfOneFileDoNotDisturbEachOther) {
+    for (const bool isInterlaced : {false, true}) {
+        const auto gif =
+            OpenGood({.images = {{.indices = {0, 1, 2, 3, 1, 1, 2, 2, 3, 3, 0, 0}, .isInterlaced = isInterlaced}}});
+        auto first = std::move(*gif->OpenRows());
+        auto second = std::move(*gif->OpenRows());
+        std::array<std::uint8_t, 4> a;
+        std::array<std::uint8_t, 4> b;
+        ASSERT_EQ(first->ReadRow(a.data()), Status::Ok);
+        ASSERT_EQ(first->ReadRow(a.data()), Status::Ok);
+        ASSERT_EQ(second->ReadRow(b.data()), Status::Ok);
+        EXPECT_EQ(b, (std::array<std::uint8_t, 4>{0, 1, 2, 3}));
+        ASSERT_EQ(first->ReadRow(a.data()), Status::Ok);
+        EXPECT_EQ(a, (std::array<std::uint8_t, 4>{3, 3, 0, 0}));
+        ASSERT_EQ(second->ReadRow(b.data()), Status::Ok);
+        EXPECT_EQ(b, (std::array<std::uint8_t, 4>{1, 1, 2, 2}));
+    }
+}
+
+TEST(GifReader, ReaderOutlivesItsDecoder) {
+    auto gif = OpenGood({});
+    auto rows = std::move(*gif->OpenRows());
+    gif.reset();
+    std::array<std::uint8_t, 4> row;
+    EXPECT_EQ(rows->ReadRow(row.data()), Status::Ok);
+}
+
+TEST(GifReader, FileWithoutAnImageIsRefused) {
+    EXPECT_EQ(Open(MakeGif({.images = {}})).GetStatus(), UndecodableContent);
+}
+
+TEST(GifReader, EmptyImageIsRefused) {
+    EXPECT_EQ(Open(MakeGif({.images = {{.width = 0, .height = 0}}})).GetStatus(), UndecodableContent);
+}
+
+TEST(GifReader, FileThatEndsBehindItsLastPixelIsWhole) {
+    const std::string whole = MakeGif({});
+    EXPECT_EQ(OpenAndRead(whole.substr(0, whole.size() - 1)), Status::Ok);
+    EXPECT_EQ(OpenAndRead(whole.substr(0, whole.size() - 2)), Status::Ok);
+}
+
+TEST(GifReader, FileThatEndsSoonerIsUndecodable) {
+    for (const bool isInterlaced : {false, true}) {
+        const std::string whole = MakeGif({.images = {{.transparent = 1, .isInterlaced = isInterlaced}}});
+        for (std::size_t size = 0; size < whole.size() - 2; ++size) {
+            EXPECT_EQ(OpenAndRead(whole.substr(0, size)), UndecodableContent) << size;
+        }
+    }
+}
+
+TEST(GifReader, SpoiledBytesNeverCrash) {
+    const std::string whole = MakeGif({.images = {{.transparent = 1}, {.left = 1, .isInterlaced = true}}});
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        for (const int flip : {0x01, 0x40, 0x80, 0xFF}) {
+            std::string spoiled = whole;
+            spoiled[at] = static_cast<char>(spoiled[at] ^ flip);
+            OpenAndRead(spoiled);
+        }
+    }
+}
+
+TEST(GifReader, LargePromiseInASmallFileIsUndecodable) {
+    std::string bytes = MakeGif({.width = 0, .height = 0, .images = {{.isInterlaced = true}}});
+    const std::size_t descriptor = 13 + 4 * 3;
+    ASSERT_EQ(bytes[descriptor], ',');
+    bytes.replace(descriptor + 5, 4, "\xFF\x7F\xFF\x7F");
+    EXPECT_EQ(OpenAndRead(bytes), UndecodableContent);
+}
+
+} // namespace

@@ -1,0 +1,121 @@
+// Icons: which picture of the file is shown, and how its mask becomes alpha.
+#include "imaginglibrary/codecs/rows.h"
+#include "imaginglibrary/core/bytes.h"
+#include "tests/support/pictures.h"
+#include "tests/support/temporaryfolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace imaginglibrary;
+using namespace tests;
+
+std::string Number(std::uint64_t value, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i) {
+        text.push_back(static_cast<char>(i < 8 ? value >> (8 * i) : 0));
+    }
+    return text;
+}
+
+struct IconEntry {
+    unsigned width;
+    unsigned height;
+    unsigned bits;
+    std::string data;
+};
+
+std::string IconFile(const std::vector<IconEntry>& entries) {
+    std::string directory = Number(0, 2) + Number(1, 2) + Number(static_cast<std::uint32_t>(entries.size()), 2);
+    std::string data;
+    for (const IconEntry& entry : entries) {
+        directory += Number(entry.width, 1) + Number(entry.height, 1) + Number(0, 2) + Number(1, 2) +
+                     Number(entry.bits, 2) + Number(static_cast<std::uint32_t>(entry.data.size()), 4) +
+                     Number(static_cast<std::uint32_t>(6 + 16 * entries.size() + data.size()), 4);
+        data += entry.data;
+    }
+    return directory + data;
+}
+
+std::string DibHeader(unsigned width, unsigned height, unsigned bits) {
+    return Number(40, 4) + Number(width, 4) + Number(2 * height, 4) + Number(1, 2) + Number(bits, 2) + Number(0, 24);
+}
+
+// A 2 by 1 icon of 32 bits with the given pixels (alpha in front), and a mask byte whose first bits belong to them.
+std::string DeepIcon(Color left, Color right, unsigned mask) {
+    return DibHeader(2, 1, 32) + Number(left, 4) + Number(right, 4) + Number(mask, 4);
+}
+
+class Ico : public testing::Test {
+  protected:
+    Result<std::unique_ptr<Decoder>> Open(const std::string& bytes) {
+        WriteBytes(folder_ / "picture.ico", bytes);
+        return OpenPicture(folder_ / "picture.ico");
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(Ico, AlphaOfDeepPixelsIsUsed) {
+    const auto icon = Open(IconFile({{2, 1, 32, DeepIcon(0x80102030, 0xFF405060, 0)}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ((*icon)->Info().format, PixelFormat::Argb32);
+    EXPECT_EQ(ColorsOf(**icon), (std::vector<Color>{0x80102030, 0xFF405060}));
+}
+
+TEST_F(Ico, MaskCountsWhereAlphaIsZeroThroughout) {
+    const auto icon = Open(IconFile({{2, 1, 32, DeepIcon(0x00102030, 0x00405060, 0x40)}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ(ColorsOf(**icon), (std::vector<Color>{0xFF102030, 0x00405060}));
+}
+
+TEST_F(Ico, MaskMakesHolesInAPalettePicture) {
+    const std::string data = DibHeader(2, 2, 1) + Number(0x000000FF, 4) + Number(0x00FF0000, 4) + // palette
+                             Number(0x40, 4) + Number(0x80, 4) +                                  // bottom row first
+                             Number(0x00, 4) + Number(0x40, 4);                                   // mask
+    const auto icon = Open(IconFile({{2, 2, 1, data}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ((*icon)->Info().height, 2u);
+    EXPECT_EQ(ColorsOf(**icon), (std::vector<Color>{0xFFFF0000, 0x000000FF, 0xFF0000FF, 0xFFFF0000}));
+}
+
+TEST_F(Ico, LargestPictureIsShownAndTheDeepestOfItsSize) {
+    const std::string small = DibHeader(1, 1, 32) + Number(0xFF111111, 4) + Number(0, 4);
+    const auto icon = Open(IconFile({{1, 1, 32, small},
+                                     {2, 1, 8, DibHeader(2, 1, 8)},
+                                     {2, 1, 32, DeepIcon(0xFF222222, 0xFF333333, 0)},
+                                     {1, 1, 32, small}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ(ColorsOf(**icon), (std::vector<Color>{0xFF222222, 0xFF333333}));
+}
+
+TEST_F(Ico, SizeZeroInTheDirectoryMeans256) {
+    const auto icon = Open(IconFile({{255, 255, 32, "junk"}, {0, 0, 32, DeepIcon(0xFF222222, 0xFF333333, 0)}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ((*icon)->Info().width, 2u) << "the picture's own header counts";
+}
+
+TEST_F(Ico, PngInsideIsShownAsTrueColor) {
+    const auto picture = MakePicture(PixelFormat::Rgb24, 5, 3);
+    ASSERT_EQ(WritePicture(PngCodec(), *picture, folder_ / "inner.png"), Status::Ok);
+    const auto icon = Open(IconFile({{5, 3, 32, ReadBytes(folder_ / "inner.png")}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ((*icon)->Info().format, PixelFormat::Argb32);
+    EXPECT_EQ(ColorsOf(**icon), ColorsOf(*picture));
+}
+
+TEST_F(Ico, EmptyDirectoryIsUndecodable) { EXPECT_EQ(Open(IconFile({})).GetStatus(), UndecodableContent); }
+
+TEST_F(Ico, CutOffBeforeItsPixelsItGivesAStatus) {
+    const std::string whole = IconFile({{2, 1, 32, DeepIcon(0x80102030, 0xFF405060, 0)}});
+    for (std::size_t length = 0; length < whole.size() - 4; ++length) {
+        const auto icon = Open(whole.substr(0, length));
+        const Status status = icon.Ok() ? ReadAllRows(**icon) : icon.GetStatus();
+        EXPECT_EQ(status, UndecodableContent) << "cut at " << length;
+    }
+}
+
+TEST_F(Ico, CannotBeWritten) { EXPECT_EQ(IcoCodec().write, nullptr); }
+
+} // namespace

@@ -1,0 +1,196 @@
+// Palettes chosen for pictures, and how near the picture stays to itself.
+#include "imaginglibrary/operations/quantizer.h"
+
+#include "imaginglibrary/operations/colorhistogram.h"
+#include "imaginglibrary/operations/nearestcolor.h"
+#include "imaginglibrary/operations/palettechoice.h"
+#include "tests/support/pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+#include <set>
+
+namespace {
+
+using namespace imaginglibrary;
+using namespace tests;
+
+std::uint8_t Byte(double value) { return static_cast<std::uint8_t>(std::clamp(value, 0.0, 255.0)); }
+
+// One pixel per colour, `count` of them, in rows of 16.
+std::shared_ptr<Bitmap> MakePictureOfColors(std::uint32_t count) {
+    const std::uint32_t height = (count + 15) / 16;
+    return MakePictureOf(16, height, [&](auto x, auto y) {
+        const std::uint32_t i = std::min(y * 16 + x, count - 1);
+        return MakeColor(static_cast<std::uint8_t>(i * 7), static_cast<std::uint8_t>(i / 2),
+                         static_cast<std::uint8_t>(255 - i % 251));
+    });
+}
+
+// Soft light over hills of several hues, with some grain: what photographs have.
+std::shared_ptr<Bitmap> MakePhoto() {
+    std::mt19937 random(1);
+    return MakePictureOf(320, 240, [&](auto column, auto row) {
+        const double x = column / 320.0;
+        const double y = row / 240.0;
+        const double grain = static_cast<double>(random() % 9) - 4;
+        const double hill = 0.55 + 0.15 * std::sin(x * 7) + 0.05 * std::sin(x * 23);
+        if (y < hill) {
+            return MakeColor(Byte(120 + 90 * y + grain), Byte(160 + 60 * y + grain), Byte(235 - 40 * x + grain));
+        }
+        const double shade = (y - hill) * 220;
+        return MakeColor(Byte(40 + shade * x + grain), Byte(110 + 60 * std::sin(x * 40 + y * 31) + grain),
+                         Byte(30 + shade * (1 - x) + grain));
+    });
+}
+
+double QualityOf(const PixelSource& picture) {
+    const auto reduced = ReducedToPalette(picture);
+    EXPECT_TRUE(reduced.Ok());
+    return PeakSignalToNoise(ColorsOf(picture), ColorsOf(**reduced));
+}
+
+TEST(Quantizer, Keeps256ColorsExactly) {
+    const auto picture = MakePictureOfColors(256);
+    const auto reduced = ReducedToPalette(*picture);
+    ASSERT_TRUE(reduced.Ok());
+    EXPECT_EQ((*reduced)->Info().format, PixelFormat::Indexed8);
+    EXPECT_EQ((*reduced)->Info().palette.size(), 256u);
+    EXPECT_EQ(ColorsOf(**reduced), ColorsOf(*picture));
+}
+
+TEST(Quantizer, BringsMoreColorsDownTo256) {
+    const auto picture = MakePictureOfColors(257);
+    const auto reduced = ReducedToPalette(*picture);
+    ASSERT_TRUE(reduced.Ok());
+    EXPECT_LE((*reduced)->Info().palette.size(), 256u);
+    EXPECT_GT(PeakSignalToNoise(ColorsOf(*picture), ColorsOf(**reduced)), 40);
+}
+
+TEST(Quantizer, HolesTakeOneOfTheEntries) {
+    const auto exact = MakePictureOf(
+        256, 1, [](auto x, auto) { return x == 0 ? 0x00ABCDEFu : MakeColor(static_cast<std::uint8_t>(x), 0, 0); });
+    const auto reduced = ReducedToPalette(*exact);
+    ASSERT_TRUE(reduced.Ok());
+    EXPECT_EQ((*reduced)->Info().palette.size(), 256u);
+    EXPECT_EQ((*reduced)->Info().palette.back(), 0x00ABCDEFu);
+    EXPECT_EQ(ColorsOf(**reduced), ColorsOf(*exact));
+}
+
+TEST(Quantizer, AsksForNoMoreEntriesThanAllowed) {
+    const auto reduced = ReducedToPalette(*MakePhoto(), 16);
+    ASSERT_TRUE(reduced.Ok());
+    EXPECT_LE((*reduced)->Info().palette.size(), 16u);
+}
+
+TEST(Quantizer, PartialAlphaGoesOverWhiteFromTheMiddleOn) {
+    const auto picture = MakePictureOf(2, 1, [](auto x, auto) { return x == 0 ? 0x7F000000u : 0x80000000u; });
+    const auto reduced = ReducedToPalette(*picture);
+    ASSERT_TRUE(reduced.Ok());
+    EXPECT_EQ(ColorsOf(**reduced), (Palette{0x00000000, 0xFF7F7F7F}));
+}
+
+TEST(Quantizer, PhotoStaysCloseToItself) { EXPECT_GT(QualityOf(*MakePhoto()), 34); }
+
+TEST(Quantizer, FineShadesOfOneHueStayApart) {
+    const auto sepia = MakePictureOf(1000, 40, [](auto x, auto y) {
+        const double light = (x + y * 0.5) / 1020;
+        return MakeColor(Byte(60 + 180 * light), Byte(40 + 170 * light), Byte(20 + 140 * light));
+    });
+    EXPECT_GT(QualityOf(*sepia), 48);
+}
+
+// Eight greys must make all shades between them, seen from a distance.
+TEST(Quantizer, DiffusionKeepsTheMeanOfSmallAreas) {
+    constexpr std::uint32_t Side = 16;
+    const auto gradient = MakePictureOf(512, Side, [](auto x, auto) {
+        const auto grey = static_cast<std::uint8_t>(x / 2);
+        return MakeColor(grey, grey, grey);
+    });
+    const auto reduced = ReducedToPalette(*gradient, 8);
+    ASSERT_TRUE(reduced.Ok());
+    const auto before = ColorsOf(*gradient);
+    const auto after = ColorsOf(**reduced);
+    for (std::uint32_t left = 48; left < 464; left += Side) {
+        int difference = 0;
+        for (std::uint32_t i = 0; i < Side * Side; ++i) {
+            const std::size_t at = i / Side * 512 + left + i % Side;
+            difference += GreenOf(after[at]) - GreenOf(before[at]);
+        }
+        EXPECT_LT(std::abs(difference / static_cast<double>(Side * Side)), 2) << left;
+    }
+}
+
+TEST(Quantizer, ReadersOfOneResultAgree) {
+    const auto photo = MakePhoto();
+    const auto reduced = ReducedToPalette(*photo);
+    ASSERT_TRUE(reduced.Ok());
+    EXPECT_EQ(ColorsOf(**reduced), ColorsOf(**reduced));
+}
+
+TEST(ColorHistogram, MergesOnlyWhenThereAreTooManyColors) {
+    ColorHistogram histogram;
+    for (std::uint32_t i = 0; i < 65536; ++i) {
+        histogram.Add(0xFF000000 | i);
+    }
+    EXPECT_TRUE(histogram.IsExact());
+    EXPECT_EQ(histogram.Size(), 65536u);
+    histogram.Add(0xFFFFFFFF);
+    EXPECT_FALSE(histogram.IsExact());
+    EXPECT_EQ(histogram.Size(), 128u * 128 + 1);
+}
+
+TEST(ColorHistogram, LosesNoPixelOfAnyNumberOfColors) {
+    ColorHistogram histogram;
+    std::uint64_t red = 0;
+    for (std::uint32_t i = 0; i < 1000000; ++i) {
+        const Color color = i * 2654435761u;
+        red += RedOf(color);
+        histogram.Add(color);
+    }
+    EXPECT_LE(histogram.Size(), 65536u);
+    ColorCell all;
+    for (const ColorCell& cell : histogram.Cells()) {
+        all.pixels += cell.pixels;
+        all.red += cell.red;
+    }
+    EXPECT_EQ(all.pixels, 1000000u);
+    EXPECT_EQ(all.red, red);
+}
+
+TEST(PaletteChoice, UsesAllEntriesWhereTheyHelp) {
+    ColorHistogram histogram;
+    for (std::uint32_t i = 0; i < 4096; ++i) {
+        histogram.Add(MakeColor(static_cast<std::uint8_t>(i % 16 * 17), static_cast<std::uint8_t>(i / 16 % 16 * 17),
+                                static_cast<std::uint8_t>(i / 256 * 17)));
+    }
+    const Palette palette = ChoosePalette(histogram.Cells(), 256);
+    EXPECT_EQ(std::set<Color>(palette.begin(), palette.end()).size(), 256u);
+}
+
+TEST(NearestColor, FindsWhatComparingAllFinds) {
+    std::mt19937 random(7);
+    for (const std::size_t count : {1u, 2u, 17u, 256u}) {
+        Palette palette;
+        for (std::size_t i = 0; i < count; ++i) {
+            palette.push_back(0xFF000000 | (random() & 0xFFFFFF));
+        }
+        NearestColor nearest(palette);
+        const auto distance = [](Color a, Color b) {
+            const auto square = [](int value) { return value * value; };
+            return square(RedOf(a) - RedOf(b)) + square(GreenOf(a) - GreenOf(b)) + square(BlueOf(a) - BlueOf(b));
+        };
+        for (int i = 0; i < 20000; ++i) {
+            const Color color = random() & 0xFFFFFF;
+            const auto best = std::min_element(palette.begin(), palette.end(), [&](Color a, Color b) {
+                return distance(a, color) < distance(b, color);
+            });
+            ASSERT_EQ(nearest.Find(RedOf(color), GreenOf(color), BlueOf(color)), best - palette.begin());
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,99 @@
+// Peak memory of conversions that stream: it must not depend on the picture's height.
+#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/pictures.h"
+#include "tests/support/temporaryfolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace imaginglibrary;
+using namespace tests;
+
+constexpr std::uint32_t Width = 10000;
+constexpr std::uint32_t LowHeight = 1000;
+constexpr std::uint32_t FullHeight = 10000; // 100 megapixels
+constexpr long MostKibibytes = 64 * 1024;
+
+// A picture that exists only while its rows are asked for.
+class TallPicture : public PixelSource {
+  public:
+    explicit TallPicture(std::uint32_t height)
+        : info_{.width = Width, .height = height, .format = PixelFormat::Rgb24} {}
+
+    const PictureInfo& Info() const override { return info_; }
+    Result<std::unique_ptr<RowReader>> OpenRows() const override {
+        return std::unique_ptr<RowReader>(std::make_unique<Rows>());
+    }
+
+  private:
+    class Rows : public RowReader {
+      public:
+        Status ReadRow(std::uint8_t* row) override {
+            for (std::uint32_t x = 0; x < Width; ++x) {
+                row[3 * x] = static_cast<std::uint8_t>(x / 40);
+                row[3 * x + 1] = static_cast<std::uint8_t>(y_ / 40);
+                row[3 * x + 2] = static_cast<std::uint8_t>((x + y_) / 79);
+            }
+            ++y_;
+            return Status::Ok;
+        }
+
+      private:
+        std::uint32_t y_ = 0;
+    };
+
+    PictureInfo info_;
+};
+
+struct Ending {
+    int exitStatus;
+    long peakKibibytes;
+};
+
+Ending RunConvert(const std::filesystem::path& source, const std::filesystem::path& target) {
+    const pid_t child = fork();
+    if (child == 0) {
+        execl(LUMBRIX_CLI, LUMBRIX_CLI, "convert", source.c_str(), target.c_str(), nullptr);
+        _exit(127);
+    }
+    int ending = 0;
+    rusage usage{};
+    wait4(child, &ending, 0, &usage);
+    return {WIFEXITED(ending) ? WEXITSTATUS(ending) : -1, usage.ru_maxrss};
+}
+
+class Memory : public testing::Test {
+  protected:
+    // Writes the source at both heights and holds the two peaks against each other and against the limit.
+    void ExpectConstant(const Codec& sourceCodec, const std::string& sourceName, const std::string& targetName) {
+        long peaks[2];
+        const std::uint32_t heights[2] = {LowHeight, FullHeight};
+        for (int i = 0; i < 2; ++i) {
+            const auto source = folder_ / sourceName;
+            ASSERT_EQ(WritePicture(sourceCodec, TallPicture(heights[i]), source), Status::Ok);
+            const Ending ending = RunConvert(source, folder_ / targetName);
+            ASSERT_EQ(ending.exitStatus, 0);
+            peaks[i] = ending.peakKibibytes;
+        }
+        RecordProperty("PeakKibibytes", static_cast<int>(peaks[1]));
+        std::printf("%s to %s: peak %ld KiB at %u rows, %ld KiB at %u rows\n", sourceName.c_str(), targetName.c_str(),
+                    peaks[0], LowHeight, peaks[1], FullHeight);
+        EXPECT_LT(peaks[1], MostKibibytes);
+        EXPECT_LT(peaks[1], peaks[0] + 4096) << "ten times the height, the same memory";
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(Memory, JpegToPngIsConstant) { ExpectConstant(JpegCodec(), "a.jpg", "b.png"); }
+TEST_F(Memory, PngToJpegIsConstant) { ExpectConstant(PngCodec(), "a.png", "b.jpg"); }
+TEST_F(Memory, JpegToBmpIsConstant) { ExpectConstant(JpegCodec(), "a.jpg", "b.bmp"); }
+TEST_F(Memory, PngToTiffIsConstant) { ExpectConstant(PngCodec(), "a.png", "b.tiff"); }
+TEST_F(Memory, JpegToGifIsConstant) { ExpectConstant(JpegCodec(), "a.jpg", "b.gif"); }
+
+} // namespace
