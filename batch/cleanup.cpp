@@ -54,7 +54,7 @@ void SweepWorkFolder(const std::string& folder) {
     trap([&] { RemoveFolder(work); });
 }
 
-std::string TempFolderPath() { return TemporaryFolder(); }
+std::string TempFolderPath() { return TemporaryFolderPath(); }
 
 std::string NewTempImageName() { return NewTemporaryFile("IMG"); }
 

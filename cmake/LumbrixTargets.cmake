@@ -17,12 +17,14 @@ target_include_directories(lumbrix_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(lumbrix_options INTERFACE
     -Wall -Wextra -Wshadow $<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor> -Werror
     # Designated initialisers name what matters; every other member has its default beside its declaration.
-    -Wno-missing-field-initializers)
+    -Wno-missing-field-initializers
+    # GCC 12 sees overlaps inside its own std::string.
+    $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
 if(WIN32)
     # One self-contained file per artifact, and the same floating point as everywhere else.
     target_compile_definitions(lumbrix_options INTERFACE WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN)
     target_compile_options(lumbrix_options INTERFACE -msse2 -mfpmath=sse -mstackrealign)
-    target_link_options(lumbrix_options INTERFACE -static -static-libgcc -static-libstdc++ -Wl,--enable-stdcall-fixup)
+    target_link_options(lumbrix_options INTERFACE -static -static-libgcc -static-libstdc++ $<$<CONFIG:Release>:-s>)
 endif()
 
 # Everything, third-party test code included, is built with the sanitizers or nothing is.
@@ -53,5 +55,16 @@ function(lumbrix_test)
         include(GoogleTest)
         gtest_discover_tests(${TEST_NAME} TEST_PREFIX ${TEST_NAME}. DISCOVERY_MODE PRE_TEST
             PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
+    endif()
+endfunction()
+
+# For a test program that meets the finished libraries by name: on Windows they must lie beside it.
+function(lumbrix_beside_libraries target)
+    add_dependencies(${target} lumbrix lumbrix_imaging_library)
+    if(WIN32)
+        set(folder ${LUMBRIX_OUTPUT}-tests)
+        set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${folder})
+        add_custom_command(TARGET ${target} POST_BUILD COMMAND ${CMAKE_COMMAND} -E copy_if_different
+            $<TARGET_FILE:lumbrix> $<TARGET_FILE:lumbrix_imaging_library> ${folder})
     endif()
 endfunction()

@@ -44,7 +44,7 @@ void AppendToFile(const std::string& path, const std::string& bytes);
 std::string ReadFileContent(const std::string& path);
 
 // The system's folder for temporary files, with its separator.
-std::string TemporaryFolder();
+std::string TemporaryFolderPath();
 
 // Makes a new, empty file in the temporary folder, named `prefix`, hexadecimal digits and ".tmp". Raises where it
 // cannot be made.

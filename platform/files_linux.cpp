@@ -97,7 +97,7 @@ std::string ReadFileContent(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::string TemporaryFolder() {
+std::string TemporaryFolderPath() {
     const char* named = std::getenv("TMPDIR");
     std::string folder = named != nullptr && *named != 0 ? named : "/tmp";
     if (folder.back() != PathSeparator) {
@@ -109,7 +109,7 @@ std::string TemporaryFolder() {
 std::string NewTemporaryFile(const std::string& prefix) {
     constexpr int Attempts = 100;
     for (int attempt = 0;; ++attempt) {
-        const std::string path = TemporaryFolder() + prefix + HexadecimalDigits() + ".tmp";
+        const std::string path = TemporaryFolderPath() + prefix + HexadecimalDigits() + ".tmp";
         const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
         if (file >= 0) {
             close(file);

@@ -122,7 +122,7 @@ std::string ReadFileContent(const std::string& path) {
     return bytes;
 }
 
-std::string TemporaryFolder() {
+std::string TemporaryFolderPath() {
     char buffer[260] = {};
     GetTempPathA(sizeof buffer, buffer);
     return buffer;
@@ -130,7 +130,7 @@ std::string TemporaryFolder() {
 
 std::string NewTemporaryFile(const std::string& prefix) {
     char buffer[MAX_PATH] = {};
-    const std::string folder = TemporaryFolder();
+    const std::string folder = TemporaryFolderPath();
     if (GetTempFileNameA(folder.c_str(), prefix.c_str(), 0, buffer) == 0) {
         Raise("cannot make a temporary file in", folder);
     }

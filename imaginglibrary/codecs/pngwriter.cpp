@@ -5,6 +5,7 @@
 #include "imaginglibrary/codecs/pngpalette.h"
 #include "imaginglibrary/core/rowconverter.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <new>
@@ -16,6 +17,7 @@ namespace imaginglibrary {
 namespace {
 
 constexpr int CompressionLevel = 6;
+constexpr png_fixed_point ScreenGamma = 45455;
 constexpr double InchesPerMetre = 1 / 0.0254;
 constexpr double DefaultDotsPerInch = 96;
 
@@ -27,7 +29,8 @@ PixelFormat WrittenFormat(const PictureInfo& info) {
 }
 
 png_uint_32 DotsPerMetre(double dotsPerInch) {
-    return static_cast<png_uint_32>(std::lround((dotsPerInch > 0 ? dotsPerInch : DefaultDotsPerInch) * InchesPerMetre));
+    const double dots = std::round((dotsPerInch > 0 ? dotsPerInch : DefaultDotsPerInch) * InchesPerMetre);
+    return static_cast<png_uint_32>(std::clamp(dots, 1.0, double{PNG_UINT_31_MAX}));
 }
 
 // One libpng writer; Begin once, then WriteRow for every row, then End.
@@ -94,7 +97,8 @@ class PngWriter {
                                                                : PNG_COLOR_TYPE_RGB;
         png_set_IHDR(png_, header_, info_.width, info_.height, indexed ? static_cast<int>(BitsPerPixel(format_)) : 8,
                      colorType, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_BASE, PNG_FILTER_TYPE_BASE);
-        png_set_sRGB_gAMA_and_cHRM(png_, header_, PNG_sRGB_INTENT_PERCEPTUAL);
+        png_set_sRGB(png_, header_, PNG_sRGB_INTENT_PERCEPTUAL);
+        png_set_gAMA_fixed(png_, header_, ScreenGamma);
         png_set_pHYs(png_, header_, DotsPerMetre(info_.resolution.horizontal), DotsPerMetre(info_.resolution.vertical),
                      PNG_RESOLUTION_METER);
         png_set_compression_level(png_, CompressionLevel);

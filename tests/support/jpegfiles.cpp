@@ -45,15 +45,19 @@ void Configure(jpeg_compress_struct& info, const JpegFile& file, std::vector<jpe
 } // namespace
 
 std::uint8_t SmoothSample(unsigned x, unsigned y, int channel) {
+    // Up and down again, so that large pictures have no edges either.
+    const auto wave = [](unsigned at, unsigned height) {
+        return at / height % 2 == 0 ? at % height : height - at % height;
+    };
     switch (channel) {
     case 0:
-        return static_cast<std::uint8_t>(40 + x * 5 % 180);
+        return static_cast<std::uint8_t>(40 + wave(x * 5, 180));
     case 1:
-        return static_cast<std::uint8_t>(200 - y * 6 % 160);
+        return static_cast<std::uint8_t>(200 - wave(y * 6, 160));
     case 2:
-        return static_cast<std::uint8_t>(60 + (x + y) * 2 % 150);
+        return static_cast<std::uint8_t>(60 + wave((x + y) * 2, 150));
     default:
-        return static_cast<std::uint8_t>(230 - (x + 2 * y) % 100);
+        return static_cast<std::uint8_t>(230 - wave(x + 2 * y, 100));
     }
 }
 

@@ -1,0 +1,10 @@
+# Copies IMAGE to PADDED with zeros behind it, up to the size that the program expects of it.
+set(size 1706800)
+file(SIZE ${IMAGE} linked)
+if(linked GREATER size)
+    message(FATAL_ERROR "${IMAGE} has ${linked} bytes, more than ${size}")
+endif()
+get_filename_component(folder ${PADDED} DIRECTORY)
+file(MAKE_DIRECTORY ${folder})
+file(COPY_FILE ${IMAGE} ${PADDED})
+execute_process(COMMAND truncate --size=${size} ${PADDED} COMMAND_ERROR_IS_FATAL ANY)

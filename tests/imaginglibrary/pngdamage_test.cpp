@@ -1,0 +1,179 @@
+// PNG files that are cut off, damaged, or made to do harm.
+#include "imaginglibrary/codecs/rows.h"
+#include "imaginglibrary/core/limits.h"
+#include "tests/support/memoryfiles.h"
+#include "tests/support/pictures.h"
+#include "tests/support/pngfiles.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace imaginglibrary;
+using namespace tests;
+
+Status Decode(const std::string& bytes) {
+    const auto picture = OpenBytes(PngCodec(), bytes);
+    return picture.Ok() ? ReadAllRows(**picture) : picture.GetStatus();
+}
+
+std::vector<Color> ColorsIn(const std::string& bytes) {
+    const auto picture = OpenBytes(PngCodec(), bytes);
+    return picture.Ok() ? ColorsOf(**picture) : std::vector<Color>();
+}
+
+unsigned MixedSample(unsigned x, unsigned y, unsigned channel) { return (x * 77 + y * 31 + channel * 91) & 255; }
+
+std::string WholeFile(bool isInterlaced = false) { return MakePng({.isInterlaced = isInterlaced}, MixedSample); }
+
+// One file for each way of laying out the data.
+std::vector<std::string> Layouts() {
+    std::vector<std::string> files;
+    for (const bool isInterlaced : {false, true}) {
+        files.push_back(WholeFile(isInterlaced));
+        files.push_back(MakePng({.type = PNG_COLOR_TYPE_PALETTE,
+                                 .isInterlaced = isInterlaced,
+                                 .palette = Palette(256, MakeColor(1, 2, 3, 4)),
+                                 .hasAlphas = true},
+                                MixedSample));
+        files.push_back(
+            MakePng({.depth = 16, .type = PNG_COLOR_TYPE_GRAY_ALPHA, .isInterlaced = isInterlaced},
+                    [](unsigned x, unsigned y, unsigned channel) { return MixedSample(x, y, channel) * 257; }));
+        files.push_back(MakePng({.depth = 1, .type = PNG_COLOR_TYPE_GRAY, .isInterlaced = isInterlaced},
+                                [](unsigned x, unsigned y, unsigned) { return (x ^ y) & 1; }));
+    }
+    return files;
+}
+
+// The file with a chunk put before another one.
+std::string WithChunk(const std::string& png, const std::string& chunk, const std::string& before) {
+    std::string bytes = png;
+    return bytes.insert(FindChunk(png, before), chunk);
+}
+
+TEST(PngDamage, CutFileIsUndecodableUnlessAllItsPixelsAreThere) {
+    for (const std::string& whole : Layouts()) {
+        const std::vector<Color> colors = ColorsIn(whole);
+        const std::size_t endOfPixels = FindChunk(whole, "IEND");
+        ASSERT_FALSE(colors.empty());
+        for (std::size_t size = 0; size < whole.size(); ++size) {
+            const std::string cut = whole.substr(0, size);
+            const Status status = Decode(cut);
+            if (size >= endOfPixels) {
+                ASSERT_EQ(status, Status::Ok);
+                EXPECT_EQ(ColorsIn(cut), colors);
+            } else {
+                EXPECT_EQ(status, UndecodableContent) << size << " of " << whole.size() << " bytes";
+            }
+        }
+    }
+}
+
+TEST(PngDamage, AnyDamagedByteGivesAStatusAndSaysNothing) {
+    testing::internal::CaptureStderr();
+    for (const std::string& whole : Layouts()) {
+        for (std::size_t i = 0; i < whole.size(); ++i) {
+            for (const int flip : {0x01, 0x80, 0xFF}) {
+                std::string damaged = whole;
+                damaged[i] = static_cast<char>(damaged[i] ^ flip);
+                const Status status = Decode(damaged);
+                EXPECT_TRUE(status == Status::Ok || status == UndecodableContent || status == Status::InvalidParameter);
+            }
+        }
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(PngDamage, DamagedPixelDataIsUndecodable) {
+    for (const bool isInterlaced : {false, true}) {
+        const std::string whole = WholeFile(isInterlaced);
+        const std::size_t end = FindChunk(whole, "IEND");
+        for (std::size_t i = FindChunk(whole, "IDAT"); i < end; ++i) {
+            std::string damaged = whole;
+            damaged[i] = static_cast<char>(damaged[i] ^ 0x10);
+            EXPECT_EQ(Decode(damaged), UndecodableContent) << i;
+        }
+    }
+}
+
+TEST(PngDamage, OpeningNeedsTheHeaderOnly) {
+    const std::string whole = WholeFile();
+    constexpr std::size_t ChunkHead = 8;
+    const auto picture = OpenBytes(PngCodec(), whole.substr(0, FindChunk(whole, "IDAT") + ChunkHead));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().width, 33u);
+    EXPECT_EQ(ReadAllRows(**picture), UndecodableContent);
+}
+
+TEST(PngDamage, TooFewRowsAreUndecodable) {
+    for (const bool isInterlaced : {false, true}) {
+        EXPECT_EQ(Decode(WithClaimedSides(WholeFile(isInterlaced), 33, 10)), UndecodableContent);
+    }
+}
+
+TEST(PngDamage, WhatStandsBehindThePixelsMayBeBroken) {
+    const std::string whole = WholeFile();
+    EXPECT_EQ(Decode(WithChunk(whole, "rubbish of any kind", "IEND")), Status::Ok);
+    EXPECT_EQ(Decode(whole + "another program's data"), Status::Ok);
+}
+
+TEST(PngDamage, BrokenAncillaryChunksArePassedOver) {
+    const std::string whole = WholeFile();
+    const std::vector<Color> colors = ColorsIn(whole);
+    std::string badChecksum = PngChunk("pHYs", std::string("\0\0\x10\0\0\0\x10\0\1", 9));
+    badChecksum.back() = static_cast<char>(badChecksum.back() ^ 1);
+    for (const std::string& chunk :
+         {PngChunk("iCCP", "no profile at all"), PngChunk("gAMA", ""), PngChunk("cHRM", std::string(32, '\xFF')),
+          PngChunk("pHYs", "short"), PngChunk("tRNS", "x"), PngChunk("zTXt", "key"), PngChunk("sRGB", "\x7F"),
+          PngChunk("prVt", "unknown to all"), badChecksum}) {
+        const std::string bytes = WithChunk(whole, chunk, "IDAT");
+        ASSERT_EQ(Decode(bytes), Status::Ok) << chunk.substr(4, 4);
+        EXPECT_EQ(ColorsIn(bytes), colors);
+    }
+}
+
+TEST(PngDamage, LongTextIsPassedOver) {
+    const std::string text = "Comment" + std::string(1, '\0') + std::string(MaximumMetadataBytes + 1, 'x');
+    EXPECT_EQ(Decode(WithChunk(WholeFile(), PngChunk("tEXt", text), "IDAT")), Status::Ok);
+}
+
+TEST(PngDamage, ManyChunksArePassedOver) {
+    std::string chunks;
+    for (int i = 0; i < 5000; ++i) {
+        chunks += PngChunk("tEXt", std::string("Comment\0text", 12));
+    }
+    EXPECT_EQ(Decode(WithChunk(WholeFile(), chunks, "IDAT")), Status::Ok);
+}
+
+TEST(PngDamage, UnknownCriticalChunkIsUndecodable) {
+    EXPECT_EQ(Decode(WithChunk(WholeFile(), PngChunk("PRIV", "must be understood"), "IDAT")), UndecodableContent);
+}
+
+TEST(PngDamage, PaletteMustBeThere) {
+    const std::string whole =
+        MakePng({.type = PNG_COLOR_TYPE_PALETTE, .palette = Palette(256, MakeColor(1, 2, 3))}, MixedSample);
+    const std::size_t at = FindChunk(whole, "PLTE");
+    EXPECT_EQ(Decode(whole.substr(0, at) + whole.substr(at + 12 + 3 * 256)), UndecodableContent);
+}
+
+TEST(PngDamage, SideBeyondTheLimitIsInvalid) {
+    const std::string whole = WholeFile();
+    for (const std::uint32_t side : {MaximumSide + 1, 100000000u}) {
+        EXPECT_EQ(OpenBytes(PngCodec(), WithClaimedSides(whole, side, 1)).GetStatus(), Status::InvalidParameter);
+        EXPECT_EQ(OpenBytes(PngCodec(), WithClaimedSides(whole, 1, side)).GetStatus(), Status::InvalidParameter);
+    }
+    EXPECT_TRUE(OpenBytes(PngCodec(), WithClaimedSides(whole, MaximumSide, MaximumSide)).Ok());
+}
+
+TEST(PngDamage, EmptyPictureIsUndecodable) {
+    EXPECT_EQ(OpenBytes(PngCodec(), WithClaimedSides(WholeFile(), 0, 1)).GetStatus(), UndecodableContent);
+    EXPECT_EQ(OpenBytes(PngCodec(), WithClaimedSides(WholeFile(), 1, 0)).GetStatus(), UndecodableContent);
+}
+
+TEST(PngDamage, InterlacedPictureBeyondTheMemoryLimitIsRefusedBeforeItIsTaken) {
+    const auto picture = OpenBytes(PngCodec(), WithClaimedSides(WholeFile(true), MaximumSide, MaximumSide));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->OpenRows().GetStatus(), Status::OutOfMemory);
+}
+
+} // namespace

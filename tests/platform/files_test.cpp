@@ -1,0 +1,102 @@
+// Files and folders under 8-bit names, and the errors they raise.
+#include "platform/errors.h"
+#include "platform/files.h"
+#include "tests/support/temporaryfolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace {
+
+using namespace lumbrix;
+using namespace tests;
+
+class PlatformFiles : public testing::Test {
+  protected:
+    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
+
+    TemporaryFolder folder_;
+};
+
+TEST(Trap, EndsTheBodyAndGivesBackTheError) {
+    bool wentOn = false;
+    const auto error = trap([&] {
+        throw RuntimeError(53, "file not found");
+        wentOn = true;
+    });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Number(), 53);
+    EXPECT_STREQ(error->what(), "file not found");
+    EXPECT_FALSE(wentOn);
+    EXPECT_FALSE(trap([] {}));
+}
+
+TEST(Trap, LetsOtherExceptionsPass) {
+    EXPECT_THROW(trap([] { throw std::logic_error("a mistake"); }), std::logic_error);
+}
+
+TEST_F(PlatformFiles, RemovingAMissingFileRaises) { EXPECT_THROW(RemoveFile(Path("none")), RuntimeError); }
+
+TEST_F(PlatformFiles, WritingKeepsWhatStandsBehind) {
+    WriteBytes(folder_ / "file", "abcdef");
+    WriteIntoFile(Path("file"), "XY");
+    EXPECT_EQ(ReadBytes(folder_ / "file"), "XYcdef");
+    WriteIntoFile(Path("new"), "Z");
+    EXPECT_EQ(ReadBytes(folder_ / "new"), "Z");
+}
+
+TEST_F(PlatformFiles, WritingToAnEmptyNameRaises) { EXPECT_THROW(WriteIntoFile("", "x"), RuntimeError); }
+
+TEST_F(PlatformFiles, AppendingMakesTheFileAndAddsToIt) {
+    AppendToFile(Path("list"), "a");
+    AppendToFile(Path("list"), "b");
+    EXPECT_EQ(ReadFileContent(Path("list")), "ab");
+    EXPECT_THROW(AppendToFile(Path("none/list"), "a"), RuntimeError);
+}
+
+TEST_F(PlatformFiles, ListingPassesOverFolders) {
+    std::filesystem::create_directory(folder_ / "folder");
+    WriteBytes(folder_ / "b", "");
+    WriteBytes(folder_ / "a.txt", "");
+    auto names = FilesIn(folder_.Path().string());
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"a.txt", "b"}));
+    EXPECT_TRUE(FilesIn(Path("none")).empty());
+}
+
+TEST_F(PlatformFiles, FoldersAreMadeWithAllAboveAndRemovedWhenEmpty) {
+    const std::string deep = (folder_ / "one").string() + PathSeparator + "two";
+    MakeFolders(deep);
+    EXPECT_TRUE(std::filesystem::is_directory(deep));
+    WriteBytes(std::filesystem::path(deep) / "file", "");
+    EXPECT_THROW(RemoveFolder(deep), RuntimeError);
+    RemoveFile(deep + PathSeparator + "file");
+    RemoveFolder(deep);
+    EXPECT_FALSE(std::filesystem::exists(deep));
+}
+
+TEST_F(PlatformFiles, MakingAFolderBelowAFileRaises) {
+    WriteBytes(folder_ / "file", "");
+    EXPECT_THROW(MakeFolders(Path("file") + PathSeparator + "folder"), RuntimeError);
+}
+
+TEST_F(PlatformFiles, SearchGivesTheBareNameAndGoesOn) {
+    WriteBytes(folder_ / "one.dll", "");
+    WriteBytes(folder_ / "two.dll", "");
+    FileSearch search;
+    std::vector<std::string> found{search.FirstMatch(Path("*.dll")), search.FirstMatch("")};
+    std::sort(found.begin(), found.end());
+    EXPECT_EQ(found, (std::vector<std::string>{"one.dll", "two.dll"}));
+    EXPECT_EQ(search.FirstMatch(""), "");
+    EXPECT_EQ(search.FirstMatch(Path("none.dll")), "");
+    EXPECT_EQ(search.FirstMatch(""), "") << "a search that found nothing goes on with nothing";
+}
+
+TEST_F(PlatformFiles, SizeOfAMissingFileIsNothing) {
+    WriteBytes(folder_ / "file", "abc");
+    EXPECT_EQ(FileSize(Path("file")), 3u);
+    EXPECT_EQ(FileSize(Path("none")), std::nullopt);
+}
+
+} // namespace

@@ -1,0 +1,148 @@
+// The real program, started as a person would start it, and loaded as a library as a programmer would.
+#include "tests/support/temporaryfolder.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace tests;
+
+constexpr std::uintmax_t ModuleBytes = 1706800;
+
+const std::filesystem::path Artifacts = LUMBRIX_ARTIFACTS;
+
+// The program in a folder of its own, with or without the imaging library beside it.
+class Program : public testing::Test {
+  protected:
+    Program() {
+        for (const char* name : {"lumbrix.exe", "lumbrix.dll"}) {
+            std::filesystem::copy_file(Artifacts / name, folder_ / name);
+        }
+        std::filesystem::create_directory(current_);
+    }
+
+    // Runs it to its end in the current folder and gives back its exit code.
+    DWORD Run(const std::filesystem::path& currentFolder) {
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION process{};
+        std::wstring command = L"\"" + (folder_ / "lumbrix.exe").wstring() + L"\"";
+        if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, currentFolder.c_str(), &start,
+                            &process)) {
+            ADD_FAILURE() << "not started, error " << GetLastError();
+            return ~0u;
+        }
+        constexpr DWORD Patience = 60000;
+        EXPECT_EQ(WaitForSingleObject(process.hProcess, Patience), WAIT_OBJECT_0);
+        DWORD code = ~0u;
+        GetExitCodeProcess(process.hProcess, &code);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        return code;
+    }
+
+    std::filesystem::path Module(const std::filesystem::path& folder) const { return folder / "gdiplus.dll"; }
+
+    TemporaryFolder folder_;
+    std::filesystem::path current_ = folder_ / "current";
+};
+
+TEST_F(Program, StartsAndEnds) { EXPECT_EQ(Run(current_), 0u); }
+
+TEST_F(Program, WritesTheModuleWhereOnlyTheSystemFolderHasOne) {
+    EXPECT_EQ(Run(current_), 0u);
+    EXPECT_EQ(std::filesystem::file_size(Module(current_)), ModuleBytes);
+}
+
+TEST_F(Program, DoesNotWriteTheModuleAgain) {
+    ASSERT_EQ(Run(current_), 0u);
+    WriteBytes(Module(current_), "mine");
+    EXPECT_EQ(Run(current_), 0u);
+    EXPECT_EQ(ReadBytes(Module(current_)), "mine");
+}
+
+TEST_F(Program, KeepsWorkingInTheFolderWhereItWroteTheModule) {
+    ASSERT_EQ(Run(folder_.Path()), 0u);
+    ASSERT_EQ(std::filesystem::file_size(Module(folder_.Path())), ModuleBytes);
+    EXPECT_EQ(Run(folder_.Path()), 0u);
+}
+
+TEST_F(Program, SweepsTheListOfItsFolder) {
+    WriteBytes(folder_ / "left", "");
+    WriteBytes(folder_ / "CleanUp.txt", (folder_ / "left").string() + "\r\n");
+    EXPECT_EQ(Run(current_), 0u);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "left"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "CleanUp.txt"));
+}
+
+// What cannot be deleted from the Work folder is listed and tried once more at the same start: had the list been worked
+// through first, it would be there now.
+TEST_F(Program, SweepsTheWorkFolderBeforeTheList) {
+    std::filesystem::create_directory(folder_ / "Work");
+    WriteBytes(folder_ / "Work" / "plain", "");
+    WriteBytes(folder_ / "Work" / "used", "");
+    const HANDLE used = CreateFileW((folder_ / "Work" / "used").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(used, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(Run(current_), 0u);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "Work" / "plain"));
+    EXPECT_TRUE(std::filesystem::exists(folder_ / "Work" / "used"));
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "CleanUp.txt"));
+    CloseHandle(used);
+}
+
+// A picture of one blue pixel over a red one.
+const std::string
+    SmallBmp("BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0\0\0\0\0\x08\0\0\0\0\0\0\0"
+             "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0\xFF\0\0\0",
+             62);
+
+// Every exported name leads from the program into the engine.
+TEST(LoadedProgram, OffersItsProceduresByName) {
+    const HMODULE program = LoadLibraryW((Artifacts / "lumbrix.exe").c_str());
+    ASSERT_NE(program, nullptr);
+    for (const char* name :
+         {"ConvertImageToBmp", "ConvertImageToGif", "ConvertImageToJpeg", "ConvertImageToPng", "ConvertImageToSgl",
+          "ConvertImageToTiff", "ConvertImageToThumbBmp", "ConvertImageToThumbGif", "ConvertImageToThumbJpeg",
+          "ConvertImageToThumbPng", "ConvertImageToThumbTiff", "GetImageDimensions"}) {
+        EXPECT_NE(GetProcAddress(program, name), nullptr) << name;
+    }
+}
+
+TEST(LoadedProgram, ConvertsAFile) {
+    using Load = void(WINAPI*)();
+    using Convert = std::int32_t(WINAPI*)(const char*, const char*);
+    TemporaryFolder folder;
+    WriteBytes(folder / "a.bmp", SmallBmp);
+    const HMODULE program = LoadLibraryW((Artifacts / "lumbrix.exe").c_str());
+    ASSERT_NE(program, nullptr);
+    const auto load = reinterpret_cast<Load>(reinterpret_cast<void*>(GetProcAddress(program, "LoadImagingLibrary")));
+    const auto convert =
+        reinterpret_cast<Convert>(reinterpret_cast<void*>(GetProcAddress(program, "ConvertImageToPng")));
+    load();
+    EXPECT_EQ(convert((folder / "a.bmp").string().c_str(), (folder / "b.png").string().c_str()), 0);
+    EXPECT_EQ(ReadBytes(folder / "b.png").substr(0, 4), "\x89PNG");
+}
+
+TEST(ProgramFile, DoesNotImportTheImagingLibrary) {
+    const HMODULE program = LoadLibraryExW((Artifacts / "lumbrix.exe").c_str(), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+    ASSERT_NE(program, nullptr);
+    const auto* base = reinterpret_cast<const char*>(program);
+    const auto* headers =
+        reinterpret_cast<const IMAGE_NT_HEADERS32*>(base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew);
+    const auto& place = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    std::vector<std::string> imports;
+    for (const auto* entry = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + place.VirtualAddress);
+         entry->Name != 0; ++entry) {
+        imports.emplace_back(base + entry->Name);
+        EXPECT_STRNE(_strlwr(imports.back().data()), "gdiplus.dll");
+    }
+    EXPECT_FALSE(imports.empty());
+}
+
+} // namespace
