@@ -1,4 +1,4 @@
 /* lumbrix.h must be plain C. */
 #include "imaging/exports/lumbrix.h"
 
-int32_t (LUMBRIX_CALL *const convertToPng)(const char *, const char *) = ConvertImageToPng;
+int32_t(LUMBRIX_CALL* const convertToPng)(const char*, const char*) = ConvertImageToPng;

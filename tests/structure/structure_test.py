@@ -1,0 +1,131 @@
+#!/usr/bin/env python3
+"""Reads the includes of all sources and fails on an arrow between rooms that must not be.
+
+Usage: structure_test.py ROOT
+"""
+
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+ROOMS = ["app", "mainwindow", "annotate", "freeedit", "draw", "desktop", "batch", "imaging/gdiplus", "imaging/exports",
+         "imaging", "imaginglibrary", "toolkit", "platform", "cli"]
+WINDOWS = {"mainwindow", "annotate", "freeedit", "draw", "desktop"}
+ENGINE = {"imaging", "imaging/gdiplus", "imaging/exports", "platform"}
+
+# Which rooms the files of a room may include, besides their own.
+MAY_KNOW = {
+    "app": WINDOWS | {"batch", "toolkit"} | ENGINE,
+    **{window: WINDOWS | {"batch", "toolkit"} | ENGINE for window in WINDOWS},
+    "batch": {"imaging", "platform"},
+    "imaging": {"imaging/gdiplus", "platform"},
+    "imaging/exports": {"imaging", "platform"},
+    "imaging/gdiplus": {"platform"},
+    "imaginglibrary": set(),
+    "toolkit": {"platform"},
+    "platform": set(),
+    "cli": {"imaging/exports"},
+}
+WINDOWS_HEADERS = re.compile(r"windows\.h|commctrl\.h|commdlg\.h|shellapi\.h|shlobj\.h|objbase\.h", re.IGNORECASE)
+MAY_INCLUDE_WINDOWS = WINDOWS | {"app", "toolkit"}
+LONGEST_FILE = 500
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def room_of(path):
+    return next((room for room in ROOMS if path.startswith(room + "/")), None)
+
+
+def sources(root):
+    listed = subprocess.run(["git", "-C", str(root), "ls-files", "--cached", "--others", "--exclude-standard"],
+                            capture_output=True, text=True)
+    names = listed.stdout.split() if listed.returncode == 0 else [
+        str(path.relative_to(root)) for path in root.rglob("*") if path.is_file()]
+    return [name for name in names if name.endswith((".cpp", ".h", ".c")) and (root / name).is_file()]
+
+
+def faults_of(root):
+    """One sentence per fault found below a folder."""
+    faults = []
+    for name in sources(root):
+        text = (root / name).read_text()
+        room = room_of(name)
+        if text.count("\n") > LONGEST_FILE:
+            faults.append(f"{name} has more than {LONGEST_FILE} lines")
+        if not text.startswith(("//", "/*")):
+            faults.append(f"{name} does not begin with a sentence about what lives in it")
+        if room is None:
+            continue
+        for kind, included in INCLUDE.findall(text):
+            if kind == "<" and WINDOWS_HEADERS.fullmatch(included):
+                if room not in MAY_INCLUDE_WINDOWS and not re.search(r"_windows\.(cpp|h)$", name):
+                    faults.append(f"{name} includes <{included}>")
+            target = room_of(included) if kind == '"' else None
+            if target is not None and target != room and target not in MAY_KNOW[room]:
+                faults.append(f"{name} includes {included}: {room} must not know {target}")
+    return faults
+
+
+class Structure(unittest.TestCase):
+    root = None
+
+    def test_only_allowed_arrows_are_drawn(self):
+        self.assertEqual(faults_of(self.root), [])
+
+    def test_many_files_are_read(self):
+        self.assertGreater(len(sources(self.root)), 100)
+
+
+class PlantedFaults(unittest.TestCase):
+    """The check itself: each kind of fault is found in a tree made for it."""
+
+    def faults(self, name, text):
+        with tempfile.TemporaryDirectory() as folder:
+            path = Path(folder) / name
+            path.parent.mkdir(parents=True)
+            path.write_text(text)
+            return faults_of(Path(folder))
+
+    def expect_fault(self, name, text, fault):
+        self.assertEqual(self.faults(name, text), [fault])
+
+    def test_clean_file_has_none(self):
+        self.assertEqual(self.faults("imaging/a.cpp", '// A.\n#include "platform/files.h"\n#include <string>\n'), [])
+
+    def test_engine_must_not_know_the_imaging_library(self):
+        self.expect_fault("imaging/a.cpp", '// A.\n#include "imaginglibrary/core/status.h"\n',
+                          "imaging/a.cpp includes imaginglibrary/core/status.h: imaging must not know imaginglibrary")
+
+    def test_imaging_library_knows_nobody(self):
+        self.expect_fault("imaginglibrary/core/a.h", '// A.\n#include "platform/text.h"\n',
+                          "imaginglibrary/core/a.h includes platform/text.h: imaginglibrary must not know platform")
+
+    def test_engine_must_not_know_what_stands_on_it(self):
+        self.expect_fault("imaging/a.cpp", '// A.\n#include "batch/cleanup.h"\n',
+                          "imaging/a.cpp includes batch/cleanup.h: imaging must not know batch")
+
+    def test_command_line_knows_the_exports_only(self):
+        self.expect_fault("cli/a.cpp", '// A.\n#include "imaging/convert.h"\n',
+                          "cli/a.cpp includes imaging/convert.h: cli must not know imaging")
+
+    def test_windows_header_has_its_places(self):
+        self.expect_fault("batch/a.cpp", "// A.\n#include <windows.h>\n", "batch/a.cpp includes <windows.h>")
+        self.assertEqual(self.faults("platform/a_windows.cpp", "// A.\n#include <windows.h>\n"), [])
+        self.assertEqual(self.faults("app/a.cpp", "// A.\n#include <windows.h>\n"), [])
+
+    def test_file_without_a_first_sentence(self):
+        self.expect_fault("cli/a.cpp", "int a;\n",
+                          "cli/a.cpp does not begin with a sentence about what lives in it")
+
+    def test_file_beyond_its_room(self):
+        self.expect_fault("cli/a.cpp", "// A.\n" + "int a;\n" * 500, "cli/a.cpp has more than 500 lines")
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    Structure.root = Path(sys.argv[1])
+    unittest.main(argv=sys.argv[:1])
