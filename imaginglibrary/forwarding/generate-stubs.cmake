@@ -20,6 +20,11 @@ foreach(symbol IN LISTS found)
     set(name ${CMAKE_MATCH_1})
     set(bytes ${CMAKE_MATCH_2})
     string(APPEND exports "${name} = stub_${index}\n")
+    # The one function that answers with memory must answer with none.
+    set(answer "movl _AbsentStatus, %eax")
+    if(name STREQUAL "GdipAlloc")
+        set(answer "xorl %eax, %eax")
+    endif()
     # A stub jumps through the table, whose entry leads to the binder until the name is bound. A name that the system
     # does not have ends in the third piece, which answers for it and takes its arguments off the stack.
     string(APPEND code "
@@ -27,7 +32,7 @@ foreach(symbol IN LISTS found)
 _stub_${index}: jmp *_StubTargets + 4 * ${index}
 bind_${index}: pushl $${index}
     jmp bind
-absent_${index}: movl _AbsentStatus, %eax
+absent_${index}: ${answer}
     ret $${bytes}
 ")
     string(APPEND table "    .long bind_${index}\n")

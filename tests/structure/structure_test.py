@@ -5,7 +5,6 @@ Usage: structure_test.py ROOT
 """
 
 import re
-import subprocess
 import sys
 import tempfile
 import unittest
@@ -29,10 +28,11 @@ MAY_KNOW = {
     "platform": set(),
     "cli": {"imaging/exports"},
 }
-WINDOWS_HEADERS = re.compile(r"windows\.h|commctrl\.h|commdlg\.h|shellapi\.h|shlobj\.h|objbase\.h", re.IGNORECASE)
+WINDOWS_HEADERS = re.compile(r"(windows|win\w+|comm\w+|sh[el]\w+|ole\w*|obj\w+|unknwn|richedit|mmsystem)\.h", re.IGNORECASE)
 MAY_INCLUDE_WINDOWS = WINDOWS | {"app", "toolkit"}
 LONGEST_FILE = 500
-INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]', re.MULTILINE)
+ENDINGS = (".cpp", ".cc", ".cxx", ".c", ".h", ".hh", ".hpp", ".inl")
+INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 
 
 def room_of(path):
@@ -40,11 +40,8 @@ def room_of(path):
 
 
 def sources(root):
-    listed = subprocess.run(["git", "-C", str(root), "ls-files", "--cached", "--others", "--exclude-standard"],
-                            capture_output=True, text=True)
-    names = listed.stdout.split() if listed.returncode == 0 else [
-        str(path.relative_to(root)) for path in root.rglob("*") if path.is_file()]
-    return [name for name in names if name.endswith((".cpp", ".h", ".c")) and (root / name).is_file()]
+    names = [str(path.relative_to(root)) for path in root.rglob("*") if path.is_file()]
+    return [name for name in names if name.endswith(ENDINGS) and not name.startswith("out/")]
 
 
 def faults_of(root):
@@ -59,11 +56,13 @@ def faults_of(root):
             faults.append(f"{name} does not begin with a sentence about what lives in it")
         if room is None:
             continue
-        for kind, included in INCLUDE.findall(text):
-            if kind == "<" and WINDOWS_HEADERS.fullmatch(included):
+        for included in INCLUDE.findall(text):
+            if ".." in included:
+                faults.append(f"{name} includes {included}: paths begin at the root")
+            if WINDOWS_HEADERS.fullmatch(included):
                 if room not in MAY_INCLUDE_WINDOWS and not re.search(r"_windows\.(cpp|h)$", name):
                     faults.append(f"{name} includes <{included}>")
-            target = room_of(included) if kind == '"' else None
+            target = room_of(included)
             if target is not None and target != room and target not in MAY_KNOW[room]:
                 faults.append(f"{name} includes {included}: {room} must not know {target}")
     return faults
@@ -115,6 +114,14 @@ class PlantedFaults(unittest.TestCase):
         self.expect_fault("batch/a.cpp", "// A.\n#include <windows.h>\n", "batch/a.cpp includes <windows.h>")
         self.assertEqual(self.faults("platform/a_windows.cpp", "// A.\n#include <windows.h>\n"), [])
         self.assertEqual(self.faults("app/a.cpp", "// A.\n#include <windows.h>\n"), [])
+
+    def test_other_spellings_are_seen_through(self):
+        self.expect_fault("imaging/a.hpp", "// A.\n#include <imaginglibrary/core/status.h>\n",
+                          "imaging/a.hpp includes imaginglibrary/core/status.h: imaging must not know imaginglibrary")
+        self.expect_fault("imaging/a.h", '// A.\n#include "../imaginglibrary/core/status.h"\n',
+                          "imaging/a.h includes ../imaginglibrary/core/status.h: paths begin at the root")
+        self.expect_fault("imaging/a.h", '// A.\n#include "windows.h"\n', "imaging/a.h includes <windows.h>")
+        self.expect_fault("imaging/a.h", "// A.\n#include <winuser.h>\n", "imaging/a.h includes <winuser.h>")
 
     def test_file_without_a_first_sentence(self):
         self.expect_fault("cli/a.cpp", "int a;\n",
