@@ -48,8 +48,9 @@ void SweepCleanUpList(const std::string& folder) {
 void SweepWorkFolder(const std::string& folder) {
     const std::string work = folder + "Work";
     trap([&] { MakeFolders(work); });
+    const std::string inside = work + PathSeparator;
     for (const std::string& name : FilesIn(work)) {
-        DeleteOrListFile(work + PathSeparator + name, folder);
+        DeleteOrListFile(inside + name, folder);
     }
     trap([&] { RemoveFolder(work); });
 }

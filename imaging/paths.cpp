@@ -16,15 +16,15 @@ std::string BehindLast(const std::string& text, char separator) {
 
 std::string AddBackslash(const std::string& path) { return path.empty() || path.back() == '\\' ? path : path + '\\'; }
 
-std::string FileNamePart(std::string path) { return BehindLast(BehindLast(path, '\\'), '/'); }
+std::string FileNamePart(const std::string& path) { return BehindLast(BehindLast(path, '\\'), '/'); }
 
-std::string BaseNamePart(std::string path) {
-    const std::string name = FileNamePart(std::move(path));
+std::string BaseNamePart(const std::string& path) {
+    const std::string name = FileNamePart(path);
     return name.substr(0, name.find('.'));
 }
 
-std::string ExtensionPart(std::string path) {
-    const std::string name = FileNamePart(std::move(path));
+std::string ExtensionPart(const std::string& path) {
+    const std::string name = FileNamePart(path);
     const std::size_t dot = name.rfind('.');
     return dot == std::string::npos ? std::string() : name.substr(dot + 1);
 }

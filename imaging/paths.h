@@ -10,13 +10,13 @@ namespace lumbrix {
 std::string AddBackslash(const std::string& path);
 
 // What stands behind the last backslash, and behind the last slash of that.
-std::string FileNamePart(std::string path);
+std::string FileNamePart(const std::string& path);
 
 // The file name before its first dot.
-std::string BaseNamePart(std::string path);
+std::string BaseNamePart(const std::string& path);
 
 // The file name behind its last dot, in its own letter case; empty without a dot.
-std::string ExtensionPart(std::string path);
+std::string ExtensionPart(const std::string& path);
 
 // The folder with its last backslash; empty without a backslash. Slashes separate nothing here.
 std::string FolderPart(const std::string& path);

@@ -109,7 +109,7 @@ std::string TemporaryFolderPath() {
 std::string NewTemporaryFile(const std::string& prefix) {
     constexpr int Attempts = 100;
     for (int attempt = 0;; ++attempt) {
-        const std::string path = TemporaryFolderPath() + prefix + HexadecimalDigits() + ".tmp";
+        std::string path = TemporaryFolderPath() + prefix + HexadecimalDigits() + ".tmp";
         const int file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0600);
         if (file >= 0) {
             close(file);

@@ -109,7 +109,7 @@ Result<std::unique_ptr<TiffInput>> OpenPreparedTiff(std::shared_ptr<const InputF
 }
 
 Result<std::unique_ptr<TiffSampleRows>> TiffSampleRows::Open(const TiffLayout& layout,
-                                                             std::shared_ptr<const InputFile> file) {
+                                                             const std::shared_ptr<const InputFile>& file) {
     std::vector<std::unique_ptr<TiffInput>> inputs;
     for (unsigned count = layout.isTiled ? 1 : PlaneCount(layout); count > 0; --count) {
         auto input = OpenPreparedTiff(file);

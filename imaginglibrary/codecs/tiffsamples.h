@@ -17,7 +17,7 @@ class TiffSampleRows {
   public:
     // `layout` must outlive the result; its colours are not Converted.
     static Result<std::unique_ptr<TiffSampleRows>> Open(const TiffLayout& layout,
-                                                        std::shared_ptr<const InputFile> file);
+                                                        const std::shared_ptr<const InputFile>& file);
     virtual ~TiffSampleRows() = default;
 
     // The next row from the top, valid until the next call.
