@@ -62,7 +62,7 @@ function(lumbrix_test)
         set_tests_properties(${TEST_NAME} PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
     else()
         include(GoogleTest)
-        gtest_discover_tests(${TEST_NAME} TEST_PREFIX ${TEST_NAME}. DISCOVERY_MODE PRE_TEST
+        gtest_discover_tests(${TEST_NAME} TEST_PREFIX ${TEST_NAME}. DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES
             PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
     endif()
 endfunction()
