@@ -161,20 +161,7 @@ TEST(Jpeg, TwoReadersOfOnePictureDoNotDisturbEachOther) {
     for (const JpegScans scans : {JpegScans::One, JpegScans::Progressive}) {
         const auto picture = Open(MakeJpeg({.width = 40, .height = 64, .scans = scans}));
         ASSERT_TRUE(picture);
-        const auto whole = *Bitmap::Copy(*picture);
-        auto ahead = picture->OpenRows();
-        auto behind = picture->OpenRows();
-        ASSERT_TRUE(ahead.Ok() && behind.Ok());
-        std::vector<std::uint8_t> row(whole->RowBytes());
-        const auto isRow = [&](std::uint32_t y) { return std::equal(row.begin(), row.end(), whole->Row(y)); };
-        for (std::uint32_t y = 0; y < 64; ++y) {
-            ASSERT_EQ((*ahead)->ReadRow(row.data()), Status::Ok);
-            EXPECT_TRUE(isRow(y));
-            if (y % 2 == 1) {
-                ASSERT_EQ((*behind)->ReadRow(row.data()), Status::Ok);
-                EXPECT_TRUE(isRow(y / 2));
-            }
-        }
+        ExpectIndependentReaders(*picture);
     }
 }
 

@@ -151,6 +151,23 @@ Status ReadAllRows(const PixelSource& picture) {
     return Status::Ok;
 }
 
+void ExpectIndependentReaders(const PixelSource& picture) {
+    const auto whole = *Bitmap::Copy(picture);
+    auto ahead = picture.OpenRows();
+    auto behind = picture.OpenRows();
+    ASSERT_TRUE(ahead.Ok() && behind.Ok());
+    std::vector<std::uint8_t> row(whole->RowBytes());
+    const auto isRow = [&](std::uint32_t y) { return std::equal(row.begin(), row.end(), whole->Row(y)); };
+    for (std::uint32_t y = 0; y < picture.Info().height; ++y) {
+        ASSERT_EQ((*ahead)->ReadRow(row.data()), Status::Ok);
+        EXPECT_TRUE(isRow(y));
+        if (y % 2 == 1) {
+            ASSERT_EQ((*behind)->ReadRow(row.data()), Status::Ok);
+            EXPECT_TRUE(isRow(y / 2));
+        }
+    }
+}
+
 Result<std::unique_ptr<Decoder>> OpenPicture(const std::filesystem::path& path) {
     auto file = InputFile::Open(path.u16string());
     if (!file.Ok()) {

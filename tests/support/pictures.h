@@ -32,6 +32,9 @@ std::vector<imaginglibrary::Color> ColorsOverWhite(const imaginglibrary::PixelSo
 // Reads all rows and gives back the first status that is not Ok, or Ok.
 imaginglibrary::Status ReadAllRows(const imaginglibrary::PixelSource& picture);
 
+// Expects that two readers of the picture, one running ahead of the other, both deliver its rows.
+void ExpectIndependentReaders(const imaginglibrary::PixelSource& picture);
+
 // Opens a file with one codec's own open function, or with the codec its signature names.
 imaginglibrary::Result<std::unique_ptr<imaginglibrary::Decoder>> OpenPicture(const std::filesystem::path& path);
 imaginglibrary::Result<std::unique_ptr<imaginglibrary::Decoder>> OpenPicture(const imaginglibrary::Codec& codec,
