@@ -5,6 +5,7 @@
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/session.h"
+#include "imaging/source.h"
 
 namespace lumbrix {
 
@@ -12,26 +13,18 @@ StatusValue ConvertImageFile(const std::string& source, const std::string& desti
     if (IsBlank(source) || IsBlank(destination)) {
         return Done;
     }
-    SessionToken token = 0;
-    if (OpenImagingSession(&token) != 0) {
-        return NoSession;
-    }
-    const std::string encoder = FindEncoderClsid(mimeWord);
-    if (encoder.empty()) {
-        return NoEncoder;
-    }
-    ImageHandle image = nullptr;
-    if (const FlatStatus status = LoadImageFile(source, &image); status != 0) {
+    OpenedSource opened;
+    if (const StatusValue status = OpenSource(source, mimeWord, &opened); status != Done) {
         return status;
     }
-    if (image != nullptr) {
-        if (const FlatStatus status = SaveImageFile(image, destination, ClsidFromText(encoder)); status != 0) {
-            DisposeImageHandle(image);
+    if (opened.image != nullptr) {
+        if (const FlatStatus status = SaveImageFile(opened.image, destination, opened.encoder); status != 0) {
+            DisposeImageHandle(opened.image);
             return status;
         }
     }
-    DisposeImageHandle(image);
-    GdiplusShutdown(token);
+    DisposeImageHandle(opened.image);
+    GdiplusShutdown(opened.token);
     return Done;
 }
 

@@ -5,6 +5,7 @@
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/session.h"
+#include "imaging/source.h"
 
 #include <cmath>
 
@@ -46,35 +47,27 @@ StatusValue ConvertImageFileToThumb(const std::string& source, std::int32_t heig
     if (IsBlank(source) || IsBlank(destination) || height == 0) {
         return Done;
     }
-    SessionToken token = 0;
-    if (OpenImagingSession(&token) != 0) {
-        return NoSession;
-    }
-    const std::string encoder = FindEncoderClsid(mimeWord);
-    if (encoder.empty()) {
-        return NoEncoder;
-    }
-    ImageHandle image = nullptr;
-    if (const FlatStatus status = LoadImageFile(source, &image); status != 0) {
+    OpenedSource opened;
+    if (const StatusValue status = OpenSource(source, mimeWord, &opened); status != Done) {
         return status;
     }
     ImageHandle thumbnail = nullptr;
-    if (image != nullptr) {
+    if (opened.image != nullptr) {
         bool madeThumbnail = true;
         const FlatStatus status =
-            SaveThumbnail(image, height, destination, ClsidFromText(encoder), &thumbnail, &madeThumbnail);
+            SaveThumbnail(opened.image, height, destination, opened.encoder, &thumbnail, &madeThumbnail);
         if (status != 0) {
             // A refused thumbnail leaves the image behind on purpose; a refused save does not.
             if (madeThumbnail) {
-                DisposeImageHandle(image);
+                DisposeImageHandle(opened.image);
                 DisposeImageHandle(thumbnail);
             }
             return status;
         }
     }
-    DisposeImageHandle(image);
+    DisposeImageHandle(opened.image);
     DisposeImageHandle(thumbnail);
-    GdiplusShutdown(token);
+    GdiplusShutdown(opened.token);
     return Done;
 }
 
