@@ -139,7 +139,7 @@ Status WriteRows(const PixelSource& picture, const Layout& layout, OutputFile& f
     return Status::Ok;
 }
 
-Status Write(const PixelSource& picture, OutputFile& file) {
+Status Write(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
     const Layout layout = LayoutFor(picture.Info());
     if (layout.fileBytes > std::numeric_limits<std::uint32_t>::max()) {
         return Status::ValueOverflow;

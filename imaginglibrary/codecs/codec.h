@@ -31,8 +31,9 @@ struct Codec {
     // Reads the header only. UndecodableContent for a file that is not what its signature promised.
     Result<std::unique_ptr<Decoder>> (*open)(std::shared_ptr<const InputFile> file);
 
-    // Writes a whole picture, row by row, without committing the file. Null where the format is only read.
-    Status (*write)(const PixelSource& picture, OutputFile& file);
+    // Writes a whole picture, row by row, with those of the properties that the format can carry, without committing
+    // the file. Null where the format is only read.
+    Status (*write)(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
 };
 
 // All formats; those that can be written come first, in the platform's order.

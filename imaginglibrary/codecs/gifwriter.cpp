@@ -171,7 +171,7 @@ Status WriteIndexed(const PixelSource& picture, std::size_t entries, OutputFile&
 
 } // namespace
 
-Status WriteGif(const PixelSource& picture, OutputFile& file) {
+Status WriteGif(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     if (IsIndexed(info.format) && std::none_of(info.palette.begin(), info.palette.end(), IsHalfTransparent)) {
         const auto entries = EntriesInUse(picture);

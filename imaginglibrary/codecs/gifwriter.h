@@ -10,6 +10,6 @@ namespace imaginglibrary {
 // order, in the smallest table that holds every index in use; all its fully transparent entries become the first of
 // them. Any other picture, and one with half-transparent entries, is reduced to a palette of its own first. Rows go
 // through one at a time, in up to two readings of the picture.
-Status WriteGif(const PixelSource& picture, OutputFile& file);
+Status WriteGif(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
 
 } // namespace imaginglibrary

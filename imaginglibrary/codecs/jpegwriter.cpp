@@ -106,7 +106,7 @@ class JpegSink {
 
 } // namespace
 
-Status WriteJpeg(const PixelSource& picture, OutputFile& file) {
+Status WriteJpeg(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     if (info.width < 1 || info.height < 1 || info.width > JPEG_MAX_DIMENSION || info.height > JPEG_MAX_DIMENSION) {
         return Status::InvalidParameter;

@@ -125,7 +125,7 @@ class PngWriter {
 
 } // namespace
 
-Status WritePng(const PixelSource& picture, OutputFile& file) {
+Status WritePng(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     auto rows = picture.OpenRows();
     if (!rows.Ok()) {

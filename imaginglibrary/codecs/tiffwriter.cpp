@@ -166,7 +166,7 @@ Status WriteStrips(TiffRowSource& rows, const PictureInfo& info, std::size_t row
 
 } // namespace
 
-Status WriteTiff(const PixelSource& picture, OutputFile& file) {
+Status WriteTiff(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     const TiffForm form = FormOf(info);
     const std::size_t rowBytes = FileRowBytes(info, form);

@@ -16,6 +16,6 @@ namespace imaginglibrary {
 //   Argb1555, Argb32, Pargb32            RGBA of 8 bits, alpha not associated, LZW with horizontal differences
 //
 // The resolution is in dots per inch, 96 where the picture has none.
-Status WriteTiff(const PixelSource& picture, OutputFile& file);
+Status WriteTiff(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
 
 } // namespace imaginglibrary

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imaginglibrary/core/pixelformat.h"
+#include "imaginglibrary/core/properties.h"
 #include "imaginglibrary/core/status.h"
 
 #include <cstdint>
@@ -45,11 +46,17 @@ class PixelSource {
 // A picture in an open file, of which only the header was read when it was made.
 class Decoder : public PixelSource {
   public:
+    // What the file tells about the picture besides its pixels.
+    const PropertyList& Properties() const { return properties_; }
+
     // The same picture at the smallest scale the format can decode cheaply that is still at least `width` by `height`;
     // null where there is no such shortcut.
     virtual std::unique_ptr<PixelSource> ReducedTo(std::uint32_t /*width*/, std::uint32_t /*height*/) const {
         return nullptr;
     }
+
+  protected:
+    PropertyList properties_; // filled when the file is opened, unchanged from then on
 };
 
 } // namespace imaginglibrary

@@ -1,9 +1,10 @@
 // Loading, cloning and disposing of images, and what can be asked of one.
 #include "imaginglibrary/flat/images.h"
 
-#include "imaginglibrary/codecs/codec.h"
 #include "imaginglibrary/flat/guard.h"
 #include "imaginglibrary/flat/handles.h"
+
+#include <string_view>
 
 namespace imaginglibrary {
 
@@ -14,7 +15,7 @@ HandleTable<Image>& Images() {
     return images;
 }
 
-Result<std::shared_ptr<const PixelSource>> OpenPicture(const char16_t* path) {
+Result<std::shared_ptr<Image>> OpenImage(const char16_t* path) {
     auto file = InputFile::Open(path);
     if (!file.Ok()) {
         return file.GetStatus();
@@ -27,7 +28,8 @@ Result<std::shared_ptr<const PixelSource>> OpenPicture(const char16_t* path) {
     if (!decoder.Ok()) {
         return decoder.GetStatus();
     }
-    return std::shared_ptr<const PixelSource>(std::move(*decoder));
+    PropertyList properties = (*decoder)->Properties();
+    return std::make_shared<Image>(std::move(*decoder), std::move(properties), codec);
 }
 
 // Answers a question about an image; `ask` gets the picture's description and the place for the answer.
@@ -37,18 +39,58 @@ template <class Answer, class Ask> Status AskImage(GpImage* handle, Answer* answ
         if (image == nullptr || answer == nullptr) {
             return Status::InvalidParameter;
         }
-        *answer = ask(image->picture->Info());
+        *answer = ask(image->Picture()->Info());
         return Status::Ok;
     });
 }
 
 } // namespace
 
+Image::Image(std::shared_ptr<const PixelSource> picture, PropertyList properties, const Codec* codec)
+    : picture_(std::move(picture)), properties_(std::move(properties)), codec_(codec) {}
+
+std::shared_ptr<const PixelSource> Image::Picture() const {
+    const std::lock_guard lock(mutex_);
+    return picture_;
+}
+
+PropertyList Image::Properties() const {
+    const std::lock_guard lock(mutex_);
+    return properties_;
+}
+
+bool Image::IsMetafile() const {
+    return codec_ != nullptr && std::u16string_view(codec_->mimeType).ends_with(u"mf"); // image/x-emf, image/x-wmf
+}
+
+void Image::ReplacePicture(std::shared_ptr<const PixelSource> picture) {
+    const std::lock_guard lock(mutex_);
+    bitmap_.reset();
+    picture_ = std::move(picture);
+}
+
+void Image::SetProperty(Property property) {
+    const std::lock_guard lock(mutex_);
+    properties_.Set(std::move(property));
+}
+
+Status Image::Paint(const std::function<Status(Bitmap&)>& paint) {
+    const std::lock_guard lock(mutex_);
+    constexpr long OwnReferences = 2; // picture_ and bitmap_
+    if (bitmap_ == nullptr || bitmap_.use_count() > OwnReferences) {
+        auto copy = Bitmap::Copy(*picture_);
+        if (!copy.Ok()) {
+            return copy.GetStatus();
+        }
+        bitmap_ = std::move(*copy);
+        picture_ = bitmap_;
+    }
+    return paint(*bitmap_);
+}
+
 std::shared_ptr<Image> FindImage(GpImage* handle) { return Images().Find(reinterpret_cast<std::uintptr_t>(handle)); }
 
-GpImage* AddImage(std::shared_ptr<const PixelSource> picture) {
-    return reinterpret_cast<GpImage*>(Images().Add(std::make_shared<Image>(Image{std::move(picture)})));
-}
+GpImage* AddImage(std::shared_ptr<Image> image) { return reinterpret_cast<GpImage*>(Images().Add(std::move(image))); }
 
 FLAT_EXPORT Status FLAT_CALL GdipLoadImageFromFile(const char16_t* path, GpImage** image) {
     return Guarded([&] {
@@ -56,11 +98,11 @@ FLAT_EXPORT Status FLAT_CALL GdipLoadImageFromFile(const char16_t* path, GpImage
             return Status::InvalidParameter;
         }
         *image = nullptr;
-        auto picture = OpenPicture(path);
-        if (!picture.Ok()) {
-            return picture.GetStatus();
+        auto opened = OpenImage(path);
+        if (!opened.Ok()) {
+            return opened.GetStatus();
         }
-        *image = AddImage(std::move(*picture));
+        *image = AddImage(std::move(*opened));
         return Status::Ok;
     });
 }
@@ -77,7 +119,7 @@ FLAT_EXPORT Status FLAT_CALL GdipCloneImage(GpImage* handle, GpImage** clone) {
         if (image == nullptr || clone == nullptr) {
             return Status::InvalidParameter;
         }
-        *clone = AddImage(image->picture);
+        *clone = AddImage(std::make_shared<Image>(image->Picture(), image->Properties(), image->FileCodec()));
         return Status::Ok;
     });
 }

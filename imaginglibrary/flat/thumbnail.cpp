@@ -36,11 +36,11 @@ FLAT_EXPORT Status FLAT_CALL GdipGetImageThumbnail(GpImage* handle, std::uint32_
         if (!IsAcceptableSize(width, height)) {
             return Status::InvalidParameter;
         }
-        auto made = MakeThumbnail(*image->picture, width, height);
+        auto made = MakeThumbnail(*image->Picture(), width, height);
         if (!made.Ok()) {
             return made.GetStatus();
         }
-        *thumbnail = AddImage(std::move(*made));
+        *thumbnail = AddImage(std::make_shared<Image>(std::move(*made)));
         return Status::Ok;
     });
 }

@@ -13,7 +13,7 @@ using namespace tests;
 
 std::string Written(const PixelSource& picture) {
     MemoryOutput file;
-    EXPECT_EQ(GifCodec().write(picture, file), Status::Ok);
+    EXPECT_EQ(GifCodec().write(picture, {}, file), Status::Ok);
     EXPECT_EQ(file.Commit(), Status::Ok);
     return file.Bytes();
 }
@@ -168,7 +168,7 @@ class BreakingPicture : public PixelSource {
 TEST(GifWriter, FailureOfThePictureIsGivenBack) {
     for (const PixelFormat format : {PixelFormat::Indexed8, PixelFormat::Rgb24}) {
         MemoryOutput file;
-        EXPECT_EQ(GifCodec().write(BreakingPicture(format), file), Status::Win32Error);
+        EXPECT_EQ(GifCodec().write(BreakingPicture(format), {}, file), Status::Win32Error);
     }
 }
 
@@ -177,7 +177,7 @@ TEST(GifWriter, FailureOfTheFileIsGivenBack) {
         400, 400, [](auto x, auto y) { return 0xFF000000u | ((x * 2654435761u) ^ (y * 40503u * 97u)) >> 8; });
     for (const std::size_t limit : {0u, 70000u}) {
         MemoryOutput file(limit);
-        EXPECT_EQ(GifCodec().write(*noise, file), Status::AccessDenied) << limit;
+        EXPECT_EQ(GifCodec().write(*noise, {}, file), Status::AccessDenied) << limit;
     }
 }
 

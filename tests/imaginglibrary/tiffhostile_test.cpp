@@ -15,7 +15,7 @@ using namespace tests;
 
 std::string Written(const PixelSource& picture) {
     MemoryOutput file;
-    EXPECT_EQ(TiffCodec().write(picture, file), Status::Ok);
+    EXPECT_EQ(TiffCodec().write(picture, {}, file), Status::Ok);
     EXPECT_EQ(file.Commit(), Status::Ok);
     return file.Bytes();
 }

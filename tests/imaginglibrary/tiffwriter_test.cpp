@@ -61,7 +61,7 @@ Tags TagsOf(const PixelSource& picture) {
 
 std::unique_ptr<Decoder> Rewritten(const PixelSource& picture) {
     MemoryOutput file;
-    EXPECT_EQ(TiffCodec().write(picture, file), Status::Ok);
+    EXPECT_EQ(TiffCodec().write(picture, {}, file), Status::Ok);
     EXPECT_EQ(file.Commit(), Status::Ok);
     auto decoder = TiffCodec().open(std::make_shared<MemoryInput>(file.Bytes()));
     EXPECT_TRUE(decoder.Ok());
@@ -199,7 +199,7 @@ TEST(TiffWriter, FailureOfTheFileIsGivenBack) {
         MakePictureOf(400, 400, [](auto x, auto y) { return ((x * 2654435761u) ^ (y * 40503u * 97u)) * 31; });
     for (const std::size_t limit : {0u, 70000u, 300000u}) {
         MemoryOutput file(limit);
-        EXPECT_EQ(TiffCodec().write(*noise, file), Status::AccessDenied) << limit;
+        EXPECT_EQ(TiffCodec().write(*noise, {}, file), Status::AccessDenied) << limit;
     }
 }
 
