@@ -2,6 +2,7 @@
 #include "imaging/formats.h"
 
 #include "imaging/gdiplus/bindings.h"
+#include "imaging/uppercase.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -19,16 +20,6 @@ constexpr std::pair<std::string_view, std::string_view> MimeWords[] = {
     {"JPG", "image/jpeg"}, {"JPEG", "image/jpeg"}, {"TMP", "image/jpeg"},  {"PNG", "image/png"},
     {"TIF", "image/tiff"}, {"TIFF", "image/tiff"}, {"WMF", "image/x-wmf"},
 };
-
-std::string UpperCase(std::string_view text) {
-    std::string upper(text);
-    for (char& character : upper) {
-        if (character >= 'a' && character <= 'z') {
-            character = static_cast<char>(character - 'a' + 'A');
-        }
-    }
-    return upper;
-}
 
 } // namespace
 

@@ -1,14 +1,25 @@
 // The exported doors: each fixes a format, turns C texts into ours, and lets no exception out.
+#include "imaging/annotate.h"
 #include "imaging/convert.h"
+#include "imaging/crop.h"
+#include "imaging/datestamp.h"
 #include "imaging/deployment.h"
 #include "imaging/dimensions.h"
+#include "imaging/display.h"
 #include "imaging/exports/internal.h"
 #include "imaging/exports/lumbrix.h"
+#include "imaging/properties.h"
+#include "imaging/questions.h"
+#include "imaging/resize.h"
+#include "imaging/rotate.h"
 #include "imaging/session.h"
 #include "imaging/thumbnail.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -21,6 +32,28 @@ template <class Body> int32_t Door(Body body) noexcept {
         return body();
     } catch (...) {
         return InternalError;
+    }
+}
+
+// Memory for a caller, who gives it back with lumbrix_free.
+void* Allocate(std::size_t bytes) {
+    void* memory = std::malloc(bytes);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+
+char* NewText(const std::string& text) {
+    return static_cast<char*>(std::memcpy(Allocate(text.size() + 1), text.c_str(), text.size() + 1));
+}
+
+// Puts a text where the caller holds one; the text that stood there is given back. An unchanged one stays.
+void ReplaceText(char** place, const std::string& text) {
+    if (Text(*place) != text) {
+        char* replacement = NewText(text);
+        std::free(*place);
+        *place = replacement;
     }
 }
 
@@ -102,4 +135,91 @@ int32_t LUMBRIX_CALL ConvertImageToThumbTiff(const char* source, int32_t height,
 
 int32_t LUMBRIX_CALL GetImageDimensions(const char* file, int32_t* width, int32_t* height) {
     return Door([&] { return lumbrix::GetImageFileDimensions(Text(file), width, height); });
+}
+
+int32_t LUMBRIX_CALL ResizeImage(const char* source, const char* destination, int32_t height) {
+    return Door([&] { return lumbrix::ResizeImage(Text(source), Text(destination), height); });
+}
+
+int32_t LUMBRIX_CALL CropImage(const char* source, const char* destination, int32_t x, int32_t y, int32_t width,
+                               int32_t height) {
+    return Door([&] { return lumbrix::CropImage(Text(source), Text(destination), x, y, width, height); });
+}
+
+int32_t LUMBRIX_CALL RotateImage(const char* source, const char* destination, int32_t angle, const char* flip) {
+    return Door([&] { return lumbrix::RotateImage(Text(source), Text(destination), angle, Text(flip)); });
+}
+
+int32_t LUMBRIX_CALL DisplayImage(const char* file, void* context, float x, float y) {
+    return Door([&] { return lumbrix::DisplayImage(Text(file), context, x, y); });
+}
+
+int32_t LUMBRIX_CALL AnnotateImage(const char* source, const char* destination, float x, float y, const char* text,
+                                   const char* font, int32_t size, int32_t bold, int32_t italic, int32_t underline,
+                                   int32_t strikeout, int32_t alpha, int32_t blue, int32_t green, int32_t red) {
+    return Door([&] {
+        return lumbrix::AnnotateImage(
+            Text(source), Text(destination),
+            {x, y, Text(text), Text(font), size, bold, italic, underline, strikeout, alpha, blue, green, red});
+    });
+}
+
+int32_t LUMBRIX_CALL StampImage(const char* source, const char* destination, float x, float y, const char* stamp) {
+    return Door([&] { return lumbrix::StampImage(Text(source), Text(destination), x, y, Text(stamp)); });
+}
+
+int32_t LUMBRIX_CALL CopyImageProperties(void* source, void** destination) {
+    return Door([&] { return lumbrix::CopyImageProperties(source, *destination); });
+}
+
+int32_t LUMBRIX_CALL GetPropertyIdList(void* image, lumbrix_tag_list* list) {
+    return Door([&] {
+        if (image == nullptr) {
+            return 0;
+        }
+        std::vector<std::uint32_t> tags;
+        lumbrix::GetPropertyIdList(image, tags);
+        auto* copy = tags.empty() ? nullptr : static_cast<uint32_t*>(Allocate(tags.size() * sizeof(uint32_t)));
+        std::copy(tags.begin(), tags.end(), copy);
+        std::free(list->tags);
+        *list = {copy, static_cast<int32_t>(tags.size())};
+        return 0;
+    });
+}
+
+int32_t LUMBRIX_CALL EnumerateImageProperties(const char* file, char** error, char** list) {
+    return Door([&] {
+        std::string errorText = Text(*error);
+        std::string listText = Text(*list);
+        lumbrix::EnumerateImageProperties(Text(file), errorText, listText);
+        std::erase(listText, '\0'); // of values of bytes; a C text would end there
+        ReplaceText(error, errorText);
+        ReplaceText(list, listText);
+        return 0;
+    });
+}
+
+char* LUMBRIX_CALL GetImageDateTime(const char* file) {
+    char* text = nullptr;
+    Door([&] {
+        text = NewText(lumbrix::GetImageDateTime(Text(file)));
+        return 0;
+    });
+    return text;
+}
+
+int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date) {
+    return Door([&] { return lumbrix::DateStampImage(Text(file), Text(date)); });
+}
+
+int32_t LUMBRIX_CALL lumbrix_has_font(const char* family) {
+    return Door([&] { return lumbrix::HasFontFamily(Text(family)) ? 1 : 0; });
+}
+
+int32_t LUMBRIX_CALL lumbrix_has_palette(const char* file) {
+    return Door([&] { return lumbrix::HasIndexedPixels(Text(file)) ? 1 : 0; });
+}
+
+int32_t LUMBRIX_CALL lumbrix_copy_true_color(const char* source, const char* destination) {
+    return Door([&] { return lumbrix::CopyAsTrueColor(Text(source), Text(destination)); });
 }

@@ -6,17 +6,24 @@
    exported undecorated, by lumbrix.dll and by lumbrix.exe. On Windows the procedures follow the __stdcall convention.
 
    Texts. A file name is NUL-terminated text in the system's 8-bit code page (UTF-8 on Linux). A null pointer counts as
-   an empty name. A name of nothing but blanks counts as not given: the operations then return 0 and do nothing, so a
-   caller that wants to know whether a file was written looks for the file.
+   an empty name. A name of nothing but blanks counts as not given: conversions then return 0 and do nothing, the other
+   operations refuse it. A text that comes back is memory of this library, to be given back with lumbrix_free; a
+   `char**` may point to a null pointer, which counts as an empty text, or to a text that this library handed out.
+
+   Written or not. Several operations pass over what happens while they draw and save, and return 0 all the same, as
+   said with each: a caller that wants to know whether a file was written looks for the file.
 
    Results. 0: done. Otherwise:
      1 to 21   the imaging library's own status, passed up unchanged. The common ones: 1 the file is in use, read-only,
                or cannot be created (also: source and destination are the same file); 2 a size is not acceptable;
                3 the source is no picture that can be read, or is damaged, or memory ran out; 7 the system failed while
                writing, for instance on a full disk; 10 the source is not there.
-     -1        an error inside this library.
+     -1        refused: a blank name, a destination whose extension names no format, a source that did not load, a
+               size that cannot be; also an error inside this library.
      -16001    the imaging library refused a session.
      -16002    there is no encoder for the format, or no imaging library is loaded.
+     -16003    a blank name, or a destination whose extension names no format (annotating and stamping).
+     -16004    an input picture did not load (annotating and stamping).
    A failed operation leaves a file that stood at the destination as it was.
 
    Threads. Several threads may run operations at the same time, on different files or the same sources.
@@ -85,6 +92,95 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbTiff(const char* source, 
 /* Reads the size of the picture in `file`, in pixels, without decoding it. Neither pointer may be null. Where nothing
    was read (a blank name, or any result but 0) both keep their values: preset them to tell. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL GetImageDimensions(const char* file, int32_t* width, int32_t* height);
+
+/* The operations below take the format from the destination's extension: .bmp, .jpg, .jpeg, .tmp (JPEG), .gif, .tif,
+   .tiff or .png. .ico, .emf and .wmf are known but cannot be written: 0 is returned and there is no file. */
+
+/* Writes a copy that is `height` pixels high; the width keeps the proportions (source width / source height as a 32-bit
+   float, times `height`, rounded to the nearest whole number, a tie going to the even one). Shrinks and enlarges. The
+   source's properties (EXIF and the like) go along unchanged, the stored width and height too. -1 for a blank name, an
+   unknown extension, and a source that does not load. Otherwise 0, whether a file was written or not; none is where
+   `height` is not above 0. A source with a palette (GIF, grey JPEG, PNG and BMP of 8 bits or fewer) gives a file of the
+   right size with nothing drawn on it: see lumbrix_copy_true_color. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL ResizeImage(const char* source, const char* destination, int32_t height);
+
+/* Cuts out the rectangle of `width` by `height` pixels whose top left corner is at (x, y), counted from the top left of
+   the picture. The pixel format stays, and the properties go along. -1 for a blank name, an unknown extension, a source
+   that does not load, a width or height below 1 or beyond the picture's; 3 (or another status of the imaging library)
+   where the rectangle runs over an edge. Otherwise 0, whether the save worked or not. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL CropImage(const char* source, const char* destination, int32_t x, int32_t y,
+                                              int32_t width, int32_t height);
+
+/* Turns by `angle` degrees clockwise, which must be 0, 90, 180 or 270, and then flips: `flip` is "H" (left to right),
+   "V" (upside down), "HV" or "VH", in any letter case, or empty. With any other angle or flip word the picture is
+   copied as it is. The properties go along; an orientation that is stored among them is neither looked at nor changed.
+   -1 for a blank name or an unknown extension. Otherwise 0, whether a file was written or not. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL RotateImage(const char* source, const char* destination, int32_t angle,
+                                                const char* flip);
+
+/* Kept for old callers: draws nothing, for the name is handed to the imaging library in a form that it finds no file
+   under. `context` is a device context (HDC) on Windows, null elsewhere; (x, y) in pixels. Returns 0. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL DisplayImage(const char* file, void* context, float x, float y);
+
+/* Writes `text` on the picture, with the top left corner of its box at (x, y) in pixels. A line feed (with or without a
+   carriage return before it) begins a new line; lines are not wrapped. `font` is the name of an installed family, such
+   as "Arial", and `size` its height in pixels; the four styles are set where they are not zero. `alpha` is 1 (faint) to
+   255 (opaque), everything else counts as 255; `blue`, `green` and `red`, in this order, are 0 to 255. -16003 for a
+   blank name or an unknown extension, -16004 for a source that does not load. Otherwise 0, whether the save worked or
+   not: a family that is not installed (see lumbrix_has_font) and a source with a palette (see lumbrix_copy_true_color)
+   give a copy without the text. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL AnnotateImage(const char* source, const char* destination, float x, float y,
+                                                  const char* text, const char* font, int32_t size, int32_t bold,
+                                                  int32_t italic, int32_t underline, int32_t strikeout, int32_t alpha,
+                                                  int32_t blue, int32_t green, int32_t red);
+
+/* Places the picture in `stamp` on the one in `source`, pixel for pixel, its top left corner at (x, y), blended by its
+   own alpha; what falls outside is cut off. Results as for AnnotateImage; -16004 also for a stamp that does not load.
+ */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL StampImage(const char* source, const char* destination, float x, float y,
+                                               const char* stamp);
+
+/* Copies all properties from one image of the imaging library to another; both are handles of GDI+ images that the
+   caller got from the same imaging library, the second by reference. Returns 0. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL CopyImageProperties(void* source, void** destination);
+
+/* An array of tags: `count` numbers from `tags` on, null where there are none. */
+typedef struct lumbrix_tag_list {
+    uint32_t* tags; /* memory of this library, to be given back with lumbrix_free */
+    int32_t count;
+} lumbrix_tag_list;
+
+/* Fills `list` with the tags of an image's properties. `image` is a handle as for CopyImageProperties. What the list
+   held before is given back; begin with {0, 0}. A null image leaves it as it is. Returns 0. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL GetPropertyIdList(void* image, lumbrix_tag_list* list);
+
+/* Appends a line for each property of a file to the text in `list`, separated by CR and LF: a label or the tag's
+   decimal number, then, behind tabs, the value of a text, of a single 16-bit number, or the values of 32-bit numbers.
+   Values of other kinds are not shown. `error` becomes "Error initializing GDI+" where no session could be started, and
+   is left as it is otherwise. Returns 0 always. Neither pointer may be null. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL EnumerateImageProperties(const char* file, char** error, char** list);
+
+/* The text of the date property (EXIF DateTime), such as "2026:11:21 09:30:00"; empty where there is none or the file
+   cannot be read. To be given back with lumbrix_free; null only where memory ran out. */
+LUMBRIX_EXPORT char* LUMBRIX_CALL GetImageDateTime(const char* file);
+
+/* Writes a JPEG copy of the picture whose date property is `date`, as it stands, beside the file: its name up to the
+   first dot, with "_stamped.jpg" behind, replacing a file of that name. Folders end in a backslash here, on every
+   system; a name without one writes to the current folder. Nothing is drawn on the picture. 0 also for a blank name and
+   where no imaging library is loaded, -1 where the file does not load, else the status of setting the property. Whether
+   the save worked is not told. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date);
+
+/* Whether a font family is installed, or one of the same measures that stands in for it: 1 or 0. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_has_font(const char* family);
+
+/* Whether the picture in a file has a palette, so that nothing can be drawn on it: 1, or 0 also where it cannot be
+   read. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_has_palette(const char* file);
+
+/* Writes the picture as a PNG file of 32-bit pixels, with its properties, whatever the destination's extension: a copy
+   that can be drawn on. -1 for a blank name, else the imaging library's status. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_copy_true_color(const char* source, const char* destination);
 
 #ifdef __cplusplus
 }

@@ -17,6 +17,14 @@ using FlatStatus = std::int32_t;
 
 // Opaque; zero means none.
 using ImageHandle = void*;
+using GraphicsHandle = void*;
+using FontFamilyHandle = void*;
+using FontHandle = void*;
+using BrushHandle = void*;
+using PenHandle = void*;
+
+// Of the system; there are none on Linux.
+using DeviceContextHandle = void*;
 
 using SessionToken = std::uintptr_t;
 
@@ -53,6 +61,27 @@ struct ImageCodecInfo {
 };
 static_assert(sizeof(ImageCodecInfo) == (sizeof(void*) == 4 ? 76 : 104));
 
+// One property of an image. The value lies wherever the block that holds the record keeps it.
+struct PropertyItem {
+    std::uint32_t id;
+    std::uint32_t length; // of the value, in bytes
+    std::uint16_t type;
+    const void* value;
+};
+static_assert(sizeof(PropertyItem) == (sizeof(void*) == 4 ? 16 : 24));
+
+struct LayoutRectangle {
+    float x;
+    float y;
+    float width;
+    float height;
+};
+
+struct IntegerPoint {
+    std::int32_t x;
+    std::int32_t y;
+};
+
 struct EncoderParameter {
     Clsid guid;
     std::uint32_t numberOfValues;
@@ -69,5 +98,19 @@ struct EncoderParameters {
 inline constexpr Clsid EncoderSaveFlag{0x292266FC, 0xAC40, 0x47BF, {0x8C, 0xFC, 0xA8, 0x5B, 0x89, 0xA6, 0x55, 0xDE}};
 inline constexpr std::uint32_t EncoderParameterValueTypeLong = 4;
 inline constexpr std::int32_t EncoderValueFlush = 20;
+
+// A unit of pixels, of drawing and of font sizes.
+inline constexpr std::int32_t UnitPixel = 2;
+
+// Font styles, one bit each.
+inline constexpr std::int32_t FontStyleBold = 1;
+inline constexpr std::int32_t FontStyleItalic = 2;
+inline constexpr std::int32_t FontStyleUnderline = 4;
+inline constexpr std::int32_t FontStyleStrikeout = 8;
+
+inline constexpr std::uint16_t PropertyTypeByte = 1;
+inline constexpr std::uint16_t PropertyTypeAscii = 2;
+inline constexpr std::uint16_t PropertyTypeShort = 3;
+inline constexpr std::uint16_t PropertyTypeLong = 4;
 
 } // namespace lumbrix

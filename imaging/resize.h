@@ -1,0 +1,22 @@
+// Makes a copy of an image file at another height.
+#pragma once
+
+#include "imaging/status.h"
+
+#include <cstdint>
+#include <string>
+
+namespace lumbrix {
+
+// The width that keeps the proportions at a height: the proportions as a 32-bit float, times the height, rounded to the
+// nearest whole number, ties to the even one.
+std::int32_t ResizedWidth(std::int32_t sourceWidth, std::int32_t sourceHeight, std::int32_t height);
+
+// `height` in pixels; the destination's extension names the format, and the source's properties go along unchanged.
+// Refused for a blank name, an unknown extension, a source that does not load or has no size; the last two leave the
+// session open on purpose. Done in every other case, whether a file was written or not: none is where the height is not
+// above 0, where the extension has no encoder, and where the save fails. A source with an indexed pixel format gives a
+// file with nothing drawn on it.
+StatusValue ResizeImage(const std::string& source, const std::string& destination, std::int32_t height);
+
+} // namespace lumbrix
