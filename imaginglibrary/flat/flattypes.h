@@ -16,8 +16,13 @@
 
 namespace imaginglibrary {
 
-// Never dereferenced: a pointer to it is a checked handle (see handles.h).
+// Never dereferenced: a pointer to one of these is a checked handle (see handles.h).
 struct GpImage;
+struct GpGraphics;
+struct GpFontFamily;
+struct GpFont;
+struct GpBrush;
+struct GpPen;
 
 struct GdiplusStartupInput {
     std::uint32_t gdiplusVersion;
@@ -47,6 +52,42 @@ struct ImageCodecInfo {
     const std::uint8_t* signatureMask;
 };
 static_assert(sizeof(ImageCodecInfo) == (sizeof(void*) == 4 ? 76 : 104));
+
+// `value` points to `length` bytes. In a block of several records all values lie behind the last record.
+struct PropertyItem {
+    std::uint32_t id;
+    std::uint32_t length;
+    std::uint16_t type;
+    const void* value;
+};
+static_assert(sizeof(PropertyItem) == (sizeof(void*) == 4 ? 16 : 24));
+
+struct FlatRectangle {
+    float x;
+    float y;
+    float width;
+    float height;
+};
+
+struct FlatPoint {
+    std::int32_t x;
+    std::int32_t y;
+};
+
+enum class Unit : std::int32_t {
+    World = 0,
+    Display = 1,
+    Pixel = 2,
+    Point = 3,
+    Inch = 4,
+    Document = 5,
+    Millimeter = 6,
+};
+
+enum class MatrixOrder : std::int32_t {
+    Prepend = 0,
+    Append = 1,
+};
 
 struct EncoderParameter {
     Guid guid;

@@ -1,6 +1,8 @@
 // Handles that callers hold: numbers that are checked on every use and never reused too soon.
 #pragma once
 
+#include "imaginglibrary/core/status.h"
+
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -76,6 +78,27 @@ template <class Object> class HandleTable {
     mutable std::shared_mutex mutex_;
     std::vector<Slot> slots_;
     std::deque<std::size_t> free_; // the slot that was freed first is used first
+};
+
+// The table of one kind of object, and its handles as the flat interface has them: pointers to `Tag`.
+template <class Tag, class Object> class Handles {
+  public:
+    static Tag* Add(std::shared_ptr<Object> object) { return reinterpret_cast<Tag*>(Table().Add(std::move(object))); }
+
+    // Null for a handle that is zero, foreign or disposed of.
+    static std::shared_ptr<Object> Find(const Tag* handle) {
+        return Table().Find(reinterpret_cast<std::uintptr_t>(handle));
+    }
+
+    static Status Remove(const Tag* handle) {
+        return Table().Remove(reinterpret_cast<std::uintptr_t>(handle)) ? Status::Ok : Status::InvalidParameter;
+    }
+
+  private:
+    static HandleTable<Object>& Table() {
+        static HandleTable<Object> table;
+        return table;
+    }
 };
 
 } // namespace imaginglibrary

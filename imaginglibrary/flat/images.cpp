@@ -10,10 +10,7 @@ namespace imaginglibrary {
 
 namespace {
 
-HandleTable<Image>& Images() {
-    static HandleTable<Image> images;
-    return images;
-}
+using Images = Handles<GpImage, Image>;
 
 Result<std::shared_ptr<Image>> OpenImage(const char16_t* path) {
     auto file = InputFile::Open(path);
@@ -88,9 +85,9 @@ Status Image::Paint(const std::function<Status(Bitmap&)>& paint) {
     return paint(*bitmap_);
 }
 
-std::shared_ptr<Image> FindImage(GpImage* handle) { return Images().Find(reinterpret_cast<std::uintptr_t>(handle)); }
+std::shared_ptr<Image> FindImage(GpImage* handle) { return Images::Find(handle); }
 
-GpImage* AddImage(std::shared_ptr<Image> image) { return reinterpret_cast<GpImage*>(Images().Add(std::move(image))); }
+GpImage* AddImage(std::shared_ptr<Image> image) { return Images::Add(std::move(image)); }
 
 FLAT_EXPORT Status FLAT_CALL GdipLoadImageFromFile(const char16_t* path, GpImage** image) {
     return Guarded([&] {
@@ -108,9 +105,7 @@ FLAT_EXPORT Status FLAT_CALL GdipLoadImageFromFile(const char16_t* path, GpImage
 }
 
 FLAT_EXPORT Status FLAT_CALL GdipDisposeImage(GpImage* image) {
-    return Guarded([&] {
-        return Images().Remove(reinterpret_cast<std::uintptr_t>(image)) ? Status::Ok : Status::InvalidParameter;
-    });
+    return Guarded([&] { return Images::Remove(image); });
 }
 
 FLAT_EXPORT Status FLAT_CALL GdipCloneImage(GpImage* handle, GpImage** clone) {

@@ -26,12 +26,19 @@ double Lanczos3(double x) {
     return 3 * std::sin(angle) * std::sin(angle / 3) / (angle * angle);
 }
 
-double KeysCubic(double x) {
-    x = std::abs(x);
-    if (x < 1) {
-        return (1.5 * x - 2.5) * x * x + 1;
+double Triangle(double x) { return std::max(0.0, 1 - std::abs(x)); }
+
+// A kernel, and how far it reaches, both in the wider of old and new pixels.
+struct Kernel {
+    double (*weight)(double distance);
+    double reach;
+};
+
+Kernel KernelFor(bool shrinks, Resampling resampling) {
+    if (shrinks) {
+        return {Lanczos3, 3};
     }
-    return x < 2 ? ((-0.5 * x + 2.5) * x - 4) * x + 2 : 0;
+    return resampling == Resampling::Linear ? Kernel{Triangle, 1} : Kernel{KeysCubic, 2};
 }
 
 // The source positions that make up one target position, and their weights.
@@ -42,11 +49,22 @@ struct Span {
     std::uint32_t End() const { return first + static_cast<std::uint32_t>(weights.size()); }
 };
 
-std::vector<Span> MakeSpans(std::uint32_t source, std::uint32_t target) {
+std::vector<Span> NearestSpans(std::uint32_t source, std::uint32_t target) {
+    std::vector<Span> spans(target);
+    for (std::uint32_t i = 0; i < target; ++i) {
+        spans[i] = {static_cast<std::uint32_t>((std::uint64_t{i} * 2 + 1) * source / (std::uint64_t{target} * 2)), {1}};
+    }
+    return spans;
+}
+
+std::vector<Span> MakeSpans(std::uint32_t source, std::uint32_t target, Resampling resampling) {
+    if (resampling == Resampling::Nearest) {
+        return NearestSpans(source, target);
+    }
     const double scale = static_cast<double>(source) / target;
-    const bool shrinks = scale > 1;
-    const double widening = shrinks ? scale : 1;
-    const double reach = (shrinks ? 3 : 2) * widening;
+    const Kernel kernel = KernelFor(scale > 1, resampling);
+    const double widening = std::max(1.0, scale);
+    const double reach = kernel.reach * widening;
     std::vector<Span> spans(target);
     std::vector<double> weights;
     for (std::uint32_t i = 0; i < target; ++i) {
@@ -56,8 +74,7 @@ std::vector<Span> MakeSpans(std::uint32_t source, std::uint32_t target) {
         double sum = 0;
         weights.clear();
         for (std::uint32_t at = first; at <= last; ++at) {
-            const double distance = (at - center) / widening;
-            weights.push_back(shrinks ? Lanczos3(distance) : KeysCubic(distance));
+            weights.push_back(kernel.weight((at - center) / widening));
             sum += weights.back();
         }
         spans[i].first = first;
@@ -106,10 +123,12 @@ void StoreRow(const std::vector<float>& sums, std::uint8_t* row) {
 // Reads the source from the top and keeps the last rows, already at the new width, in a ring.
 class NarrowedRows {
   public:
-    NarrowedRows(const PictureInfo& info, std::unique_ptr<RowReader> rows, std::uint32_t width, std::size_t kept)
-        : rows_(std::move(rows)), converter_(info, PixelFormat::Pargb32), spans_(MakeSpans(info.width, width)),
-          stored_(BytesPerRow(info.format, info.width)), premultiplied_(Channels * info.width),
-          wide_(Channels * info.width), ring_(kept, std::vector<float>(Channels * width)) {}
+    NarrowedRows(const PictureInfo& info, std::unique_ptr<RowReader> rows, std::uint32_t width, std::size_t kept,
+                 Resampling resampling)
+        : rows_(std::move(rows)), converter_(info, PixelFormat::Pargb32),
+          spans_(MakeSpans(info.width, width, resampling)), stored_(BytesPerRow(info.format, info.width)),
+          premultiplied_(Channels * info.width), wide_(Channels * info.width),
+          ring_(kept, std::vector<float>(Channels * width)) {}
 
     // Reads on until all rows before `end` are in the ring or have passed through it.
     Status ReadUntil(std::uint32_t end) {
@@ -139,7 +158,16 @@ class NarrowedRows {
 
 } // namespace
 
-Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32_t width, std::uint32_t height) {
+double KeysCubic(double distance) {
+    const double x = std::abs(distance);
+    if (x < 1) {
+        return (1.5 * x - 2.5) * x * x + 1;
+    }
+    return x < 2 ? ((-0.5 * x + 2.5) * x - 4) * x + 2 : 0;
+}
+
+Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32_t width, std::uint32_t height,
+                                         Resampling resampling) {
     const PictureInfo& info = picture.Info();
     auto bitmap = Bitmap::Create({.width = width, .height = height, .format = PixelFormat::Pargb32});
     if (!bitmap.Ok()) {
@@ -149,8 +177,8 @@ Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32
     if (!rows.Ok()) {
         return rows.GetStatus();
     }
-    const std::vector<Span> spans = MakeSpans(info.height, height);
-    NarrowedRows narrowed(info, std::move(*rows), width, LongestSpan(spans));
+    const std::vector<Span> spans = MakeSpans(info.height, height, resampling);
+    NarrowedRows narrowed(info, std::move(*rows), width, LongestSpan(spans), resampling);
     std::vector<float> sums(Channels * width);
     for (std::uint32_t y = 0; y < height; ++y) {
         const Span& span = spans[y];

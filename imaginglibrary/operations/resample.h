@@ -8,11 +8,21 @@
 
 namespace imaginglibrary {
 
+// How new pixels come of old ones.
+enum class Resampling {
+    Smooth,  // shrinking averages, enlarging is by cubic convolution
+    Linear,  // shrinking averages, enlarging is linear between neighbours
+    Nearest, // every new pixel is one old pixel
+};
+
+// Cubic convolution (Keys, 1981): the weight of a sample at a distance; 0 from 2 on.
+double KeysCubic(double distance);
+
 // The whole picture as `width` by `height` premultiplied pixels. Shrinking averages all that each new pixel covers
-// (Lanczos kernel of three lobes, widened by the factor: Turkowski, "Filters for Common Resampling Tasks", 1990);
-// enlarging is smooth (cubic convolution: Keys, 1981). Weights are scaled to sum to one at the borders, so edges
-// neither darken nor fade. Reads the source once from the top, and holds only as many rows of the new width as the
-// kernel spans. Both sides must be at least 1.
-Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32_t width, std::uint32_t height);
+// (Lanczos kernel of three lobes, widened by the factor: Turkowski, "Filters for Common Resampling Tasks", 1990).
+// Weights are scaled to sum to one at the borders, so edges neither darken nor fade. Reads the source once from the
+// top, and holds only as many rows of the new width as the kernel spans. Both sides must be at least 1.
+Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32_t width, std::uint32_t height,
+                                         Resampling resampling = Resampling::Smooth);
 
 } // namespace imaginglibrary

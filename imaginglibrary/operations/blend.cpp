@@ -1,0 +1,101 @@
+// Lays pixels over a bitmap by their alpha.
+#include "imaginglibrary/operations/blend.h"
+
+#include <cstring>
+
+namespace imaginglibrary {
+
+namespace {
+
+constexpr unsigned DivideBy255(unsigned value) { return (value + 127) / 255; }
+
+// One channel of a source with some alpha over one that is opaque.
+constexpr unsigned Over(unsigned source, unsigned target, unsigned alpha) {
+    return DivideBy255(source * alpha + target * (255 - alpha));
+}
+
+// Channels that lie in bytes: Rgb24, Rgb32 and Pargb32, whose colours are stored times their alpha.
+template <std::size_t Bytes> void BlendBytes(std::uint8_t* target, const std::uint8_t* source) {
+    const unsigned alpha = source[3];
+    for (int channel = 0; channel < 3; ++channel) {
+        target[channel] = static_cast<std::uint8_t>(Over(source[channel], target[channel], alpha));
+    }
+    if constexpr (Bytes == 4) {
+        target[3] = static_cast<std::uint8_t>(Over(255, target[3], alpha));
+    }
+}
+
+void BlendArgb(std::uint8_t* target, const std::uint8_t* source) {
+    const unsigned alpha = source[3];
+    const unsigned below = target[3] * (255 - alpha);
+    const unsigned both = alpha * 255 + below; // 255 times the new alpha; above 0, for the source has some
+    for (int channel = 0; channel < 3; ++channel) {
+        target[channel] =
+            static_cast<std::uint8_t>((source[channel] * alpha * 255 + target[channel] * below + both / 2) / both);
+    }
+    target[3] = static_cast<std::uint8_t>(DivideBy255(both));
+}
+
+// Channels of 5 and 6 bits in a 16-bit number; `greenBits` tells Rgb555 from Rgb565.
+template <unsigned GreenBits> void BlendPacked(std::uint8_t* target, const std::uint8_t* source) {
+    std::uint16_t stored;
+    std::memcpy(&stored, target, sizeof stored);
+    const unsigned alpha = source[3];
+    const auto blend = [&](unsigned channel, unsigned bits, unsigned shift) {
+        const unsigned most = (1u << bits) - 1;
+        const unsigned wide = (((stored >> shift) & most) * 255 + most / 2) / most;
+        return (Over(source[channel], wide, alpha) * most + 127) / 255 << shift;
+    };
+    stored = static_cast<std::uint16_t>(blend(0, 5, 0) | blend(1, GreenBits, 5) | blend(2, 5, 5 + GreenBits));
+    std::memcpy(target, &stored, sizeof stored);
+}
+
+void BlendRgb48(std::uint8_t* target, const std::uint8_t* source) {
+    constexpr unsigned Widening = 257;
+    std::uint16_t stored[3];
+    std::memcpy(stored, target, sizeof stored);
+    for (int channel = 0; channel < 3; ++channel) {
+        stored[channel] = static_cast<std::uint16_t>(Over(source[channel] * Widening, stored[channel], source[3]));
+    }
+    std::memcpy(target, stored, sizeof stored);
+}
+
+template <std::size_t Bytes, class Blend>
+void BlendPixels(std::uint8_t* target, const std::uint8_t* source, std::size_t count, Blend blend) {
+    for (; count > 0; --count, target += Bytes, source += 4) {
+        if (source[3] != 0) {
+            blend(target, source);
+        }
+    }
+}
+
+} // namespace
+
+bool IsDrawable(PixelFormat format) {
+    return !IsIndexed(format) && format != PixelFormat::Argb1555 && format != PixelFormat::Undefined;
+}
+
+void BlendRow(Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t* pixels, std::size_t count) {
+    const PixelFormat format = canvas.bitmap.Info().format;
+    std::uint8_t* target = canvas.bitmap.Row(static_cast<std::uint32_t>(y - canvas.top)) +
+                           static_cast<std::size_t>(x - canvas.left) * BitsPerPixel(format) / 8;
+    switch (format) {
+    case PixelFormat::Rgb24:
+        return BlendPixels<3>(target, pixels, count, BlendBytes<3>);
+    case PixelFormat::Rgb32:
+    case PixelFormat::Pargb32:
+        return BlendPixels<4>(target, pixels, count, BlendBytes<4>);
+    case PixelFormat::Argb32:
+        return BlendPixels<4>(target, pixels, count, BlendArgb);
+    case PixelFormat::Rgb555:
+        return BlendPixels<2>(target, pixels, count, BlendPacked<5>);
+    case PixelFormat::Rgb565:
+        return BlendPixels<2>(target, pixels, count, BlendPacked<6>);
+    case PixelFormat::Rgb48:
+        return BlendPixels<6>(target, pixels, count, BlendRgb48);
+    default:
+        return; // nothing else is drawable
+    }
+}
+
+} // namespace imaginglibrary

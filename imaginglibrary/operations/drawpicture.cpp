@@ -1,0 +1,177 @@
+// Draws a picture, or a part of it, through an affine map.
+#include "imaginglibrary/operations/drawpicture.h"
+
+#include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/operations/affinesampler.h"
+#include "imaginglibrary/operations/coverage.h"
+#include "imaginglibrary/operations/crop.h"
+#include "imaginglibrary/operations/turn.h"
+
+#include <vector>
+
+namespace imaginglibrary {
+
+namespace {
+
+// How many times larger than what is visible a resampled picture may be before pixels are worked out one by one.
+constexpr std::int64_t MostHiddenParts = 4;
+
+std::vector<Edge> OutlineOf(const PixelRect& part, const Affine& toSurface) {
+    Path path;
+    path.AddRectangle({static_cast<double>(part.left), static_cast<double>(part.top)},
+                      {static_cast<double>(part.right), static_cast<double>(part.bottom)});
+    std::vector<Edge> edges;
+    path.AppendEdges(toSurface, edges);
+    return edges;
+}
+
+PixelRect VisiblePart(const PictureDrawing& drawing) {
+    const PictureInfo& info = drawing.picture->Info();
+    return Intersection(drawing.part, {0, 0, std::int64_t{info.width}, std::int64_t{info.height}});
+}
+
+bool IsWhole(double value) { return std::abs(value - std::round(value)) < 1e-6; }
+
+// The picture as upright pixels of the surface: mirrored perhaps, but neither slanted nor between pixels.
+struct UprightTarget {
+    PixelRect rect;
+    bool isMirroredX;
+    bool isMirroredY;
+};
+
+std::optional<UprightTarget> UprightTargetOf(const PixelRect& part, const Affine& map) {
+    const Point first = map({static_cast<double>(part.left), static_cast<double>(part.top)});
+    const Point last = map({static_cast<double>(part.right), static_cast<double>(part.bottom)});
+    if (map.xy != 0 || map.yx != 0 || !IsWhole(first.x) || !IsWhole(first.y) || !IsWhole(last.x) || !IsWhole(last.y)) {
+        return std::nullopt;
+    }
+    const auto whole = [](double value) { return static_cast<std::int64_t>(std::llround(value)); };
+    return UprightTarget{{whole(std::min(first.x, last.x)), whole(std::min(first.y, last.y)),
+                          whole(std::max(first.x, last.x)), whole(std::max(first.y, last.y))},
+                         last.x < first.x,
+                         last.y < first.y};
+}
+
+// Lays the rows of a picture over the canvas, its first pixel at (left, top) of the surface; what falls outside is not
+// shown.
+Status PlaceRows(Canvas& canvas, std::shared_ptr<const PixelSource> picture, std::int64_t left, std::int64_t top) {
+    const PictureInfo& info = picture->Info();
+    const PixelRect target{left, top, left + std::int64_t{info.width}, top + std::int64_t{info.height}};
+    const PixelRect visible = Intersection(target, canvas.Area());
+    if (visible.IsEmpty()) {
+        return Status::Ok;
+    }
+    auto rows = picture->OpenRows();
+    if (!rows.Ok()) {
+        return rows.GetStatus();
+    }
+    const RowConverter converter(info, PixelFormat::Argb32);
+    std::vector<std::uint8_t> stored(BytesPerRow(info.format, info.width));
+    std::vector<std::uint8_t> pixels(std::size_t{info.width} * 4);
+    for (std::int64_t y = top; y < visible.bottom; ++y) {
+        if (const Status status = (*rows)->ReadRow(stored.data()); status != Status::Ok) {
+            return status;
+        }
+        if (y >= visible.top) {
+            converter.Convert(stored.data(), pixels.data());
+            BlendRow(canvas, visible.left, y, pixels.data() + (visible.left - left) * 4,
+                     static_cast<std::size_t>(visible.Width()));
+        }
+    }
+    return Status::Ok;
+}
+
+// The part of the picture that is drawn; the picture itself where that is all of it.
+std::shared_ptr<const PixelSource> PartOf(const PictureDrawing& drawing, const PixelRect& part) {
+    const PictureInfo& info = drawing.picture->Info();
+    const bool isAll = part.Width() == std::int64_t{info.width} && part.Height() == std::int64_t{info.height};
+    return isAll ? drawing.picture : CroppedTo(drawing.picture, part);
+}
+
+// The smallest form of a picture that is at least twice the wanted size, where its file can be decoded so.
+Result<std::shared_ptr<Bitmap>> ResampledPart(const PixelSource& picture, std::uint32_t width, std::uint32_t height,
+                                              Resampling resampling) {
+    const auto* decoder = dynamic_cast<const Decoder*>(&picture);
+    if (decoder != nullptr && resampling != Resampling::Nearest) {
+        constexpr std::uint64_t Spare = 2; // decoders reduce with less care than we do
+        const auto spared = [](std::uint32_t side) {
+            return static_cast<std::uint32_t>(std::min<std::uint64_t>(side * Spare, UINT32_MAX));
+        };
+        if (const auto reduced = decoder->ReducedTo(spared(width), spared(height))) {
+            return Resample(*reduced, width, height, resampling);
+        }
+    }
+    return Resample(picture, width, height, resampling);
+}
+
+Status DrawUpright(Canvas& canvas, const PictureDrawing& drawing, const PixelRect& part, const UprightTarget& target) {
+    std::shared_ptr<const PixelSource> picture = PartOf(drawing, part);
+    if (target.rect.Width() != part.Width() || target.rect.Height() != part.Height()) {
+        auto resampled = ResampledPart(*picture, static_cast<std::uint32_t>(target.rect.Width()),
+                                       static_cast<std::uint32_t>(target.rect.Height()), drawing.resampling);
+        if (!resampled.Ok()) {
+            return resampled.GetStatus();
+        }
+        picture = *resampled;
+    }
+    if (target.isMirroredX || target.isMirroredY) {
+        const unsigned turn = (target.isMirroredY ? 2u : 0u) | (target.isMirroredX != target.isMirroredY ? Mirror : 0u);
+        auto mirrored = Turned(*picture, turn);
+        if (!mirrored.Ok()) {
+            return mirrored.GetStatus();
+        }
+        picture = *mirrored;
+    }
+    return PlaceRows(canvas, picture, target.rect.left, target.rect.top);
+}
+
+// Works out every pixel of the surface from where it lies in the picture.
+Status DrawSlanted(Canvas& canvas, const PictureDrawing& drawing, const PixelRect& part) {
+    auto sampler = AffineSampler::Create(
+        PartOf(drawing, part),
+        Affine::Translation(static_cast<double>(part.left), static_cast<double>(part.top)).Then(drawing.toSurface),
+        drawing.resampling);
+    if (!sampler.Ok()) {
+        return sampler.GetStatus();
+    }
+    const PixelRect area = Intersection(canvas.Area(), BoundsOf(OutlineOf(part, drawing.toSurface)));
+    std::vector<std::uint8_t> pixels(static_cast<std::size_t>(std::max<std::int64_t>(area.Width(), 0)) * 4);
+    for (std::int64_t y = area.top; y < area.bottom; ++y) {
+        for (std::int64_t x = area.left; x < area.right; ++x) {
+            sampler->SampleAt(x, y, &pixels[static_cast<std::size_t>(x - area.left) * 4]);
+        }
+        if (!area.IsEmpty()) {
+            BlendRow(canvas, area.left, y, pixels.data(), static_cast<std::size_t>(area.Width()));
+        }
+    }
+    return Status::Ok;
+}
+
+} // namespace
+
+PixelRect DrawnArea(const PictureDrawing& drawing) {
+    const PixelRect part = VisiblePart(drawing);
+    return part.IsEmpty() ? PixelRect() : BoundsOf(OutlineOf(part, drawing.toSurface));
+}
+
+Status DrawPicture(Canvas& canvas, const PictureDrawing& drawing) {
+    const PixelRect part = VisiblePart(drawing);
+    if (part.IsEmpty() || Intersection(DrawnArea(drawing), canvas.Area()).IsEmpty()) {
+        return Status::Ok;
+    }
+    const auto target = UprightTargetOf(part, drawing.toSurface);
+    if (!target) {
+        return DrawSlanted(canvas, drawing, part);
+    }
+    if (target->rect.IsEmpty()) {
+        return Status::Ok;
+    }
+    const PixelRect visible = Intersection(target->rect, canvas.Area());
+    const bool isScaled = target->rect.Width() != part.Width() || target->rect.Height() != part.Height();
+    const bool isMostlyHidden = target->rect.Width() > MostHiddenParts * visible.Width() ||
+                                target->rect.Height() > MostHiddenParts * visible.Height();
+    return isScaled && isMostlyHidden ? DrawSlanted(canvas, drawing, part)
+                                      : DrawUpright(canvas, drawing, part, *target);
+}
+
+} // namespace imaginglibrary
