@@ -199,6 +199,15 @@ class WindowsFontFace : public FontFace {
     std::map<std::pair<char32_t, char32_t>, int> kerning_;
 };
 
+// Goes through all fonts of a family; `found` is a bool to set.
+int CALLBACK NoteOutlineFont(const LOGFONTW*, const TEXTMETRICW*, DWORD type, LPARAM found) {
+    constexpr int GoOn = 1;
+    if (type == TRUETYPE_FONTTYPE) {
+        *reinterpret_cast<bool*>(found) = true;
+    }
+    return GoOn;
+}
+
 } // namespace
 
 bool HasFontFamily(const std::u16string& name) {
@@ -208,15 +217,7 @@ bool HasFontFamily(const std::u16string& name) {
     const ScreenContext context;
     LOGFONTW description = DescriptionOf(name, 0, false, false);
     bool isThere = false;
-    EnumFontFamiliesExW(
-        context.handle, &description,
-        [](const LOGFONTW*, const TEXTMETRICW*, DWORD type, LPARAM found) {
-            if (type == TRUETYPE_FONTTYPE) {
-                *reinterpret_cast<bool*>(found) = true;
-            }
-            return 1;
-        },
-        reinterpret_cast<LPARAM>(&isThere), 0);
+    EnumFontFamiliesExW(context.handle, &description, NoteOutlineFont, reinterpret_cast<LPARAM>(&isThere), 0);
     return isThere;
 }
 
