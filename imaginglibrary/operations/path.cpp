@@ -6,7 +6,7 @@ namespace imaginglibrary {
 namespace {
 
 // How far a straight piece may lie from its curve, in pixels.
-constexpr double Tolerance = 0.05;
+constexpr double Tolerance = 0.01;
 constexpr int MostPieces = 200;
 
 constexpr Point Between(Point a, Point b, double part) { return {a.x + (b.x - a.x) * part, a.y + (b.y - a.y) * part}; }

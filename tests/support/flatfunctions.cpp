@@ -31,10 +31,6 @@ void* Find(void* module, const char* name) {
 #endif
 }
 
-template <class Result, class... Arguments> Result Call(const char* name, Arguments... arguments) {
-    return reinterpret_cast<Result(FLAT_CALL*)(Arguments...)>(FlatFunction(name))(arguments...);
-}
-
 } // namespace
 
 void* FlatFunction(const char* name) {
@@ -51,47 +47,47 @@ namespace flat {
 
 Status GdiplusStartup(std::uintptr_t* token, const imaginglibrary::GdiplusStartupInput* input,
                       imaginglibrary::GdiplusStartupOutput* output) {
-    return Call<Status>("GdiplusStartup", token, input, output);
+    return CallFlat("GdiplusStartup", token, input, output);
 }
 
-void GdiplusShutdown(std::uintptr_t token) { Call<void>("GdiplusShutdown", token); }
+void GdiplusShutdown(std::uintptr_t token) {
+    reinterpret_cast<void(FLAT_CALL*)(std::uintptr_t)>(FlatFunction("GdiplusShutdown"))(token);
+}
 
 Status GdipLoadImageFromFile(const char16_t* path, GpImage** image) {
-    return Call<Status>("GdipLoadImageFromFile", path, image);
+    return CallFlat("GdipLoadImageFromFile", path, image);
 }
 
-Status GdipDisposeImage(GpImage* image) { return Call<Status>("GdipDisposeImage", image); }
+Status GdipDisposeImage(GpImage* image) { return CallFlat("GdipDisposeImage", image); }
 
-Status GdipCloneImage(GpImage* image, GpImage** clone) { return Call<Status>("GdipCloneImage", image, clone); }
+Status GdipCloneImage(GpImage* image, GpImage** clone) { return CallFlat("GdipCloneImage", image, clone); }
 
-Status GdipGetImageWidth(GpImage* image, std::uint32_t* width) {
-    return Call<Status>("GdipGetImageWidth", image, width);
-}
+Status GdipGetImageWidth(GpImage* image, std::uint32_t* width) { return CallFlat("GdipGetImageWidth", image, width); }
 
 Status GdipGetImageHeight(GpImage* image, std::uint32_t* height) {
-    return Call<Status>("GdipGetImageHeight", image, height);
+    return CallFlat("GdipGetImageHeight", image, height);
 }
 
 Status GdipGetImagePixelFormat(GpImage* image, imaginglibrary::PixelFormat* format) {
-    return Call<Status>("GdipGetImagePixelFormat", image, format);
+    return CallFlat("GdipGetImagePixelFormat", image, format);
 }
 
 Status GdipGetImageThumbnail(GpImage* image, std::uint32_t width, std::uint32_t height, GpImage** thumbnail) {
-    return Call<Status>("GdipGetImageThumbnail", image, width, height, thumbnail, static_cast<void*>(nullptr),
-                        static_cast<void*>(nullptr));
+    return CallFlat("GdipGetImageThumbnail", image, width, height, thumbnail, static_cast<void*>(nullptr),
+                    static_cast<void*>(nullptr));
 }
 
 Status GdipGetImageEncodersSize(std::uint32_t* count, std::uint32_t* bytes) {
-    return Call<Status>("GdipGetImageEncodersSize", count, bytes);
+    return CallFlat("GdipGetImageEncodersSize", count, bytes);
 }
 
 Status GdipGetImageEncoders(std::uint32_t count, std::uint32_t bytes, imaginglibrary::ImageCodecInfo* list) {
-    return Call<Status>("GdipGetImageEncoders", count, bytes, list);
+    return CallFlat("GdipGetImageEncoders", count, bytes, list);
 }
 
 Status GdipSaveImageToFile(GpImage* image, const char16_t* path, const imaginglibrary::Guid* encoder) {
-    return Call<Status>("GdipSaveImageToFile", image, path, encoder,
-                        static_cast<const imaginglibrary::EncoderParameters*>(nullptr));
+    return CallFlat("GdipSaveImageToFile", image, path, encoder,
+                    static_cast<const imaginglibrary::EncoderParameters*>(nullptr));
 }
 
 } // namespace flat

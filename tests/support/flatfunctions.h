@@ -11,6 +11,12 @@ namespace tests {
 // The address of a name in the module under test (LUMBRIX_IMAGING_LIBRARY names its file); aborts where it is missing.
 void* FlatFunction(const char* name);
 
+// Calls a function that answers with a status; the arguments must have the very types of its own.
+template <class... Arguments> imaginglibrary::Status CallFlat(const char* name, Arguments... arguments) {
+    using Function = imaginglibrary::Status(FLAT_CALL*)(Arguments...);
+    return reinterpret_cast<Function>(FlatFunction(name))(arguments...);
+}
+
 // One wrapper per function, with the arguments of the flat interface.
 namespace flat {
 
