@@ -12,12 +12,22 @@ namespace {
 
 template <class Function> Function* As(void* address) { return reinterpret_cast<Function*>(address); }
 
+std::vector<std::string> LinesOf(const char* text) {
+    std::istringstream stream(text);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
 } // namespace
 
 FakeImagingLibrary::FakeImagingLibrary() {
     lumbrix::SubstituteModule("gdiplus.dll", FAKE_MODULE);
     lumbrix::LoadImagingLibrary();
     As<void()>(Control("FakeReset"))();
+    As<void()>(Control("FakeClearProperties"))();
 }
 
 FakeImagingLibrary::~FakeImagingLibrary() {
@@ -30,12 +40,7 @@ void* FakeImagingLibrary::Control(const char* name) const {
 }
 
 std::vector<std::string> FakeImagingLibrary::Calls() const {
-    std::istringstream lines(As<const char*()>(Control("FakeCalls"))());
-    std::vector<std::string> calls;
-    for (std::string line; std::getline(lines, line);) {
-        calls.push_back(line);
-    }
-    return calls;
+    return LinesOf(As<const char*()>(Control("FakeCalls"))());
 }
 
 std::size_t FakeImagingLibrary::CountOf(const std::string& call) const {
@@ -58,5 +63,19 @@ void FakeImagingLibrary::ReportSize(std::uint32_t width, std::uint32_t height) {
 std::string FakeImagingLibrary::LastThumbnail() const { return As<const char*()>(Control("FakeLastThumbnail"))(); }
 
 std::string FakeImagingLibrary::LastParameters() const { return As<const char*()>(Control("FakeLastParameters"))(); }
+
+std::string FakeImagingLibrary::LastSavedName() const { return As<const char*()>(Control("FakeSavedName"))(); }
+
+void FakeImagingLibrary::GiveProperties(const std::vector<Item>& items) {
+    As<void()>(Control("FakeClearProperties"))();
+    const auto add = As<void(std::uint32_t, std::uint16_t, const char*, std::uint32_t)>(Control("FakeAddProperty"));
+    for (const Item& item : items) {
+        add(item.tag, item.type, item.value.data(), static_cast<std::uint32_t>(item.value.size()));
+    }
+}
+
+std::vector<std::string> FakeImagingLibrary::PropertiesSet() const {
+    return LinesOf(As<const char*()>(Control("FakePropertiesSet"))());
+}
 
 } // namespace tests

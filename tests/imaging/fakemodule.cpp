@@ -1,16 +1,11 @@
-// The fake module itself: the flat names in use, and names of its own that steer it.
+// The fake module itself: the flat names for files and their images, and names of its own that steer it.
 #include "imaging/gdiplus/flattypes.h"
+#include "tests/imaging/fakerecord.h"
 
 #include <cstdio>
 #include <cstring>
 #include <map>
 #include <string>
-
-#ifdef _WIN32
-#define FAKE extern "C" __declspec(dllexport)
-#else
-#define FAKE extern "C" __attribute__((visibility("default")))
-#endif
 
 namespace {
 
@@ -20,6 +15,8 @@ std::string calls;
 std::string lastThumbnail;
 std::string lastParameters;
 std::map<std::string, std::int32_t> answers;
+std::map<std::string, int> counts;
+std::string savedName;
 std::uintptr_t imageHandle = 11;
 std::uintptr_t thumbnailHandle = 22;
 std::uint32_t reportedWidth = 30;
@@ -29,18 +26,20 @@ std::uintptr_t lastToken = 100;
 constexpr Clsid BmpEncoder{0x557cf400, 0x1a04, 0x11d3, {0x9a, 0x73, 0, 0, 0xf8, 0x1e, 0xf3, 0x2e}};
 constexpr Clsid JpegEncoder{0x557cf401, 0x1a04, 0x11d3, {0x9a, 0x73, 0, 0, 0xf8, 0x1e, 0xf3, 0x2e}};
 
-std::int32_t Record(const char* name, const std::string& argument = {}) {
-    calls += name + (argument.empty() ? argument : " " + argument) + "\n";
-    return answers[name];
+} // namespace
+
+std::int32_t Record(const char* name, const std::string& arguments) {
+    calls += name + (arguments.empty() ? arguments : " " + arguments) + "\n";
+    const auto numbered = answers.find(name + ("#" + std::to_string(++counts[name])));
+    return numbered != answers.end() ? numbered->second : answers[name];
 }
 
 std::string Number(const void* handle) { return std::to_string(reinterpret_cast<std::uintptr_t>(handle)); }
 
-} // namespace
-
 FAKE void FakeReset() {
     calls.clear();
     answers.clear();
+    counts.clear();
     imageHandle = 11;
     thumbnailHandle = 22;
     reportedWidth = 30;
@@ -49,6 +48,7 @@ FAKE void FakeReset() {
 FAKE const char* FakeCalls() { return calls.c_str(); }
 FAKE const char* FakeLastThumbnail() { return lastThumbnail.c_str(); }
 FAKE const char* FakeLastParameters() { return lastParameters.c_str(); }
+FAKE const char* FakeSavedName() { return savedName.c_str(); }
 FAKE void FakeAnswer(const char* name, std::int32_t status) { answers[name] = status; }
 FAKE void FakeHandles(std::uintptr_t image, std::uintptr_t thumbnail) {
     imageHandle = image;
@@ -79,7 +79,8 @@ FAKE void LUMBRIX_FLAT_CALL GdiplusShutdown(SessionToken token) {
 FAKE std::int32_t LUMBRIX_FLAT_CALL GdipLoadImageFromFile(const char16_t*, ImageHandle* image) {
     const std::int32_t status = Record("GdipLoadImageFromFile");
     if (status == 0) {
-        *image = reinterpret_cast<ImageHandle>(imageHandle);
+        const auto later = static_cast<std::uintptr_t>(counts["GdipLoadImageFromFile"] - 1);
+        *image = reinterpret_cast<ImageHandle>(imageHandle == 0 ? 0 : imageHandle + later);
     }
     return status;
 }
@@ -126,7 +127,7 @@ FAKE std::int32_t LUMBRIX_FLAT_CALL GdipGetImageEncoders(std::uint32_t, std::uin
     return Record("GdipGetImageEncoders");
 }
 
-FAKE std::int32_t LUMBRIX_FLAT_CALL GdipSaveImageToFile(ImageHandle image, const char16_t*, const Clsid* encoder,
+FAKE std::int32_t LUMBRIX_FLAT_CALL GdipSaveImageToFile(ImageHandle image, const char16_t* name, const Clsid* encoder,
                                                         const EncoderParameters* parameters) {
     const EncoderParameter& parameter = parameters->parameter[0];
     char text[120];
@@ -134,5 +135,9 @@ FAKE std::int32_t LUMBRIX_FLAT_CALL GdipSaveImageToFile(ImageHandle image, const
                   parameters->count, parameter.guid.data1, parameter.numberOfValues, parameter.type,
                   *static_cast<const std::int32_t*>(parameter.value), encoder->data1);
     lastParameters = text;
+    savedName.clear();
+    for (; *name != 0; ++name) {
+        savedName += static_cast<char>(*name);
+    }
     return Record("GdipSaveImageToFile", Number(image));
 }

@@ -18,10 +18,10 @@ class FakeImagingLibrary {
     std::vector<std::string> Calls() const;
     std::size_t CountOf(const std::string& call) const;
 
-    // What a function answers from now on.
+    // What a function answers from now on; "NAME#2" is its second call alone.
     void Answer(const char* name, std::int32_t status);
 
-    // The handle that loads and thumbnails give out; zero for none at all.
+    // The handles that loads and thumbnails give out; zero for none at all. A second load gives out the next number.
     void GiveHandles(std::uintptr_t image, std::uintptr_t thumbnail);
 
     // The size that the image reports.
@@ -30,6 +30,20 @@ class FakeImagingLibrary {
     // The arguments of the last thumbnail, and the parameter block of the last save as text.
     std::string LastThumbnail() const;
     std::string LastParameters() const;
+
+    // Under which name the last save went.
+    std::string LastSavedName() const;
+
+    // What images have for properties: the layout of the flat interface, with the values given.
+    struct Item {
+        std::uint32_t tag;
+        std::uint16_t type;
+        std::string value;
+    };
+    void GiveProperties(const std::vector<Item>& items);
+
+    // What was set, as "TAG TYPE LENGTH VALUE".
+    std::vector<std::string> PropertiesSet() const;
 
   private:
     void* Control(const char* name) const;

@@ -57,6 +57,40 @@ TEST(Bindings, StatusOfTheFunctionIsPassedUp) {
     EXPECT_EQ(GdipDisposeImage(nullptr), 6);
 }
 
+TEST(Bindings, DrawingBindingsDoNothingWithoutALibrary) {
+    ASSERT_EQ(ImagingLibraryHandle, nullptr);
+    std::uint32_t number = 7;
+    std::int32_t mode = 7;
+    void* handle = &number;
+    EXPECT_EQ(GdipCreateBitmapFromScan0(1, 1, 0, 0, nullptr, &handle), 0);
+    EXPECT_EQ(GdipCloneImage(handle, &handle), 0);
+    EXPECT_EQ(GdipGetImageGraphicsContext(handle, &handle), 0);
+    EXPECT_EQ(GdipCreateFontFamilyFromName("Arial", &handle), 0);
+    EXPECT_EQ(GdipCreateFont(handle, 1, 0, 2, &handle), 0);
+    EXPECT_EQ(GdipCreateSolidFill(0, &handle), 0);
+    EXPECT_EQ(GdipDrawString(handle, "x", handle, nullptr, handle), 0);
+    EXPECT_EQ(GdipGetInterpolationMode(handle, &mode), 0);
+    EXPECT_EQ(GdipGetPropertySize(handle, &number, &number), 0);
+    EXPECT_EQ(number, 7u);
+    EXPECT_EQ(mode, 7);
+    EXPECT_EQ(handle, &number);
+}
+
+TEST(Bindings, ParallelogramsTestTheirAddressAndTheirSurface) {
+    FakeImagingLibrary fake;
+    const IntegerPoint points[3]{};
+    void* const graphics = &fake;
+    fake.Answer("GdipDrawImagePointsI", 5);
+    EXPECT_EQ(GdipDrawImagePointsI(graphics, nullptr, points, 3), 5);
+    EXPECT_EQ(GdipDrawImagePointsI(nullptr, nullptr, points, 3), 0);
+    const ModuleHandle first = ImagingLibraryHandle;
+    ImagingLibraryHandle = LoadModule(OTHER_MODULE); // which has no such name
+    EXPECT_EQ(GdipDrawImagePointsI(graphics, nullptr, points, 3), 0);
+    UnloadModule(ImagingLibraryHandle);
+    ImagingLibraryHandle = first;
+    EXPECT_EQ(fake.Calls().size(), 1u);
+}
+
 TEST(Bindings, SavesAlwaysPassTheFlushFlag) {
     FakeImagingLibrary fake;
     const Clsid encoder{0x12345678, 0, 0, {}};

@@ -1,0 +1,158 @@
+// Annotating and stamping: the order of their calls over the fake imaging library, colours and fonts.
+#include "imaging/annotate.h"
+
+#include "tests/imaging/fakemodule.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace lumbrix;
+
+using Calls = std::vector<std::string>;
+
+class WithFake : public testing::Test {
+  protected:
+    tests::FakeImagingLibrary fake_;
+};
+
+using Annotate = WithFake;
+using Stamp = WithFake;
+
+Annotation Red() {
+    Annotation annotation;
+    annotation.x = 3.5f;
+    annotation.y = 4;
+    annotation.text = "Hello";
+    annotation.fontName = "Arial";
+    annotation.fontSize = 10;
+    annotation.alpha = 200;
+    annotation.red = 255;
+    return annotation;
+}
+
+TEST(MakeArgb, PacksTheLowBytes) {
+    EXPECT_EQ(MakeArgb(255, 1, 2, 3), 0xFF010203u);
+    EXPECT_EQ(MakeArgb(0x1FF, 0x101, -1, 256), 0xFF01FF00u);
+}
+
+TEST_F(Annotate, DrawsTheImageOverItselfAndThenTheText) {
+    EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), 0);
+    EXPECT_EQ(
+        fake_.Calls(),
+        (Calls{"GdiplusStartup", "GdipCreateFontFamilyFromName Arial", "GdipCreateFont 66 10 0 2",
+               "GdipDeleteFontFamily 66", "GdipLoadImageFromFile", "GdipGetImageGraphicsContext 11",
+               "GdipDrawImage 55 11 0 0", "GdipCreateSolidFill C8FF0000", "GdipDrawString 55 'Hello' 77 3.5 4 0 0 88",
+               "GdipDeleteFont 77", "GdipSaveGraphics 55", "GdipGetImageEncodersSize", "GdipGetImageEncoders",
+               "GdipSaveImageToFile 11", "GdipDisposeImage 11", "GdiplusShutdown 1"}));
+}
+
+TEST_F(Annotate, AlphaOutsideItsRangeIsOpaque) {
+    for (const auto& [alpha, expected] : {std::pair<std::int32_t, const char*>{-1, "FF"},
+                                          {0, "FF"},
+                                          {256, "FF"},
+                                          {255, "FF"},
+                                          {1, "01"},
+                                          {254, "FE"}}) {
+        Annotation annotation = Red();
+        annotation.alpha = alpha;
+        AnnotateImage("a.png", "b.jpg", annotation);
+        EXPECT_GE(fake_.CountOf("GdipCreateSolidFill " + std::string(expected) + "FF0000"), 1u) << alpha;
+    }
+}
+
+TEST_F(Annotate, EveryFlagThatIsNotZeroIsSet) {
+    Annotation annotation = Red();
+    annotation.bold = -7;
+    annotation.underline = 2;
+    AnnotateImage("a.png", "b.jpg", annotation);
+    EXPECT_EQ(fake_.CountOf("GdipCreateFont 66 10 5 2"), 1u);
+    annotation = Red();
+    annotation.italic = 1;
+    annotation.strikeout = 1;
+    AnnotateImage("a.png", "b.jpg", annotation);
+    EXPECT_EQ(fake_.CountOf("GdipCreateFont 66 10 10 2"), 1u);
+}
+
+TEST_F(Annotate, BadNamesMakeNoCall) {
+    EXPECT_EQ(AnnotateImage("", "b.jpg", Red()), -16003);
+    EXPECT_EQ(AnnotateImage("   ", "b.jpg", Red()), -16003);
+    EXPECT_EQ(AnnotateImage("a.png", "", Red()), -16003);
+    EXPECT_EQ(AnnotateImage("a.png", "b.doc", Red()), -16003);
+    EXPECT_EQ(fake_.Calls(), Calls{});
+}
+
+TEST_F(Annotate, SourceThatDoesNotLoadLeavesFontAndSession) {
+    fake_.Answer("GdipLoadImageFromFile", 3);
+    EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), -16004);
+    EXPECT_EQ(fake_.Calls().back(), "GdipLoadImageFromFile");
+}
+
+TEST_F(Annotate, AbsentFamilyGivesACopyWithoutText) {
+    fake_.Answer("GdipCreateFontFamilyFromName", 14);
+    EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), 0);
+    EXPECT_EQ(fake_.CountOf("GdipCreateFont 0 10 0 2"), 1u);
+    EXPECT_EQ(fake_.CountOf("GdipDeleteFontFamily 0"), 1u);
+    EXPECT_EQ(fake_.CountOf("GdipDrawString 55 'Hello' 0 3.5 4 0 0 88"), 1u);
+    EXPECT_EQ(fake_.CountOf("GdipDeleteFont 0"), 0u);
+    EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 11"), 1u);
+}
+
+TEST_F(Annotate, NoStatusOfDrawingOrSavingIsLookedAt) {
+    for (const char* name : {"GdipGetImageGraphicsContext", "GdipDrawImage", "GdipCreateSolidFill", "GdipDrawString",
+                             "GdipSaveGraphics", "GdipGetImageEncoders", "GdipSaveImageToFile"}) {
+        fake_.Answer(name, 1);
+        EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), 0) << name;
+        EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1") << name;
+        fake_.Answer(name, 0);
+    }
+}
+
+#ifndef _WIN32
+TEST_F(Annotate, LengthIsThatOfTheBytesAndAllOfItCanBeRead) {
+    Annotation annotation = Red();
+    annotation.text = "\xC3\x9C\xE2\x82\xAC"; // two characters in five bytes
+    AnnotateImage("a.png", "b.jpg", annotation);
+    EXPECT_EQ(fake_.CountOf("GdipDrawString 55 '\?\?...' 77 3.5 4 0 0 88"), 1u);
+}
+#endif
+
+TEST(AnnotateUnloaded, FindsNoSource) { EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), -16004); }
+
+TEST_F(Stamp, DrawsTheStampAtItsPlace) {
+    EXPECT_EQ(StampImage("a.png", "b.jpg", -3, 7.5f, "s.png"), 0);
+    EXPECT_EQ(fake_.Calls(),
+              (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipLoadImageFromFile",
+                     "GdipGetImageGraphicsContext 11", "GdipDrawImage 55 11 0 0", "GdipDrawImage 55 12 -3 7.5",
+                     "GdipSaveGraphics 55", "GdipGetImageEncodersSize", "GdipGetImageEncoders",
+                     "GdipSaveImageToFile 11", "GdipDisposeImage 11", "GdipDisposeImage 12", "GdiplusShutdown 1"}));
+}
+
+TEST_F(Stamp, BadNamesMakeNoCall) {
+    EXPECT_EQ(StampImage(" ", "b.jpg", 0, 0, "s.png"), -16003);
+    EXPECT_EQ(StampImage("a.png", " ", 0, 0, "s.png"), -16003);
+    EXPECT_EQ(StampImage("a.png", "b.", 0, 0, "s.png"), -16003);
+    EXPECT_EQ(fake_.Calls(), Calls{});
+}
+
+TEST_F(Stamp, WhatDoesNotLoadLeavesTheRestOpen) {
+    fake_.Answer("GdipLoadImageFromFile#1", 3);
+    EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), -16004);
+    EXPECT_EQ(fake_.Calls(), (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipLoadImageFromFile"}));
+    fake_.Answer("GdipLoadImageFromFile#4", 3);
+    EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, ""), -16004);
+    EXPECT_EQ(fake_.Calls().back(), "GdipLoadImageFromFile");
+}
+
+TEST_F(Stamp, NoStatusOfDrawingOrSavingIsLookedAt) {
+    for (const char* name : {"GdipGetImageGraphicsContext", "GdipDrawImage", "GdipSaveImageToFile"}) {
+        fake_.Answer(name, 1);
+        EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), 0) << name;
+        EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1") << name;
+        fake_.Answer(name, 0);
+    }
+}
+
+TEST(StampUnloaded, FindsNoSource) { EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), -16004); }
+
+} // namespace
