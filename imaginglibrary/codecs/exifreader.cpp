@@ -13,8 +13,6 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr std::uint16_t TiffMagic = 42;
-
 // A block in memory, read like a file.
 class MemoryBlock : public InputFile {
   public:

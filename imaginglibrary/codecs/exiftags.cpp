@@ -49,19 +49,18 @@ constexpr TagRange UnwrittenTags[] = {
     // How a TIFF file lays down its pixels says nothing about another file.
     {0x00FE, 0x00FF},
     {0x0102, 0x0103},
-    {0x0106, 0x0106},
-    {0x010A, 0x010A},
+    {0x0106, 0x010A},
     {0x0111, 0x0111},
-    {0x0115, 0x0117},
+    {0x0115, 0x0119},
     {0x011C, 0x011C},
-    {0x0124, 0x0125},
+    {0x0120, 0x0125},
     {0x013D, 0x013D},
     {0x0140, 0x0145},
     {0x014A, 0x014A},
-    {0x0152, 0x0153},
-    {0x0156, 0x0156},
+    {0x0152, 0x0156},
     {0x015B, 0x015B},
     {0x0200, 0x0209},
+    {0x80E3, 0x80E6},
     // The same for other formats: quantisation, animation, palette and dots per metre.
     {0x5090, 0x5091},
     {0x5100, 0x5104},
@@ -111,6 +110,11 @@ void TerminateText(Property& property) {
     if (property.type == PropertyType::Ascii && (property.value.empty() || property.value.back() != 0)) {
         property.value.push_back(0);
     }
+}
+
+std::string_view TextOf(const Property& property) {
+    const std::string_view text(reinterpret_cast<const char*>(property.value.data()), property.value.size());
+    return text.substr(0, text.find('\0'));
 }
 
 bool IsTextComment(const Property& property) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace imaginglibrary {
@@ -25,6 +26,7 @@ inline constexpr std::uint32_t ThumbnailDataTag = 0x501B;
 inline constexpr std::uint32_t CommentTag = 0x9286;
 inline constexpr std::uint32_t ColorProfileTag = 0x8773;
 
+inline constexpr std::uint16_t TiffMagic = 42; // of the classic kind
 inline constexpr std::size_t TiffHeaderBytes = 8;
 inline constexpr std::size_t TiffEntryBytes = 12;
 inline constexpr std::size_t TiffInlineBytes = 4; // a value that is not longer stands in its entry
@@ -37,6 +39,9 @@ void SwapUnlessNative(std::vector<std::uint8_t>& value, PropertyType type, std::
 
 // Ends a text with a NUL if it has none; other values stay.
 void TerminateText(Property& property);
+
+// The text of an item up to its NUL.
+std::string_view TextOf(const Property& property);
 
 // Whether the item is a comment in plain text, which JPEG, PNG and GIF keep outside of EXIF.
 bool IsTextComment(const Property& property);

@@ -2,8 +2,9 @@
 #include "imaginglibrary/codecs/jpegproperties.h"
 
 #include "imaginglibrary/codecs/exifreader.h"
-#include "imaginglibrary/codecs/exiftags.h"
+#include "imaginglibrary/codecs/exifwriter.h"
 
+#include <algorithm>
 #include <cstring>
 #include <span>
 #include <string_view>
@@ -17,6 +18,7 @@ using namespace std::string_view_literals;
 constexpr std::uint32_t LuminanceTableTag = 0x5090;
 constexpr std::uint32_t ChrominanceTableTag = 0x5091;
 constexpr int ExifMarker = JPEG_APP0 + 1;
+constexpr std::size_t MostMarkerBytes = 65533; // its length counts itself
 constexpr std::string_view ExifName = "Exif\0\0"sv;
 
 std::string_view ContentOf(const jpeg_marker_struct& marker) {
@@ -68,6 +70,25 @@ PropertyList ReadJpegProperties(const jpeg_decompress_struct& header) {
     AddQuantisation(header, 1, ChrominanceTableTag, properties);
     AddQuantisation(header, 0, LuminanceTableTag, properties);
     return properties;
+}
+
+std::vector<JpegMarker> MakeJpegMarkers(const PropertyList& properties) {
+    std::vector<JpegMarker> markers;
+    ExifBlock block;
+    for (const Property& item : properties.Items()) {
+        if (!IsTextComment(item)) {
+            block.Add(item);
+        } else if (const auto text = TextOf(item).substr(0, MostMarkerBytes); !text.empty()) {
+            markers.push_back({JPEG_COM, {text.begin(), text.end()}});
+        }
+    }
+    block.Shorten(MostMarkerBytes - ExifName.size());
+    if (const auto bytes = block.MakeBlock(); !bytes.empty()) {
+        JpegMarker exif{ExifMarker, {ExifName.begin(), ExifName.end()}};
+        exif.content.insert(exif.content.end(), bytes.begin(), bytes.end());
+        markers.insert(markers.begin(), std::move(exif));
+    }
+    return markers;
 }
 
 } // namespace imaginglibrary

@@ -88,4 +88,67 @@ TEST(JpegProperties, MarkersBeyondTheLimitArePassedOver) {
     EXPECT_EQ(ReadAllRows(**picture), Status::Ok);
 }
 
+const std::vector<Property> CameraItems = {
+    AsciiProperty(0x010F, "maker"),
+    ShortProperty(0x0112, 6),
+    NumbersProperty<std::uint32_t>(0x829A, PropertyType::Rational, {1, 250}),
+    NumbersProperty<std::int32_t>(0x9204, PropertyType::SRational, {-1, 3}),
+    BytesProperty(0x927C, PropertyType::Undefined, "a maker's note"),
+    AsciiProperty(0x0001, "N"),
+    AsciiProperty(0x5041, "R98"),
+    ShortProperty(0x5023, 6),
+    BytesProperty(0x501B, PropertyType::Byte, "\xFF\xD8 thumbnail \xFF\xD9"),
+};
+
+TEST(JpegProperties, WhatIsWrittenComesBack) {
+    auto items = CameraItems;
+    items.push_back(AsciiProperty(0x9286, "remark"));
+    const auto properties = PropertiesIn(JpegCodec(), WrittenWith(JpegCodec(), ListOf(items)));
+    ASSERT_EQ(properties.Items().size(), items.size() + 2); // and the quantisation tables
+    EXPECT_EQ(std::vector<Property>(properties.Items().begin(), properties.Items().end() - 2), items);
+}
+
+TEST(JpegProperties, ExifStandsDirectlyBehindJfif) {
+    const std::string bytes = WrittenWith(JpegCodec(), ListOf(CameraItems));
+    constexpr std::size_t BehindJfif = 2 + 18;
+    EXPECT_EQ(FindMarker(bytes, 0xE1), BehindJfif);
+    EXPECT_EQ(bytes.substr(BehindJfif + 4, 6), std::string("Exif\0\0", 6));
+}
+
+TEST(JpegProperties, TextCommentIsNoPartOfExif) {
+    const std::string bytes = WrittenWith(JpegCodec(), ListOf({AsciiProperty(0x9286, "remark")}));
+    EXPECT_EQ(FindMarker(bytes, 0xE1), std::string::npos);
+    const std::size_t at = FindMarker(bytes, 0xFE);
+    ASSERT_NE(at, std::string::npos);
+    EXPECT_EQ(bytes.substr(at + 2, 8), std::string("\0\x08remark", 8));
+}
+
+TEST(JpegProperties, OtherCommentIsPartOfExif) {
+    const std::vector<Property> items = {
+        BytesProperty(0x9286, PropertyType::Undefined, std::string("ASCII\0\0\0me", 10))};
+    const std::string bytes = WrittenWith(JpegCodec(), ListOf(items));
+    EXPECT_EQ(FindMarker(bytes, 0xFE), std::string::npos);
+    ExpectItems(PropertiesIn(JpegCodec(), bytes), items);
+}
+
+TEST(JpegProperties, NothingToWriteLeavesTheFileAsItWas) {
+    const std::string plain = WrittenWith(JpegCodec(), {});
+    EXPECT_EQ(FindMarker(plain, 0xE1), std::string::npos);
+    for (const Property& item : {ShortProperty(0x5090, 1), ShortProperty(0x0103, 5), AsciiProperty(0x9286, ""),
+                                 BytesProperty(0x501B, PropertyType::Byte, "thumbnail")}) {
+        EXPECT_EQ(WrittenWith(JpegCodec(), ListOf({item})), plain) << std::hex << item.tag;
+    }
+}
+
+TEST(JpegProperties, WhatFitsNoMarkerIsLeftOut) {
+    auto items = CameraItems;
+    items.push_back(BytesProperty(0xC000, PropertyType::Undefined, std::string(70000, 'x')));
+    items.push_back(AsciiProperty(0x9286, std::string(70000, 'y')));
+    const auto properties = PropertiesIn(JpegCodec(), WrittenWith(JpegCodec(), ListOf(items)));
+    EXPECT_EQ(properties.Find(0xC000), nullptr);
+    EXPECT_EQ(properties.Find(0x501B), nullptr);
+    ExpectItems(properties, {CameraItems.begin(), CameraItems.end() - 2});
+    EXPECT_EQ(*properties.Find(0x9286), AsciiProperty(0x9286, std::string(65533, 'y')));
+}
+
 } // namespace
