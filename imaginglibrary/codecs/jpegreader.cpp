@@ -1,6 +1,7 @@
 // Reads JPEG files.
 #include "imaginglibrary/codecs/jpegreader.h"
 
+#include "imaginglibrary/codecs/jpegproperties.h"
 #include "imaginglibrary/codecs/jpegstream.h"
 #include "imaginglibrary/core/limits.h"
 
@@ -105,13 +106,15 @@ class JpegRows : public RowReader {
 
 class JpegPicture : public Decoder {
   public:
-    JpegPicture(std::shared_ptr<const InputFile> file, PictureInfo info, unsigned eighths)
-        : file_(std::move(file)), info_(std::move(info)), eighths_(eighths) {}
+    JpegPicture(std::shared_ptr<const InputFile> file, PictureInfo info, unsigned eighths, PropertyList properties)
+        : file_(std::move(file)), info_(std::move(info)), eighths_(eighths) {
+        properties_ = std::move(properties);
+    }
 
     const PictureInfo& Info() const override { return info_; }
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
-        auto stream = JpegStream::Open(file_);
+        auto stream = JpegStream::Open(file_, JpegMarkers::PassOver);
         if (!stream.Ok()) {
             return stream.GetStatus();
         }
@@ -141,7 +144,7 @@ class JpegPicture : public Decoder {
                 PictureInfo info = info_;
                 info.width = reducedWidth;
                 info.height = reducedHeight;
-                return std::make_unique<JpegPicture>(file_, std::move(info), eighths);
+                return std::make_unique<JpegPicture>(file_, std::move(info), eighths, properties_);
             }
         }
         return nullptr;
@@ -156,7 +159,7 @@ class JpegPicture : public Decoder {
 } // namespace
 
 Result<std::unique_ptr<Decoder>> OpenJpeg(std::shared_ptr<const InputFile> file) {
-    auto stream = JpegStream::Open(file);
+    auto stream = JpegStream::Open(file, JpegMarkers::Keep);
     if (!stream.Ok()) {
         return stream.GetStatus();
     }
@@ -164,7 +167,8 @@ Result<std::unique_ptr<Decoder>> OpenJpeg(std::shared_ptr<const InputFile> file)
     if (!info.Ok()) {
         return info.GetStatus();
     }
-    return std::unique_ptr<Decoder>(std::make_unique<JpegPicture>(std::move(file), std::move(*info), FullSize));
+    return std::unique_ptr<Decoder>(std::make_unique<JpegPicture>(std::move(file), std::move(*info), FullSize,
+                                                                  ReadJpegProperties((*stream)->Header())));
 }
 
 } // namespace imaginglibrary

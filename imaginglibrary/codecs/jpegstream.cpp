@@ -10,6 +10,7 @@ namespace imaginglibrary {
 namespace {
 
 constexpr std::size_t BufferBytes = 32768;
+constexpr unsigned WholeMarker = 0xFFFF;
 constexpr JOCTET EndMarker[] = {0xFF, JPEG_EOI};
 
 constexpr std::uint64_t RoundedUp(std::uint64_t value, int step) {
@@ -32,13 +33,16 @@ JpegStream::JpegStream(std::shared_ptr<const InputFile> file) : file_(std::move(
 
 JpegStream::~JpegStream() { jpeg_destroy_decompress(&info_); }
 
-Result<std::unique_ptr<JpegStream>> JpegStream::Open(std::shared_ptr<const InputFile> file) {
+Result<std::unique_ptr<JpegStream>> JpegStream::Open(std::shared_ptr<const InputFile> file, JpegMarkers markers) {
     std::unique_ptr<JpegStream> stream(new JpegStream(std::move(file)));
     jpeg_decompress_struct* info = &stream->info_;
     const Status status = stream->errors_.Run([=] {
         jpeg_create_decompress(info);
         info->src = &Of(info).source_;
         info->progress = &Of(info).progress_;
+        if (markers == JpegMarkers::Keep) {
+            Of(info).SaveMarkers(WholeMarker);
+        }
         jpeg_read_header(info, TRUE);
     });
     if (status != Status::Ok) {
@@ -77,6 +81,12 @@ Status JpegStream::ReadRow(std::uint8_t* row) {
     return count == 1 ? Status::Ok : UndecodableContent;
 }
 
+// EXIF and comments. 0 bytes have them passed over.
+void JpegStream::SaveMarkers(unsigned mostBytes) {
+    jpeg_save_markers(&info_, JPEG_APP0 + 1, mostBytes);
+    jpeg_save_markers(&info_, JPEG_COM, mostBytes);
+}
+
 // Apart, so that no Result is alive when the callback jumps.
 Result<std::size_t> JpegStream::Refill() {
     const auto read = file_->ReadAt(position_, buffer_.data(), buffer_.size());
@@ -97,6 +107,10 @@ boolean JpegStream::FillInputBuffer(j_decompress_ptr info) {
     }
     if (failure != Status::Ok) {
         stream.errors_.Leave(failure);
+    }
+    // No honest header is that long, and libjpeg itself has no limit.
+    if (stream.position_ > MaximumMetadataBytes) {
+        stream.SaveMarkers(0);
     }
     if (info->src->bytes_in_buffer == 0) {
         // The Huffman decoder looks ahead, so the end alone is no error; it warns if it lacks bits in earnest. The

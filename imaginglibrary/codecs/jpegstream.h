@@ -10,6 +10,9 @@
 
 namespace imaginglibrary {
 
+// Whether the markers with metadata are kept for Header().marker_list; rows have no use for them.
+enum class JpegMarkers { Keep, PassOver };
+
 // The legal order of calls is Open, Start once, ReadRow up to output_height times. Belongs to one thread at a time.
 //
 // Damaged or missing image data is UndecodableContent, never filled with grey. Only the end marker may be missing, and
@@ -18,7 +21,7 @@ namespace imaginglibrary {
 class JpegStream {
   public:
     // Reads up to the first scan. InvalidParameter for a size that libjpeg refuses.
-    static Result<std::unique_ptr<JpegStream>> Open(std::shared_ptr<const InputFile> file);
+    static Result<std::unique_ptr<JpegStream>> Open(std::shared_ptr<const InputFile> file, JpegMarkers markers);
 
     ~JpegStream();
     JpegStream(const JpegStream&) = delete;
@@ -42,6 +45,7 @@ class JpegStream {
     static void SkipInputData(j_decompress_ptr info, long count);
     static void CountScans(j_common_ptr info);
 
+    void SaveMarkers(unsigned mostBytes);
     Result<std::size_t> Refill();
     std::uint64_t CoefficientBytes() const;
     bool HasAllScans() const;

@@ -2,6 +2,7 @@
 #include "imaginglibrary/codecs/jpegwriter.h"
 
 #include "imaginglibrary/codecs/jpegerrors.h"
+#include "imaginglibrary/codecs/jpegproperties.h"
 #include "imaginglibrary/core/rowconverter.h"
 
 #include <vector>
@@ -36,8 +37,9 @@ class JpegSink {
     JpegSink(const JpegSink&) = delete;
     JpegSink& operator=(const JpegSink&) = delete;
 
-    Status Start(const PictureInfo& picture) {
+    Status Start(const PictureInfo& picture, const std::vector<JpegMarker>& markers) {
         const PictureInfo* header = &picture;
+        const std::vector<JpegMarker>* following = &markers;
         return errors_.Run([=, this] {
             jpeg_create_compress(&info_);
             info_.dest = &destination_;
@@ -51,6 +53,10 @@ class JpegSink {
             info_.X_density = StoredDensity(header->resolution.horizontal);
             info_.Y_density = StoredDensity(header->resolution.vertical);
             jpeg_start_compress(&info_, TRUE);
+            for (const JpegMarker& marker : *following) {
+                jpeg_write_marker(&info_, marker.kind, marker.content.data(),
+                                  static_cast<unsigned>(marker.content.size()));
+            }
         });
     }
 
@@ -106,7 +112,7 @@ class JpegSink {
 
 } // namespace
 
-Status WriteJpeg(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
+Status WriteJpeg(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     if (info.width < 1 || info.height < 1 || info.width > JPEG_MAX_DIMENSION || info.height > JPEG_MAX_DIMENSION) {
         return Status::InvalidParameter;
@@ -119,7 +125,7 @@ Status WriteJpeg(const PixelSource& picture, const PropertyList& /*properties*/,
     std::vector<std::uint8_t> source(BytesPerRow(info.format, info.width));
     std::vector<std::uint8_t> row(BytesPerRow(PixelFormat::Rgb24, info.width));
     JpegSink sink(file);
-    if (const Status status = sink.Start(info); status != Status::Ok) {
+    if (const Status status = sink.Start(info, MakeJpegMarkers(properties)); status != Status::Ok) {
         return status;
     }
     for (std::uint32_t y = 0; y < info.height; ++y) {

@@ -1,6 +1,7 @@
 // Reads PNG files of every colour type and depth.
 #include "imaginglibrary/codecs/pngreader.h"
 
+#include "imaginglibrary/codecs/pngproperties.h"
 #include "imaginglibrary/codecs/pngstream.h"
 #include "imaginglibrary/core/bitmap.h"
 
@@ -37,7 +38,9 @@ Result<std::unique_ptr<RowReader>> ReadPasses(PngStream& stream, int passes, con
 class PngPicture : public Decoder {
   public:
     PngPicture(std::shared_ptr<const InputFile> file, PictureInfo info)
-        : file_(std::move(file)), info_(std::move(info)) {}
+        : file_(std::move(file)), info_(std::move(info)) {
+        properties_ = ReadPngProperties(*file_);
+    }
 
     const PictureInfo& Info() const override { return info_; }
 

@@ -9,9 +9,6 @@ namespace {
 
 constexpr double MetresPerInch = 0.0254;
 
-// More text and colour chunks than any honest file has.
-constexpr unsigned MostCachedChunks = 1000;
-
 } // namespace
 
 void LeaveOnPngError(png_structp png, png_const_charp /*message*/) {
@@ -46,7 +43,11 @@ Result<std::unique_ptr<PngStream>> PngStream::Open(std::shared_ptr<const InputFi
         // The size is judged by ourselves, for a status of its own.
         png_set_user_limits(self->png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
         png_set_chunk_malloc_max(self->png_, MaximumMetadataBytes);
-        png_set_chunk_cache_max(self->png_, MostCachedChunks);
+        // Metadata are read elsewhere, and a text may be short in the file and fill the memory.
+        constexpr int AllButPixels = -1;
+        png_set_keep_unknown_chunks(self->png_, PNG_HANDLE_CHUNK_NEVER, nullptr, AllButPixels);
+        constexpr png_byte Resolution[] = "pHYs";
+        png_set_keep_unknown_chunks(self->png_, PNG_HANDLE_CHUNK_AS_DEFAULT, Resolution, 1);
         png_set_benign_errors(self->png_, 1);
         png_read_info(self->png_, self->header_);
     });

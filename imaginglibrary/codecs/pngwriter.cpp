@@ -3,6 +3,7 @@
 
 #include "imaginglibrary/codecs/pngerrors.h"
 #include "imaginglibrary/codecs/pngpalette.h"
+#include "imaginglibrary/codecs/pngproperties.h"
 #include "imaginglibrary/core/rowconverter.h"
 
 #include <algorithm>
@@ -36,11 +37,15 @@ png_uint_32 DotsPerMetre(double dotsPerInch) {
 // One libpng writer; Begin once, then WriteRow for every row, then End.
 class PngWriter {
   public:
-    PngWriter(const PictureInfo& info, const Palette& palette, OutputFile& file)
-        : info_(info), format_(WrittenFormat(info)), palette_(palette), file_(file) {
+    PngWriter(const PictureInfo& info, const Palette& palette, const PropertyList& properties, OutputFile& file)
+        : info_(info), format_(WrittenFormat(info)), palette_(palette), metadata_(MakePngMetadata(properties)),
+          file_(file) {
         for (std::size_t i = 0; i < palette_.size(); ++i) {
             colors_[i] = {RedOf(palette_[i]), GreenOf(palette_[i]), BlueOf(palette_[i])};
             alphas_[i] = AlphaOf(palette_[i]);
+        }
+        for (PngText& text : metadata_.texts) {
+            texts_.push_back(TextChunkOf(text));
         }
     }
 
@@ -59,6 +64,7 @@ class PngWriter {
             }
             png_set_write_fn(png_, this, WriteBytes, nullptr);
             DescribePicture();
+            AddMetadata();
             png_write_info(png_, header_);
             if (!IsIndexed(format_)) {
                 png_set_bgr(png_);
@@ -75,6 +81,16 @@ class PngWriter {
     }
 
   private:
+    // libpng does not write to what it is given, for all that its types say.
+    static png_text TextChunkOf(PngText& text) {
+        png_text chunk{};
+        chunk.compression = text.isUtf8 ? PNG_ITXT_COMPRESSION_NONE : PNG_TEXT_COMPRESSION_NONE;
+        chunk.key = const_cast<char*>(text.keyword);
+        chunk.text = text.text.data();
+        chunk.text_length = text.text.size();
+        return chunk;
+    }
+
     static void WriteBytes(png_structp png, png_bytep bytes, png_size_t count) {
         auto* writer = static_cast<PngWriter*>(png_get_io_ptr(png));
         if (const Status status = writer->Append(bytes, count); status != Status::Ok) {
@@ -112,9 +128,20 @@ class PngWriter {
         }
     }
 
+    void AddMetadata() {
+        if (!texts_.empty()) {
+            png_set_text(png_, header_, texts_.data(), static_cast<int>(texts_.size()));
+        }
+        if (!metadata_.exif.empty()) {
+            png_set_eXIf_1(png_, header_, static_cast<png_uint_32>(metadata_.exif.size()), metadata_.exif.data());
+        }
+    }
+
     const PictureInfo& info_;
     PixelFormat format_;
     Palette palette_;
+    PngMetadata metadata_;
+    std::vector<png_text> texts_;
     std::array<png_color, 256> colors_{};
     std::array<png_byte, 256> alphas_{};
     OutputFile& file_;
@@ -125,7 +152,7 @@ class PngWriter {
 
 } // namespace
 
-Status WritePng(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
+Status WritePng(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     auto rows = picture.OpenRows();
     if (!rows.Ok()) {
@@ -139,7 +166,7 @@ Status WritePng(const PixelSource& picture, const PropertyList& /*properties*/, 
     } else {
         converter.emplace(info, format);
     }
-    PngWriter writer(info, palette ? palette->Entries() : Palette(), file);
+    PngWriter writer(info, palette ? palette->Entries() : Palette(), properties, file);
     if (const Status status = writer.Begin(); status != Status::Ok) {
         return status;
     }

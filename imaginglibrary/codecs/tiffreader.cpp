@@ -1,6 +1,7 @@
 // Reads the first picture of a TIFF file.
 #include "imaginglibrary/codecs/tiffreader.h"
 
+#include "imaginglibrary/codecs/exifreader.h"
 #include "imaginglibrary/codecs/tiffpixels.h"
 
 #include <algorithm>
@@ -94,7 +95,9 @@ class ConvertedTiffRows : public RowReader {
 class TiffDecoder : public Decoder {
   public:
     TiffDecoder(std::shared_ptr<const InputFile> file, TiffLayout layout)
-        : file_(std::move(file)), layout_(std::make_shared<const TiffLayout>(std::move(layout))) {}
+        : file_(std::move(file)), layout_(std::make_shared<const TiffLayout>(std::move(layout))) {
+        ReadTiffProperties(*file_, properties_);
+    }
 
     const PictureInfo& Info() const override { return layout_->info; }
 

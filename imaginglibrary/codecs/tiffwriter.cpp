@@ -2,6 +2,7 @@
 #include "imaginglibrary/codecs/tiffwriter.h"
 
 #include "imaginglibrary/codecs/tiffclient.h"
+#include "imaginglibrary/codecs/tiffproperties.h"
 #include "imaginglibrary/core/rowconverter.h"
 
 #include <algorithm>
@@ -166,7 +167,7 @@ Status WriteStrips(TiffRowSource& rows, const PictureInfo& info, std::size_t row
 
 } // namespace
 
-Status WriteTiff(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
+Status WriteTiff(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     const TiffForm form = FormOf(info);
     const std::size_t rowBytes = FileRowBytes(info, form);
@@ -182,8 +183,11 @@ Status WriteTiff(const PixelSource& picture, const PropertyList& /*properties*/,
         return (*output)->Failure();
     }
     TiffRowSource rows(info, form, std::move(*opened));
-    const Status status = WriteStrips(rows, info, rowBytes, **output);
-    return status == Status::Ok ? (*output)->Finish() : status;
+    Status status = WriteStrips(rows, info, rowBytes, **output);
+    if (status == Status::Ok) {
+        status = (*output)->Finish();
+    }
+    return status == Status::Ok ? AddTiffProperties(properties, file) : status;
 }
 
 } // namespace imaginglibrary

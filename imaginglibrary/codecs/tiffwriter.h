@@ -15,7 +15,8 @@ namespace imaginglibrary {
 //   Rgb555, Rgb565, Rgb24, Rgb32, Rgb48  RGB of 8 bits, LZW with horizontal differences
 //   Argb1555, Argb32, Pargb32            RGBA of 8 bits, alpha not associated, LZW with horizontal differences
 //
-// The resolution is in dots per inch, 96 where the picture has none.
+// The resolution is in dots per inch, 96 where the picture has none. Property items that tell of resolution and
+// orientation take their place; nothing else of the layout follows the items.
 Status WriteTiff(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
 
 } // namespace imaginglibrary

@@ -16,8 +16,20 @@ inline constexpr std::size_t MaximumPictureBytes = sizeof(void*) == 4 ? std::siz
 // Most scans a progressive JPEG may have; real encoders make about ten.
 inline constexpr int MaximumJpegScans = 500;
 
-// Longest single metadata chunk or tag that is read, in bytes.
+// Longest single metadata chunk or tag that is read, and most that is kept of one file's metadata, in bytes.
 inline constexpr std::size_t MaximumMetadataBytes = std::size_t{16} << 20;
+
+// Most directory entries or chunks of one file's metadata that are looked at; cameras write about a hundred.
+inline constexpr std::size_t MaximumMetadataEntries = 4096;
+
+// Longest list of the places of strips and tiles that is shown as a property item, in bytes.
+inline constexpr std::size_t MaximumPlacesBytes = 65536;
+
+// Longest comment of a GIF file that is read, in bytes.
+inline constexpr std::size_t MaximumCommentBytes = std::size_t{1} << 20;
+
+// Most frames of a GIF file that are counted.
+inline constexpr std::size_t MaximumGifFrames = 65536;
 
 // Largest metafile that is handed to the system's player, in bytes.
 inline constexpr std::size_t MaximumMetafileBytes = std::size_t{64} << 20;

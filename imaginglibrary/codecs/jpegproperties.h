@@ -1,0 +1,27 @@
+// The property items of JPEG files, as they are read and as they are written.
+#pragma once
+
+#include "imaginglibrary/core/properties.h"
+
+#include <cstdint>
+#include <vector>
+// libjpeg's header names FILE without declaring it.
+#include <cstdio>
+#include <jpeglib.h>
+
+namespace imaginglibrary {
+
+// The items of a file whose header was read and whose markers were kept: those of EXIF, a comment, and the two
+// quantisation tables in their natural order.
+PropertyList ReadJpegProperties(const jpeg_decompress_struct& header);
+
+struct JpegMarker {
+    int kind;
+    std::vector<std::uint8_t> content;
+};
+
+// The markers that carry the items, in their order in the file. Of what is longer than a marker may be, the thumbnail,
+// then the largest values are left out; a comment is cut.
+std::vector<JpegMarker> MakeJpegMarkers(const PropertyList& properties);
+
+} // namespace imaginglibrary

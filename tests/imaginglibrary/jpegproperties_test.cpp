@@ -1,0 +1,154 @@
+// The property items of JPEG files.
+#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/exifmaker.h"
+#include "tests/support/jpegfiles.h"
+#include "tests/support/properties.h"
+
+namespace {
+
+using namespace imaginglibrary;
+using namespace tests;
+
+constexpr std::size_t BehindStart = 2;
+
+std::string Comment(const std::string& text) { return "\xFF\xFE" + NumberBytes(true, text.size() + 2, 2) + text; }
+
+std::string WithMarkers(const std::string& markers, const JpegFile& file = {}) {
+    return MakeJpeg(file).insert(BehindStart, markers);
+}
+
+std::uint16_t ShortAt(const Property& property, std::size_t index) {
+    std::uint16_t number = 0;
+    std::memcpy(&number, property.value.data() + 2 * index, sizeof number);
+    return number;
+}
+
+TEST(JpegProperties, ExifAndCommentAndTablesComeInThisOrder) {
+    const std::string exif = MakeExif({.isBigEndian = true, .main = {{0x010F, 2, 6, std::string("maker\0", 6)}}});
+    const auto properties = PropertiesIn(JpegCodec(), WithMarkers(Comment("remark") + ExifMarker(exif)));
+    EXPECT_EQ(TagsOf(properties), (std::vector<std::uint32_t>{0x010F, 0x9286, 0x5091, 0x5090}));
+    EXPECT_EQ(*properties.Find(0x010F), AsciiProperty(0x010F, "maker"));
+    EXPECT_EQ(*properties.Find(0x9286), AsciiProperty(0x9286, "remark"));
+}
+
+TEST(JpegProperties, CommentOfExifStays) {
+    const std::string exif = MakeExif({.exif = {{0x9286, 7, 12, std::string("ASCII\0\0\0user", 12)}}});
+    const auto properties = PropertiesIn(JpegCodec(), WithMarkers(Comment("remark") + ExifMarker(exif)));
+    EXPECT_EQ(*properties.Find(0x9286),
+              BytesProperty(0x9286, PropertyType::Undefined, std::string("ASCII\0\0\0user", 12)));
+}
+
+TEST(JpegProperties, TablesAreInNaturalOrder) {
+    const auto properties = PropertiesIn(JpegCodec(), MakeJpeg({.quality = 50}));
+    const Property& luminance = *properties.Find(0x5090);
+    const Property& chrominance = *properties.Find(0x5091);
+    EXPECT_EQ(luminance.type, PropertyType::Short);
+    ASSERT_EQ(luminance.value.size(), 128u);
+    ASSERT_EQ(chrominance.value.size(), 128u);
+    // The first row of the standard's tables.
+    const std::vector<std::uint16_t> standardLuminance = {16, 11, 10, 16, 24, 40, 51, 61};
+    const std::vector<std::uint16_t> standardChrominance = {17, 18, 24, 47, 99, 99, 99, 99};
+    for (std::size_t i = 0; i < 8; ++i) {
+        EXPECT_EQ(ShortAt(luminance, i), standardLuminance[i]);
+        EXPECT_EQ(ShortAt(chrominance, i), standardChrominance[i]);
+    }
+}
+
+TEST(JpegProperties, GreyHasNoChrominanceTable) {
+    const auto properties = PropertiesIn(JpegCodec(), MakeJpeg({.given = JCS_GRAYSCALE, .stored = JCS_GRAYSCALE}));
+    EXPECT_EQ(TagsOf(properties), std::vector<std::uint32_t>{0x5090});
+}
+
+TEST(JpegProperties, OtherMarkersOfTheSameNumberArePassedOver) {
+    const std::string other = "http://ns.adobe.com/xap/1.0/";
+    const std::string marker = "\xFF\xE1" + NumberBytes(true, other.size() + 2, 2) + other;
+    const std::string exif = MakeExif({.main = {{0x0112, 3, 1, NumberBytes(false, 3, 2)}}});
+    const auto properties = PropertiesIn(JpegCodec(), WithMarkers(marker + ExifMarker(exif)));
+    EXPECT_EQ(*properties.Find(0x0112), ShortProperty(0x0112, 3));
+}
+
+TEST(JpegProperties, SpoiledExifNeverKeepsAPictureFromOpening) {
+    const std::string exif = MakeExif({.main = {{0x010F, 2, 6, std::string("maker\0", 6)}}});
+    for (std::size_t at = 0; at < exif.size(); ++at) {
+        std::string spoiled = exif;
+        spoiled[at] = static_cast<char>(spoiled[at] ^ 0xFF);
+        EXPECT_TRUE(OpenBytes(JpegCodec(), WithMarkers(ExifMarker(spoiled))).Ok());
+    }
+}
+
+TEST(JpegProperties, MarkersBeyondTheLimitArePassedOver) {
+    std::string markers;
+    while (markers.size() < (20u << 20)) {
+        markers += Comment(std::string(65533, 'x'));
+    }
+    const std::string exif = MakeExif({.main = {{0x0112, 3, 1, NumberBytes(false, 3, 2)}}});
+    const auto picture = OpenBytes(JpegCodec(), WithMarkers(markers + ExifMarker(exif)));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Properties().Find(0x0112), nullptr);
+    EXPECT_EQ(ReadAllRows(**picture), Status::Ok);
+}
+
+const std::vector<Property> CameraItems = {
+    AsciiProperty(0x010F, "maker"),
+    ShortProperty(0x0112, 6),
+    NumbersProperty<std::uint32_t>(0x829A, PropertyType::Rational, {1, 250}),
+    NumbersProperty<std::int32_t>(0x9204, PropertyType::SRational, {-1, 3}),
+    BytesProperty(0x927C, PropertyType::Undefined, "a maker's note"),
+    AsciiProperty(0x0001, "N"),
+    AsciiProperty(0x5041, "R98"),
+    ShortProperty(0x5023, 6),
+    BytesProperty(0x501B, PropertyType::Byte, "\xFF\xD8 thumbnail \xFF\xD9"),
+};
+
+TEST(JpegProperties, WhatIsWrittenComesBack) {
+    auto items = CameraItems;
+    items.push_back(AsciiProperty(0x9286, "remark"));
+    const auto properties = PropertiesIn(JpegCodec(), WrittenWith(JpegCodec(), ListOf(items)));
+    ASSERT_EQ(properties.Items().size(), items.size() + 2); // and the quantisation tables
+    EXPECT_EQ(std::vector<Property>(properties.Items().begin(), properties.Items().end() - 2), items);
+}
+
+TEST(JpegProperties, ExifStandsDirectlyBehindJfif) {
+    const std::string bytes = WrittenWith(JpegCodec(), ListOf(CameraItems));
+    constexpr std::size_t BehindJfif = 2 + 18;
+    EXPECT_EQ(FindMarker(bytes, 0xE1), BehindJfif);
+    EXPECT_EQ(bytes.substr(BehindJfif + 4, 6), std::string("Exif\0\0", 6));
+}
+
+TEST(JpegProperties, TextCommentIsNoPartOfExif) {
+    const std::string bytes = WrittenWith(JpegCodec(), ListOf({AsciiProperty(0x9286, "remark")}));
+    EXPECT_EQ(FindMarker(bytes, 0xE1), std::string::npos);
+    const std::size_t at = FindMarker(bytes, 0xFE);
+    ASSERT_NE(at, std::string::npos);
+    EXPECT_EQ(bytes.substr(at + 2, 8), std::string("\0\x08remark", 8));
+}
+
+TEST(JpegProperties, OtherCommentIsPartOfExif) {
+    const std::vector<Property> items = {
+        BytesProperty(0x9286, PropertyType::Undefined, std::string("ASCII\0\0\0me", 10))};
+    const std::string bytes = WrittenWith(JpegCodec(), ListOf(items));
+    EXPECT_EQ(FindMarker(bytes, 0xFE), std::string::npos);
+    ExpectItems(PropertiesIn(JpegCodec(), bytes), items);
+}
+
+TEST(JpegProperties, NothingToWriteLeavesTheFileAsItWas) {
+    const std::string plain = WrittenWith(JpegCodec(), {});
+    EXPECT_EQ(FindMarker(plain, 0xE1), std::string::npos);
+    for (const Property& item : {ShortProperty(0x5090, 1), ShortProperty(0x0103, 5), AsciiProperty(0x9286, ""),
+                                 BytesProperty(0x501B, PropertyType::Byte, "thumbnail")}) {
+        EXPECT_EQ(WrittenWith(JpegCodec(), ListOf({item})), plain) << std::hex << item.tag;
+    }
+}
+
+TEST(JpegProperties, WhatFitsNoMarkerIsLeftOut) {
+    auto items = CameraItems;
+    items.push_back(BytesProperty(0xC000, PropertyType::Undefined, std::string(70000, 'x')));
+    items.push_back(AsciiProperty(0x9286, std::string(70000, 'y')));
+    const auto properties = PropertiesIn(JpegCodec(), WrittenWith(JpegCodec(), ListOf(items)));
+    EXPECT_EQ(properties.Find(0xC000), nullptr);
+    EXPECT_EQ(properties.Find(0x501B), nullptr);
+    ExpectItems(properties, {CameraItems.begin(), CameraItems.end() - 2});
+    EXPECT_EQ(*properties.Find(0x9286), AsciiProperty(0x9286, std::string(65533, 'y')));
+}
+
+} // namespace
