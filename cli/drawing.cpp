@@ -2,6 +2,7 @@
 #include "cli/drawing.h"
 
 #include "cli/causes.h"
+#include "cli/damage.h"
 #include "cli/drawablesource.h"
 #include "cli/errors.h"
 #include "cli/formats.h"
@@ -94,7 +95,7 @@ int RunStamp(const Arguments& arguments) {
     const float x = Position(arguments[2], "X");
     const float y = Position(arguments[3], "Y");
     SizeOf(source);
-    SizeOf(stamp);
+    ExpectIntact(stamp); // a damaged one would be left out in silence
     RefuseStampAsTarget(stamp, target);
     CatchInterrupts();
     WriteInOneStep(source, target, [&](const std::string& temporary) {

@@ -2,6 +2,7 @@
 #include "cli/reshaping.h"
 
 #include "cli/causes.h"
+#include "cli/damage.h"
 #include "cli/drawablesource.h"
 #include "cli/errors.h"
 #include "cli/formats.h"
@@ -69,6 +70,7 @@ std::string FlipFrom(const std::string& text) {
 
 void WriteResized(const std::string& source, const std::string& target, std::int32_t height) {
     ExpectAcceptable(ResizedWidth(SizeOf(source), height), height, target);
+    ExpectIntact(source); // a damaged one would give an empty picture
     WriteInOneStep(source, target, [&](const std::string& temporary) {
         const DrawableSource drawable(source);
         return ResizeImage(drawable.File().c_str(), temporary.c_str(), height);

@@ -2,6 +2,7 @@
 #include "cli/writing.h"
 
 #include "cli/causes.h"
+#include "cli/damage.h"
 #include "cli/errors.h"
 #include "cli/system.h"
 #include "cli/temporary.h"
@@ -52,6 +53,7 @@ void WriteInOneStep(const std::string& source, const std::string& target,
     const std::int32_t status = write(NameOf(temporary.Path()));
     std::error_code error;
     if (status != 0 || !fs::is_regular_file(temporary.Path(), error)) {
+        ExpectIntact(source);
         ThrowNotWritten(status, source, target);
     }
     if (!MoveIntoPlace(temporary.Path(), place)) {
