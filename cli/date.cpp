@@ -23,15 +23,15 @@ constexpr const char* StampedSuffix = "_stamped.jpg";
 // Another current folder for as long as this object lives.
 class CurrentFolder {
   public:
-    explicit CurrentFolder(const fs::path& folder) : former_(fs::current_path()) { fs::current_path(folder); }
-    ~CurrentFolder() {
-        std::error_code ignored;
-        fs::current_path(former_, ignored);
+    explicit CurrentFolder(const fs::path& folder) : former_(fs::current_path(error_)) {
+        fs::current_path(folder, error_);
     }
+    ~CurrentFolder() { fs::current_path(former_, error_); }
     CurrentFolder(const CurrentFolder&) = delete;
     CurrentFolder& operator=(const CurrentFolder&) = delete;
 
   private:
+    std::error_code error_; // a current folder that is gone is nothing to come back to
     fs::path former_;
 };
 
@@ -45,16 +45,19 @@ std::string StampedName(const std::string& file) {
 // gets a folder of its own to do that in.
 std::int32_t StampDate(const std::string& file, const std::string& date, const std::string& target) {
     const TemporaryFolder folder;
-    fs::copy_file(PathOf(file), folder.Path() / "picture");
-    const fs::path stamped = folder.Path() / (std::string("picture") + StampedSuffix);
+    const fs::path picture = folder.Path() / "picture";
+    std::error_code error;
+    if (!fs::copy_file(PathOf(file), picture, error)) {
+        throw Failure{"cannot copy " + file + " to " + NameOf(picture) + ": " + error.message()};
+    }
     std::int32_t status = 0;
     {
         const CurrentFolder current(folder.Path());
         status = DateStampImage("picture", date.c_str());
     }
-    std::error_code error;
-    if (status == 0 && fs::exists(stamped, error)) {
-        fs::copy_file(stamped, PathOf(target));
+    const fs::path stamped = folder.Path() / (std::string("picture") + StampedSuffix);
+    if (fs::exists(stamped, error) && !fs::copy_file(stamped, PathOf(target), error)) {
+        throw Failure{"cannot write " + target + ": " + error.message()};
     }
     return status;
 }
