@@ -1,11 +1,12 @@
 // Turns what an operation answered into one sentence about a file and the cause.
 #include "cli/causes.h"
 
-#include "cli/commands.h"
+#include "cli/errors.h"
+#include "cli/system.h"
+#include "imaging/exports/lumbrix.h"
 
 #include <filesystem>
 #include <fstream>
-#include <optional>
 
 namespace lumbrix::cli {
 
@@ -21,19 +22,31 @@ constexpr std::int32_t FileNotFound = 10;
 constexpr std::int32_t NoSession = -16001;
 constexpr std::int32_t NoEncoder = -16002;
 
-bool CanOpen(const std::string& file) { return std::ifstream(file, std::ios::binary).is_open(); }
+bool CanOpen(const fs::path& file) { return std::ifstream(file, std::ios::binary).is_open(); }
+
+bool CanWriteInto(const fs::path& file) {
+    return std::fstream(file, std::ios::in | std::ios::out | std::ios::binary).is_open();
+}
+
+fs::path FolderOf(const std::string& file) {
+    std::error_code error;
+    return fs::absolute(PathOf(file), error).parent_path();
+}
 
 // Why a source cannot be read, judged by looking at it; nothing where nothing seems wrong.
 std::optional<std::string> CauseInSource(std::int32_t status, const std::string& source) {
     std::error_code error;
-    const fs::file_status facts = fs::status(source, error);
+    const fs::file_status facts = fs::status(PathOf(source), error);
     if (status == FileNotFound || facts.type() == fs::file_type::not_found) {
         return "there is no such file";
     }
     if (fs::is_directory(facts)) {
         return "it is a folder";
     }
-    if (!CanOpen(source)) {
+    if (fs::exists(facts) && !fs::is_regular_file(facts)) {
+        return "it is no regular file";
+    }
+    if (!CanOpen(PathOf(source))) {
         return "there is no permission to read it, or another program is writing it";
     }
     if (status == OutOfMemory) {
@@ -44,15 +57,21 @@ std::optional<std::string> CauseInSource(std::int32_t status, const std::string&
 
 std::optional<std::string> CauseInTarget(const std::string& source, const std::string& target) {
     std::error_code error;
-    const fs::path folder = fs::absolute(target, error).parent_path();
-    if (!fs::exists(folder, error)) {
-        return "the folder " + folder.string() + " does not exist";
+    if (!fs::exists(FolderOf(target), error)) {
+        return "the folder " + NameOf(FolderOf(target)) + " does not exist";
     }
-    if (fs::is_directory(target, error)) {
+    const fs::file_status facts = fs::status(PathOf(target), error);
+    if (fs::is_directory(facts)) {
         return "it is a folder";
     }
-    if (fs::equivalent(source, target, error)) {
+    if (fs::equivalent(PathOf(source), PathOf(target), error)) {
         return "it is the source itself";
+    }
+    if (fs::exists(facts) && !fs::is_regular_file(facts)) {
+        return "it is no regular file";
+    }
+    if (fs::exists(facts) && !CanWriteInto(PathOf(target))) {
+        return "the file is not writable, or it is in use";
     }
     return std::nullopt;
 }
@@ -70,8 +89,14 @@ std::string CauseByStatus(std::int32_t status) {
     case NoEncoder:
         return "the imaging library could not be loaded";
     default:
-        return "the file or its folder is not writable, or the file is in use";
+        return "its folder is not writable, the disk is full, or there is not enough memory";
     }
+}
+
+Failure CannotRead(const std::string& file, const std::string& cause) { return {"cannot read " + file + ": " + cause}; }
+
+Failure CannotWrite(const std::string& file, const std::string& cause) {
+    return {"cannot write " + file + ": " + cause};
 }
 
 } // namespace
@@ -84,23 +109,43 @@ void RequireName(const std::string& file) {
 
 void ExpectRead(std::int32_t status, const std::string& file) {
     if (status != 0) {
-        const auto cause = CauseInSource(status, file);
-        throw Failure{"cannot read " + file + ": " + cause.value_or(CauseByStatus(status))};
+        throw CannotRead(file, CauseInSource(status, file).value_or(CauseByStatus(status)));
     }
 }
 
 void ExpectWritten(std::int32_t status, const std::string& source, const std::string& target) {
     std::error_code error;
-    if (status == 0 && fs::is_regular_file(target, error)) {
-        return;
+    if (status != 0 || !fs::is_regular_file(PathOf(target), error)) {
+        ThrowNotWritten(status, source, target);
     }
+}
+
+void ThrowNotWritten(std::int32_t status, const std::string& source, const std::string& target) {
     if (status == NoEncoder || status == NoSession) {
-        throw Failure{"cannot write " + target + ": " + CauseByStatus(status)};
+        throw CannotWrite(target, CauseByStatus(status));
     }
     if (const auto cause = CauseInSource(status, source)) {
-        throw Failure{"cannot read " + source + ": " + *cause};
+        throw CannotRead(source, *cause);
     }
-    throw Failure{"cannot write " + target + ": " + CauseInTarget(source, target).value_or(CauseByStatus(status))};
+    throw CannotWrite(target, CauseInTarget(source, target).value_or(CauseByStatus(status)));
 }
+
+void ExpectReplaceable(const std::string& source, const std::string& target) {
+    if (const auto cause = CauseInTarget(source, target)) {
+        throw CannotWrite(target, *cause);
+    }
+}
+
+PictureSize SizeOf(const std::string& file) {
+    RequireName(file);
+    PictureSize size;
+    ExpectRead(GetImageDimensions(file.c_str(), &size.width, &size.height), file);
+    if (size.width <= 0 || size.height <= 0) { // what comes back where there is no imaging library to ask
+        throw CannotRead(file, CauseByStatus(NoEncoder));
+    }
+    return size;
+}
+
+std::string TextOf(PictureSize size) { return std::to_string(size.width) + " x " + std::to_string(size.height); }
 
 } // namespace lumbrix::cli

@@ -1,6 +1,9 @@
 // lumbrix-cli: the exported procedures from a shell. Ends with 0 when the work was done, 1 when a file stood in the
-// way, 2 when it was called wrongly.
+// way, 2 when it was called wrongly, 130 when it was interrupted.
 #include "cli/commands.h"
+#include "cli/errors.h"
+#include "cli/help.h"
+#include "cli/interrupt.h"
 #include "imaging/exports/lumbrix.h"
 
 #include <cstdio>
@@ -15,17 +18,6 @@ using namespace lumbrix::cli;
 constexpr int Failed = 1;
 constexpr int CalledWrongly = 2;
 
-void PrintHelp() {
-    std::printf("Usage: lumbrix-cli COMMAND ARGUMENTS\n\n");
-    for (const Command& command : Commands()) {
-        std::printf("  %-8s %-22s %s\n", command.name, command.arguments, command.purpose);
-    }
-    std::printf("\n  --help     print this help\n"
-                "  --version  print the version\n\n"
-                "Formats read: BMP, JPEG, PNG, GIF, TIFF, ICO (on Windows EMF and WMF too).\n"
-                "Formats written: .bmp .jpg .jpeg .gif .tif .tiff .png\n");
-}
-
 const Command& FindCommand(const std::string& name) {
     for (const Command& command : Commands()) {
         if (name == command.name) {
@@ -35,39 +27,44 @@ const Command& FindCommand(const std::string& name) {
     throw WrongUsage{"there is no command '" + name + "'"};
 }
 
-void Run(const std::vector<std::string>& words) {
+int RunCommand(const Command& command, const Arguments& arguments) {
+    if (arguments.Count() < command.fewestArguments || arguments.Count() > command.mostArguments) {
+        throw WrongUsage{std::string("usage: lumbrix-cli ") + command.name + " " + command.arguments};
+    }
+    LoadImagingLibrary();
+    const int status = command.run(arguments);
+    UnloadImagingLibrary();
+    return WasInterrupted() ? InterruptedStatus : status;
+}
+
+int Run(const std::vector<std::string>& words) {
     if (words.empty()) {
         throw WrongUsage{"a command is needed"};
     }
     if (words[0] == "--help" || words[0] == "-h") {
-        return PrintHelp();
+        PrintHelp();
+        return 0;
     }
     if (words[0] == "--version") {
         std::printf("lumbrix-cli %s\n", lumbrix_version());
-        return;
+        return 0;
     }
     const Command& command = FindCommand(words[0]);
-    const std::vector<std::string> arguments(words.begin() + 1, words.end());
-    if (arguments.size() != command.argumentCount) {
-        throw WrongUsage{std::string("usage: lumbrix-cli ") + command.name + " " + command.arguments};
-    }
-    LoadImagingLibrary();
-    command.run(arguments);
-    UnloadImagingLibrary();
+    return RunCommand(command, Arguments({words.begin() + 1, words.end()}, command.options));
 }
 
 } // namespace
 
 int main(int count, char** words) {
     try {
-        Run({words + 1, words + count});
-        return std::fflush(stdout) == 0 ? 0 : Failed;
+        const int status = Run({words + 1, words + count});
+        return std::fflush(stdout) == 0 ? status : Failed;
     } catch (const WrongUsage& usage) {
         std::fprintf(stderr, "lumbrix-cli: %s; see lumbrix-cli --help\n", usage.text.c_str());
         return CalledWrongly;
     } catch (const Failure& failure) {
         std::fprintf(stderr, "lumbrix-cli: %s\n", failure.text.c_str());
-        return Failed;
+        return WasInterrupted() ? InterruptedStatus : Failed;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "lumbrix-cli: %s\n", error.what());
         return Failed;

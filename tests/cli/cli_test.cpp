@@ -1,80 +1,11 @@
 // lumbrix-cli as a shell meets it: what it prints, what it writes, how it ends.
-#include "tests/support/temporaryfolder.h"
+#include "tests/cli/commandline.h"
 
-#include <gtest/gtest.h>
-
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <vector>
 
 namespace {
 
 using namespace tests;
-
-struct Outcome {
-    int status;
-    std::string output;
-    std::string errors;
-};
-
-class CommandLine : public testing::Test {
-  protected:
-    CommandLine() {
-        // A one-by-two picture: a blue pixel over a red one.
-        WriteBytes(
-            folder_ / "source.bmp",
-            std::string("BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0\0\0\0\0\x08\0\0\0\0\0"
-                        "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0\xFF\0\0\0",
-                        62));
-    }
-
-    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
-
-    // Runs the program; as somebody without special rights where that matters.
-    Outcome Run(std::vector<std::string> arguments, bool asNobody = false) {
-        arguments.insert(arguments.begin(), LUMBRIX_CLI);
-        std::vector<char*> words;
-        for (std::string& argument : arguments) {
-            words.push_back(argument.data());
-        }
-        words.push_back(nullptr);
-        const pid_t child = fork();
-        if (child == 0) {
-            dup2(open(Path("stdout").c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600), 1);
-            dup2(open(Path("stderr").c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600), 2);
-            constexpr uid_t Nobody = 65534;
-            if (asNobody && geteuid() == 0 && setuid(Nobody) != 0) {
-                _exit(126);
-            }
-            execv(LUMBRIX_CLI, words.data());
-            _exit(127);
-        }
-        int ending = 0;
-        waitpid(child, &ending, 0);
-        return {WIFEXITED(ending) ? WEXITSTATUS(ending) : -1, ReadBytes(folder_ / "stdout"),
-                ReadBytes(folder_ / "stderr")};
-    }
-
-    // Expects status 1 and one sentence that names the file and the cause.
-    void ExpectFailure(const Outcome& outcome, const std::string& file, const std::string& cause) {
-        EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(outcome.output, "");
-        EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
-        EXPECT_NE(outcome.errors.find(file), std::string::npos) << outcome.errors;
-        EXPECT_NE(outcome.errors.find(cause), std::string::npos) << outcome.errors;
-    }
-
-    void ExpectWrongUsage(const Outcome& outcome, const std::string& text) {
-        EXPECT_EQ(outcome.status, 2);
-        EXPECT_NE(outcome.errors.find(text), std::string::npos) << outcome.errors;
-    }
-
-    TemporaryFolder folder_;
-};
 
 TEST_F(CommandLine, FormatFollowsTheExtensionOfTheTarget) {
     const std::pair<const char*, const char*> formats[] = {
@@ -93,10 +24,14 @@ TEST_F(CommandLine, ThumbHasItsHeight) {
     EXPECT_EQ(Run({"size", Path("thumb.png")}).output, "20 x 40\n");
 }
 
-TEST_F(CommandLine, HelpNamesEveryCommand) {
+TEST_F(CommandLine, HelpNamesEveryCommandAndOption) {
     const Outcome outcome = Run({"--help"});
     EXPECT_EQ(outcome.status, 0);
-    for (const char* word : {"convert", "thumb", "size", "SOURCE TARGET", "--version"}) {
+    for (const char* word :
+         {"convert",         "thumb",    "resize",      "crop",        "rotate",        "annotate", "stamp",
+          "folder",          "size",     "properties",  "date",        "SOURCE TARGET", "--font",   "--size",
+          "--bold",          "--italic", "--underline", "--strikeout", "--color",       "--alpha",  "--recursive",
+          "--skip-existing", "--jobs",   "--version"}) {
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
     }
 }
@@ -164,6 +99,33 @@ TEST_F(CommandLine, ClosedFilesAndFoldersAreNamed) {
     std::filesystem::create_directory(folder_ / "closed");
     chmod(Path("closed").c_str(), 0555);
     ExpectFailure(Run({"convert", Path("source.bmp"), Path("closed/a.png")}, true), "closed/a.png", "not writable");
+}
+
+TEST_F(CommandLine, OptionsStandAnywhereBehindTheCommand) {
+    std::filesystem::create_directory(folder_ / "in");
+    ExpectSuccess(Run({"folder", "--jobs", "2", Path("in"), "--recursive", Path("out"), "png"}),
+                  "0 written, 0 skipped, 0 failed\n");
+}
+
+TEST_F(CommandLine, OptionsOfOtherCommandsAreWrongUsage) {
+    ExpectWrongUsage(Run({"convert", "a.png", "b.png", "--bold"}), "no option '--bold'");
+    ExpectWrongUsage(Run({"folder", "in", "out", "png", "--jobs"}), "--jobs N");
+}
+
+TEST_F(CommandLine, WordsBehindTwoDashesAreNoOptions) {
+    ExpectWrongUsage(Run({"convert", "--", "--bold", "b.txt"}), "must end in .bmp");
+}
+
+TEST_F(CommandLine, MissingImagingLibraryIsNamed) {
+    const std::filesystem::path folder = std::filesystem::path(LUMBRIX_CLI).parent_path();
+    std::filesystem::create_directory(folder_ / "bin");
+    for (const char* name : {"lumbrix-cli", "liblumbrix.so"}) {
+        std::filesystem::copy_file(folder / name, folder_ / (std::string("bin/") + name));
+    }
+    const std::string command =
+        Path("bin/lumbrix-cli") + " resize " + Path("source.bmp") + " " + Path("a.png") + " 4 2>" + Path("errors");
+    EXPECT_NE(std::system(command.c_str()), 0);
+    EXPECT_NE(ReadBytes(folder_ / "errors").find("the imaging library could not be loaded"), std::string::npos);
 }
 
 } // namespace

@@ -1,0 +1,31 @@
+// Whether a picture can be decoded to its end, which several operations do not tell.
+#include "cli/damage.h"
+
+#include "cli/causes.h"
+#include "cli/system.h"
+#include "cli/temporary.h"
+#include "imaging/exports/lumbrix.h"
+
+namespace lumbrix::cli {
+
+namespace {
+
+constexpr std::int32_t CannotDecode = 3;
+
+// The least height at which a copy still has a width.
+std::int32_t LeastHeight(PictureSize size) { return (size.height - 1) / size.width + 1; }
+
+} // namespace
+
+// The smallest copy takes every pixel of the picture and next to no room.
+void ExpectIntact(const std::string& file) {
+    const std::int32_t height = LeastHeight(SizeOf(file));
+    const TemporaryFolder folder;
+    const std::string copy = NameOf(folder.Path() / "copy.bmp");
+    const std::int32_t status = ConvertImageToThumbBmp(file.c_str(), height, copy.c_str());
+    if (status == CannotDecode) {
+        ExpectRead(status, file);
+    }
+}
+
+} // namespace lumbrix::cli

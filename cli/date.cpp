@@ -1,0 +1,92 @@
+// The command that reads and writes the date that a file holds about its picture.
+#include "cli/date.h"
+
+#include "cli/causes.h"
+#include "cli/errors.h"
+#include "cli/interrupt.h"
+#include "cli/librarytext.h"
+#include "cli/printable.h"
+#include "cli/system.h"
+#include "cli/temporary.h"
+#include "cli/writing.h"
+
+#include <cstdio>
+
+namespace lumbrix::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* StampedSuffix = "_stamped.jpg";
+
+// Another current folder for as long as this object lives.
+class CurrentFolder {
+  public:
+    explicit CurrentFolder(const fs::path& folder) : former_(fs::current_path(error_)) {
+        fs::current_path(folder, error_);
+    }
+    ~CurrentFolder() { fs::current_path(former_, error_); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+  private:
+    std::error_code error_; // a current folder that is gone is nothing to come back to
+    fs::path former_;
+};
+
+// The name of the stamped copy: beside the file, its name up to the first dot.
+std::string StampedName(const std::string& file) {
+    const std::string name = NameOf(PathOf(file).filename());
+    return NameOf(PathOf(file).parent_path() / PathOf(name.substr(0, name.find('.')) + StampedSuffix));
+}
+
+// The engine writes the stamped copy of a bare name to the current folder and does not tell whether it could, so it
+// gets a folder of its own to do that in.
+std::int32_t StampDate(const std::string& file, const std::string& date, const std::string& target) {
+    const TemporaryFolder folder;
+    const fs::path picture = folder.Path() / "picture";
+    std::error_code error;
+    if (!fs::copy_file(PathOf(file), picture, error)) {
+        throw Failure{"cannot copy " + file + " to " + NameOf(picture) + ": " + error.message()};
+    }
+    std::int32_t status = 0;
+    {
+        const CurrentFolder current(folder.Path());
+        status = DateStampImage("picture", date.c_str());
+    }
+    const fs::path stamped = folder.Path() / (std::string("picture") + StampedSuffix);
+    if (fs::exists(stamped, error) && !fs::copy_file(stamped, PathOf(target), error)) {
+        throw Failure{"cannot write " + target + ": " + error.message()};
+    }
+    return status;
+}
+
+int PrintDate(const std::string& file) {
+    const std::string date = LibraryText(GetImageDateTime(file.c_str())).Text();
+    if (date.empty()) {
+        throw Failure{"cannot read the date of " + file + ": it holds none"};
+    }
+    std::printf("%s\n", Printable(date).c_str());
+    return 0;
+}
+
+int PrintStampedCopy(const std::string& file, const std::string& date) {
+    if (date.empty()) {
+        throw WrongUsage{"an empty date was given"};
+    }
+    const std::string target = StampedName(file);
+    CatchInterrupts();
+    WriteInOneStep(file, target, [&](const std::string& temporary) { return StampDate(file, date, temporary); });
+    std::printf("%s\n", target.c_str());
+    return 0;
+}
+
+} // namespace
+
+int RunDate(const Arguments& arguments) {
+    SizeOf(arguments[0]);
+    return arguments.Count() == 1 ? PrintDate(arguments[0]) : PrintStampedCopy(arguments[0], arguments[1]);
+}
+
+} // namespace lumbrix::cli

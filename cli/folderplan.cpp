@@ -1,0 +1,75 @@
+// What a run over a folder is going to do: which file becomes which.
+#include "cli/folderplan.h"
+
+#include "cli/lowercase.h"
+#include "cli/system.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace lumbrix::cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* PictureExtensions[] = {
+    ".bmp", ".dib", ".rle", ".jpg", ".jpeg", ".jpe", ".jfif", ".gif", ".tif", ".tiff", ".png", ".ico",
+#ifdef _WIN32
+    ".emf", ".wmf",
+#endif
+};
+
+fs::path TargetOf(const fs::path& file, const std::string& word) {
+    fs::path target = file.parent_path() / file.stem();
+    target += "." + word;
+    return target;
+}
+
+class Planner {
+  public:
+    Planner(const FolderOrder& order, const std::vector<fs::path>& files, const KeyFunction& keyOf)
+        : order_(order), keyOf_(keyOf) {
+        for (const fs::path& file : files) {
+            sources_[keyOf_(order_.sourceFolder / file)] = file;
+        }
+    }
+
+    PlannedFile Plan(const fs::path& file) {
+        const fs::path target = TargetOf(file, order_.word);
+        const fs::path key = keyOf_(order_.targetFolder / target);
+        if (const auto standing = sources_.find(key); standing != sources_.end()) {
+            const Obstacle obstacle = standing->second == file ? Obstacle::ItIsTheSource : Obstacle::OtherSource;
+            return {file, target, obstacle, standing->second};
+        }
+        const auto& [first, isFirst] = targets_.try_emplace(key, file);
+        return isFirst ? PlannedFile{file, target} : PlannedFile{file, target, Obstacle::SameTarget, first->second};
+    }
+
+  private:
+    const FolderOrder& order_;
+    const KeyFunction& keyOf_;
+    std::map<fs::path, fs::path> sources_; // by their keys
+    std::map<fs::path, fs::path> targets_; // the source that has each key's target
+};
+
+} // namespace
+
+bool IsPictureName(const fs::path& file) {
+    const std::string extension = LowerCase(NameOf(file.extension()));
+    return std::find(std::begin(PictureExtensions), std::end(PictureExtensions), extension) !=
+           std::end(PictureExtensions);
+}
+
+std::vector<PlannedFile> PlanFolder(const FolderOrder& order, std::vector<fs::path> files, const KeyFunction& keyOf) {
+    std::sort(files.begin(), files.end());
+    Planner planner(order, files, keyOf);
+    std::vector<PlannedFile> plan;
+    for (const fs::path& file : files) {
+        plan.push_back(planner.Plan(file));
+    }
+    return plan;
+}
+
+} // namespace lumbrix::cli

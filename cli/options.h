@@ -1,0 +1,38 @@
+// Tells the options of a command from its other words.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace lumbrix::cli {
+
+struct Option {
+    const char* name;    // with its dashes
+    const char* value;   // as the help shows it, null for an option that takes none
+    const char* purpose; // with what holds where the option is not given
+};
+
+// The words behind a command, taken apart.
+class Arguments {
+  public:
+    // Options may stand anywhere; "--" ends them, and all words behind it are plain. Throws WrongUsage for an option
+    // that is not among the known ones, and for one whose value is missing.
+    Arguments(const std::vector<std::string>& words, std::span<const Option> known);
+
+    std::size_t Count() const { return plain_.size(); }
+    const std::string& operator[](std::size_t index) const { return plain_[index]; }
+
+    bool Has(const std::string& option) const { return options_.contains(option); }
+
+    // The value of an option, of the last one where it was given several times.
+    std::optional<std::string> ValueOf(const std::string& option) const;
+
+  private:
+    std::vector<std::string> plain_;
+    std::map<std::string, std::string> options_;
+};
+
+} // namespace lumbrix::cli

@@ -1,0 +1,43 @@
+// The commands that print what a file says about its picture: size and properties.
+#include "cli/reading.h"
+
+#include "cli/causes.h"
+#include "cli/errors.h"
+#include "cli/librarytext.h"
+#include "cli/printable.h"
+
+#include <cstdio>
+
+namespace lumbrix::cli {
+
+namespace {
+
+void PrintLines(const std::string& text) {
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find("\r\n", start), text.size());
+        std::printf("%s\n", Printable(text.substr(start, end - start)).c_str());
+        start = end + 2;
+    }
+}
+
+} // namespace
+
+int RunSize(const Arguments& arguments) {
+    std::printf("%s\n", TextOf(SizeOf(arguments[0])).c_str());
+    return 0;
+}
+
+int RunProperties(const Arguments& arguments) {
+    const std::string& file = arguments[0];
+    SizeOf(file); // a file that cannot be read would look like one without properties
+    LibraryText error;
+    LibraryText list;
+    EnumerateImageProperties(file.c_str(), error.Place(), list.Place());
+    if (!error.Text().empty()) {
+        throw Failure{"cannot read " + file + ": " + error.Text()};
+    }
+    PrintLines(list.Text());
+    return 0;
+}
+
+} // namespace lumbrix::cli

@@ -1,0 +1,27 @@
+// What the command line needs of Linux.
+#include "cli/system.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace lumbrix::cli {
+
+std::filesystem::path PathOf(const std::string& name) { return name; }
+
+std::string NameOf(const std::filesystem::path& path) { return path.string(); }
+
+std::filesystem::path FileKey(const std::filesystem::path& path) { return path; }
+
+bool FlushToDisk(const std::filesystem::path& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return false;
+    }
+    const bool isFlushed = fdatasync(descriptor) == 0;
+    close(descriptor);
+    return isFlushed;
+}
+
+bool IsErrorOutputATerminal() { return isatty(STDERR_FILENO) == 1; }
+
+} // namespace lumbrix::cli

@@ -1,0 +1,28 @@
+// A folder of pictures for tests of the command that converts whole folders.
+#pragma once
+
+#include "tests/cli/bmpfiles.h"
+#include "tests/cli/commandline.h"
+
+namespace tests {
+
+class Folder : public CommandLine {
+  protected:
+    Folder() { MakeFolder("in"); }
+
+    void MakeFolder(const std::string& name) { std::filesystem::create_directories(folder_ / name); }
+
+    void MakePicture(const std::string& name, int width = 8, int height = 6, Rgb color = Red) {
+        WriteBytes(folder_ / name, MakeBmp(width, height, [&](int, int) { return color; }));
+    }
+
+    // Runs `folder in out`, with these words behind.
+    Outcome RunFolder(std::vector<std::string> words) {
+        words.insert(words.begin(), {"folder", Path("in"), Path("out")});
+        return Run(words);
+    }
+
+    BmpView View(const std::string& name) const { return BmpView(ReadBytes(folder_ / name)); }
+};
+
+} // namespace tests

@@ -1,0 +1,118 @@
+// The command folder while it runs: the wish to stop, and the bar that shows how far it has come.
+#include "tests/cli/folderfixture.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <thread>
+
+namespace {
+
+using namespace tests;
+namespace fs = std::filesystem;
+
+class LongRun : public Folder {
+  protected:
+    // Waits until a file stands somewhere.
+    void AwaitFile(const std::string& name) {
+        for (int i = 0; i < 3000 && !fs::exists(folder_ / name); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        ASSERT_TRUE(fs::exists(folder_ / name)) << name;
+    }
+
+    // Enough pictures that a run over them lasts a while; all are one file under many names.
+    void MakeManyPictures(int count) {
+        MakePicture("in/000.bmp", 500, 500);
+        for (int i = 1; i < count; ++i) {
+            const std::string number = std::to_string(1000 + i).substr(1);
+            fs::create_hard_link(folder_ / "in/000.bmp", folder_ / ("in/" + number + ".bmp"));
+        }
+    }
+
+    // Interrupts a run over many pictures and expects that what it wrote is whole and what it counted is true.
+    void ExpectCleanStop(int signal) {
+        constexpr int Count = 600;
+        MakeManyPictures(Count);
+        const pid_t child = Start({"folder", Path("in"), Path("out"), "tif", "--jobs", "3"});
+        AwaitFile("out/002.tif");
+        kill(child, signal);
+        const Outcome outcome = Wait(child);
+        EXPECT_EQ(outcome.status, 130);
+        const auto written = NamesIn("out");
+        EXPECT_LT(written.size(), std::size_t{Count});
+        EXPECT_EQ(outcome.output, std::to_string(written.size()) + " written, 0 skipped, 0 failed, " +
+                                      std::to_string(Count - written.size()) + " not reached\n");
+        const std::string whole = ReadBytes(folder_ / "out/000.tif");
+        for (const std::string& name : written) {
+            EXPECT_EQ(ReadBytes(folder_ / ("out/" + name)), whole) << name;
+        }
+    }
+};
+
+TEST_F(LongRun, InterruptFinishesTheFilesUnderWay) { ExpectCleanStop(SIGINT); }
+
+TEST_F(LongRun, TerminationFinishesTheFilesUnderWay) { ExpectCleanStop(SIGTERM); }
+
+TEST_F(LongRun, SecondInterruptEndsAtOnce) {
+    MakePicture("in/a.bmp");
+    // A picture of zeros that takes no room, but long to find a palette for.
+    MakePicture("in/b.bmp", 1, 1);
+    std::string header = MakeBmp(1, 1, [](int, int) { return Black; }).substr(0, 54);
+    header.replace(18, 8, std::string("\x20\x4E\0\0\x20\x4E\0\0", 8)); // 20,000 pixels a side
+    WriteBytes(folder_ / "in/b.bmp", header);
+    fs::resize_file(folder_ / "in/b.bmp", 54 + std::uintmax_t{20000} * 60000);
+    const pid_t child = Start({"folder", Path("in"), Path("out"), "gif", "--jobs", "1"});
+    AwaitFile("out/a.gif");
+    kill(child, SIGINT);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_EQ(waitpid(child, nullptr, WNOHANG), 0) << "the first interrupt waits for the file under way";
+    kill(child, SIGINT);
+    const Outcome outcome = Wait(child);
+    EXPECT_EQ(outcome.status, 130);
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_EQ(NamesIn("out"), (std::set<std::string>{"a.gif"}));
+}
+
+// Runs the folder command with its error output on a terminal; gives back what the terminal got.
+class OnTerminal : public LongRun {
+  protected:
+    std::string RunOnTerminal() {
+        const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+        EXPECT_EQ(grantpt(terminal) + unlockpt(terminal), 0);
+        const int end = open(ptsname(terminal), O_RDWR | O_NOCTTY);
+        const pid_t child = Start({"folder", Path("in"), Path("out"), "png"}, false, end);
+        close(end);
+        std::string shown;
+        char buffer[4096];
+        for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;) {
+            shown.append(buffer, static_cast<std::size_t>(count));
+        }
+        close(terminal);
+        EXPECT_EQ(Wait(child).output, "3 written, 0 skipped, 0 failed\n");
+        return shown;
+    }
+};
+
+TEST_F(OnTerminal, BarIsDrawnInOneLineAndErased) {
+    for (const char* name : {"in/a.bmp", "in/b.bmp", "in/c.bmp"}) {
+        MakePicture(name);
+    }
+    const std::string shown = RunOnTerminal();
+    EXPECT_NE(shown.find("] 0 of 3"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("#] 3 of 3"), std::string::npos) << shown;
+    EXPECT_EQ(shown.find('\n'), std::string::npos) << shown;
+    const std::size_t last = shown.find_last_not_of(" \r");
+    EXPECT_EQ(shown.substr(last + 1), "\r" + std::string(std::string("[] 3 of 3").size() + 40, ' ') + "\r");
+}
+
+TEST_F(OnTerminal, NoBarIsDrawnElsewhere) {
+    MakePicture("in/a.bmp");
+    ExpectSuccess(RunFolder({"png"}), "1 written, 0 skipped, 0 failed\n");
+}
+
+} // namespace

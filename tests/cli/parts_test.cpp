@@ -1,0 +1,94 @@
+// The parts of the command line that work without files: words, numbers and the progress bar.
+#include "cli/errors.h"
+#include "cli/formats.h"
+#include "cli/numbers.h"
+#include "cli/options.h"
+#include "cli/progress.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace lumbrix::cli;
+
+constexpr Option Known[] = {{"--bold", nullptr, ""}, {"--size", "N", ""}};
+
+std::vector<std::string> PlainWords(const Arguments& arguments) {
+    std::vector<std::string> words;
+    for (std::size_t i = 0; i < arguments.Count(); ++i) {
+        words.push_back(arguments[i]);
+    }
+    return words;
+}
+
+TEST(Options, AreToldFromPlainWordsAnywhere) {
+    const Arguments arguments({"--size", "5", "a", "--bold", "b"}, Known);
+    EXPECT_EQ(PlainWords(arguments), (std::vector<std::string>{"a", "b"}));
+    EXPECT_TRUE(arguments.Has("--bold"));
+    EXPECT_EQ(arguments.ValueOf("--size"), "5");
+}
+
+TEST(Options, AreAbsentUnlessGiven) {
+    const Arguments arguments({"a"}, Known);
+    EXPECT_FALSE(arguments.Has("--bold"));
+    EXPECT_EQ(arguments.ValueOf("--size"), std::nullopt);
+}
+
+TEST(Options, EndWithTwoDashes) {
+    const Arguments arguments({"--bold", "--", "--size", "--"}, Known);
+    EXPECT_EQ(PlainWords(arguments), (std::vector<std::string>{"--size", "--"}));
+    EXPECT_EQ(arguments.ValueOf("--size"), std::nullopt);
+}
+
+TEST(Options, LastValueHolds) { EXPECT_EQ(Arguments({"--size", "1", "--size", "2"}, Known).ValueOf("--size"), "2"); }
+
+TEST(Options, ValueMayLookLikeAnOption) { EXPECT_EQ(Arguments({"--size", "--"}, Known).ValueOf("--size"), "--"); }
+
+TEST(Options, SingleDashBeginsAPlainWord) { EXPECT_EQ(PlainWords(Arguments({"-5"}, Known)).front(), "-5"); }
+
+TEST(Options, UnknownAndIncompleteOnesAreWrong) {
+    EXPECT_THROW(Arguments({"--blink"}, Known), WrongUsage);
+    EXPECT_THROW(Arguments({"--bold=yes"}, Known), WrongUsage);
+    EXPECT_THROW(Arguments({"--size"}, Known), WrongUsage);
+}
+
+TEST(Numbers, AreTakenWithinTheirBounds) {
+    EXPECT_EQ(WholeNumber("1", "number", 1, 3), 1);
+    EXPECT_EQ(WholeNumber("3", "number", 1, 3), 3);
+    EXPECT_THROW(WholeNumber("0", "number", 1, 3), WrongUsage);
+    EXPECT_THROW(WholeNumber("4", "number", 1, 3), WrongUsage);
+    EXPECT_EQ(PositiveNumber("2147483647", "number"), 2147483647);
+    EXPECT_EQ(Position("-12", "X"), -12);
+}
+
+TEST(Numbers, AreWhollyNumbers) {
+    for (const char* text : {"", " 1", "1 ", "+1", "1.0", "0x10", "one", "2147483648", "99999999999999999999"}) {
+        EXPECT_THROW(WholeNumber(text, "number", 0), WrongUsage) << text;
+    }
+}
+
+TEST(Numbers, ColorsAreSixDigits) {
+    const Color color = ColorFrom("01fFa0");
+    EXPECT_EQ(color.red, 0x01);
+    EXPECT_EQ(color.green, 0xFF);
+    EXPECT_EQ(color.blue, 0xA0);
+    for (const char* text : {"", "fff", "0000000", "00000g", "-00001", "#00000", "0x0000"}) {
+        EXPECT_THROW(ColorFrom(text), WrongUsage) << text;
+    }
+}
+
+TEST(Formats, FollowTheLastExtensionInAnyLetterCase) {
+    EXPECT_STREQ(FormatOfTarget("folder.gif/a.jpg.PNG").word, "png");
+    EXPECT_STREQ(FormatOfWord("TiFF").word, "tiff");
+    for (const char* name : {"a", "a.", ".png", "png", "a.png/b", "a.webp"}) {
+        EXPECT_THROW(FormatOfTarget(name), WrongUsage) << name;
+    }
+}
+
+TEST(ProgressBar, FillsFromLeftToRight) {
+    EXPECT_EQ(ProgressLine(0, 4), "[----------------------------------------] 0 of 4");
+    EXPECT_EQ(ProgressLine(1, 4), "[##########------------------------------] 1 of 4");
+    EXPECT_EQ(ProgressLine(4, 4), "[########################################] 4 of 4");
+}
+
+} // namespace
