@@ -97,7 +97,8 @@ TEST(GifProperties, CutFileGivesWhatIsThere) {
         const auto properties = ItemsIn(start + rest.substr(0, size));
         EXPECT_EQ(*properties.Find(0x5102), PaletteItem);
         const Property* comment = properties.Find(0x9286);
-        const std::string text = comment == nullptr ? "" : std::string(comment->value.begin(), comment->value.end() - 1);
+        const std::string text =
+            comment == nullptr ? "" : std::string(comment->value.begin(), comment->value.end() - 1);
         EXPECT_TRUE(std::string("remark").starts_with(text)) << size;
     }
 }
