@@ -44,7 +44,7 @@ template <class Answer, class Ask> Status AskImage(GpImage* handle, Answer* answ
 } // namespace
 
 Image::Image(std::shared_ptr<const PixelSource> picture, PropertyList properties, const Codec* codec)
-    : picture_(std::move(picture)), properties_(std::move(properties)), codec_(codec) {}
+    : loaded_(picture), picture_(std::move(picture)), properties_(std::move(properties)), codec_(codec) {}
 
 std::shared_ptr<const PixelSource> Image::Picture() const {
     const std::lock_guard lock(mutex_);

@@ -11,8 +11,9 @@
 
 namespace imaginglibrary {
 
-// What an image handle stands for. Clones share the picture until one of them is drawn on; one that was loaded keeps
-// its file open until the last image that shows it is gone. Several threads may call it.
+// What an image handle stands for. Clones share the picture until one of them is drawn on. An image that was loaded keeps
+// its file open as long as it lives, whatever became of its pixels: it can never be saved onto that file. Several
+// threads may call it.
 class Image {
   public:
     // `codec` is that of the file the picture comes from, null for one made in memory.
@@ -36,6 +37,7 @@ class Image {
     Status Paint(const std::function<Status(Bitmap&)>& paint);
 
   private:
+    std::shared_ptr<const PixelSource> loaded_; // holds the file
     mutable std::mutex mutex_;
     std::shared_ptr<const PixelSource> picture_;
     std::shared_ptr<Bitmap> bitmap_; // the same as picture_ where that is a bitmap made for painting, else null

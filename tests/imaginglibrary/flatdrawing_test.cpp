@@ -250,6 +250,15 @@ TEST_F(FlatDrawing, DrawingOnACloneLeavesTheOriginal) {
     EXPECT_EQ(PixelsOf(second)[0], White);
 }
 
+TEST_F(FlatDrawing, ImageThatWasDrawnOnStillHoldsItsFile) {
+    const auto path = folder_ / "own.png";
+    ASSERT_EQ(WritePicture(Codecs()[4], *WhitePicture(5, 5), path), Status::Ok);
+    GpImage* const image = Load(path);
+    EXPECT_EQ(DrawImage(NewGraphics(image), NewBitmap(2, 2, PixelFormat::Rgb24), 1, 1), Status::Ok);
+    EXPECT_EQ(GdipSaveImageToFile(image, path.u16string().c_str(), &Codecs()[4].classId), Status::GenericError);
+    EXPECT_EQ(GdipDisposeImage(image), Status::Ok);
+}
+
 TEST_F(FlatDrawing, SurfaceOutlivesItsImage) {
     GpImage* const image = NewBitmap(5, 5);
     GpGraphics* const graphics = NewGraphics(image);
