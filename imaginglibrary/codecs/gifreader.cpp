@@ -1,6 +1,7 @@
 // Reads the first image of a GIF file.
 #include "imaginglibrary/codecs/gifreader.h"
 
+#include "imaginglibrary/codecs/gifcontents.h"
 #include "imaginglibrary/codecs/gifstream.h"
 #include "imaginglibrary/core/limits.h"
 
@@ -153,8 +154,10 @@ class GifRows : public RowReader {
 
 class GifDecoder : public Decoder {
   public:
-    GifDecoder(std::shared_ptr<const InputFile> file, GifLayout layout)
-        : file_(std::move(file)), layout_(std::make_shared<const GifLayout>(std::move(layout))) {}
+    GifDecoder(std::shared_ptr<const InputFile> file, GifLayout layout, PropertyList properties)
+        : file_(std::move(file)), layout_(std::make_shared<const GifLayout>(std::move(layout))) {
+        properties_ = std::move(properties);
+    }
 
     const PictureInfo& Info() const override { return layout_->info; }
 
@@ -178,9 +181,10 @@ Result<std::unique_ptr<Decoder>> OpenGif(std::shared_ptr<const InputFile> file) 
     if (!stream) {
         return UndecodableContent;
     }
-    const GifHeader header = stream->Header();
+    GifContents contents = ReadGifContents(file);
+    GifLayout layout = LayoutOf(stream->Header(), contents.images > 1);
     return std::unique_ptr<Decoder>(
-        std::make_unique<GifDecoder>(std::move(file), LayoutOf(header, stream->HasSecondImage())));
+        std::make_unique<GifDecoder>(std::move(file), std::move(layout), std::move(contents.properties)));
 }
 
 } // namespace imaginglibrary

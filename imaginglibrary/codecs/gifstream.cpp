@@ -5,10 +5,6 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr int ImageIntroducer = 0x2C;
-constexpr int ExtensionIntroducer = 0x21;
-constexpr std::size_t ImageDescriptorBytes = 9;
-
 Palette PaletteOf(const ColorMapObject* map) {
     Palette palette;
     for (int i = 0; map != nullptr && i < map->ColorCount; ++i) {
@@ -101,31 +97,6 @@ void GifStream::KeepHeader() {
 
 bool GifStream::ReadLine(std::uint8_t* indices) {
     return DGifGetLine(gif_.get(), indices, static_cast<int>(header_.width)) == GIF_OK;
-}
-
-void GifStream::SkipSubBlocks() {
-    for (int length = reader_.ReadByte(); length > 0; length = reader_.ReadByte()) {
-        reader_.Seek(reader_.Position() + static_cast<std::uint64_t>(length));
-    }
-}
-
-// giflib has read up to the first block of pixels and not a byte farther.
-bool GifStream::HasSecondImage() {
-    SkipSubBlocks();
-    for (;;) {
-        switch (reader_.ReadByte()) {
-        case ImageIntroducer: {
-            std::uint8_t descriptor[ImageDescriptorBytes];
-            return reader_.Read(descriptor, sizeof descriptor) == sizeof descriptor;
-        }
-        case ExtensionIntroducer:
-            reader_.ReadByte(); // its kind
-            SkipSubBlocks();
-            break;
-        default:
-            return false;
-        }
-    }
 }
 
 } // namespace imaginglibrary

@@ -36,10 +36,6 @@ class GifStream {
     // The next line as the file has them, an index per pixel of the image's width. False if the data is broken.
     bool ReadLine(std::uint8_t* indices);
 
-    // Whether the file has another image behind this one. Only for a stream of which no line was read; none can be
-    // read behind it.
-    bool HasSecondImage();
-
   private:
     struct Closer {
         void operator()(GifFileType* gif) const { DGifCloseFile(gif, nullptr); }
@@ -51,7 +47,6 @@ class GifStream {
     bool ReadHeader();
     bool ReadExtension();
     void KeepHeader();
-    void SkipSubBlocks();
 
     ByteReader reader_;
     bool isInPixels_ = false;

@@ -1,6 +1,7 @@
 // Writes GIF files.
 #include "imaginglibrary/codecs/gifwriter.h"
 
+#include "imaginglibrary/codecs/exiftags.h"
 #include "imaginglibrary/operations/quantizer.h"
 
 #include <gif_lib.h>
@@ -10,6 +11,7 @@
 #include <bit>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace imaginglibrary {
@@ -131,18 +133,27 @@ bool PutTransparentIndex(GifFileType* gif, int index) {
     return EGifPutExtension(gif, GRAPHICS_EXT_FUNC_CODE, bytes.size(), bytes.data()) == GIF_OK;
 }
 
-bool PutHeader(GifFileType* gif, const PictureInfo& info, std::optional<int> transparent, std::size_t entries) {
+bool PutHeader(GifFileType* gif, const PictureInfo& info, std::optional<int> transparent, std::size_t entries,
+               const std::string& comment) {
     const auto table = MakeTable(info.palette, entries);
     const int width = static_cast<int>(info.width);
     const int height = static_cast<int>(info.height);
-    EGifSetGifVersion(gif, transparent.has_value());
+    const bool hasExtensions = transparent || !comment.empty();
+    EGifSetGifVersion(gif, hasExtensions);
     return table != nullptr && EGifPutScreenDesc(gif, width, height, BitsOfPrimary, 0, table.get()) == GIF_OK &&
+           (comment.empty() || EGifPutComment(gif, comment.c_str()) == GIF_OK) &&
            (!transparent || PutTransparentIndex(gif, *transparent)) &&
            EGifPutImageDesc(gif, 0, 0, width, height, false, nullptr) == GIF_OK;
 }
 
+// Empty where there is none.
+std::string CommentOf(const PropertyList& properties) {
+    const Property* item = properties.Find(CommentTag);
+    return item != nullptr && IsTextComment(*item) ? std::string(TextOf(*item)) : std::string();
+}
+
 // `entries` is more than any index of the picture.
-Status WriteIndexed(const PixelSource& picture, std::size_t entries, OutputFile& file) {
+Status WriteIndexed(const PixelSource& picture, std::size_t entries, const PropertyList& properties, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     std::optional<int> transparent;
     std::array<std::uint8_t, 256> indexOf;
@@ -157,7 +168,7 @@ Status WriteIndexed(const PixelSource& picture, std::size_t entries, OutputFile&
     if (output.Get() == nullptr) {
         return Status::OutOfMemory;
     }
-    if (!PutHeader(output.Get(), info, transparent, entries)) {
+    if (!PutHeader(output.Get(), info, transparent, entries, CommentOf(properties))) {
         return output.Failure();
     }
     const Status status = ForEachRow(picture, [&](std::vector<std::uint8_t>& indices) {
@@ -171,14 +182,15 @@ Status WriteIndexed(const PixelSource& picture, std::size_t entries, OutputFile&
 
 } // namespace
 
-Status WriteGif(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
+Status WriteGif(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
     const PictureInfo& info = picture.Info();
     if (IsIndexed(info.format) && std::none_of(info.palette.begin(), info.palette.end(), IsHalfTransparent)) {
         const auto entries = EntriesInUse(picture);
-        return entries.Ok() ? WriteIndexed(picture, *entries, file) : entries.GetStatus();
+        return entries.Ok() ? WriteIndexed(picture, *entries, properties, file) : entries.GetStatus();
     }
     const auto reduced = ReducedToPalette(picture);
-    return reduced.Ok() ? WriteIndexed(**reduced, (*reduced)->Info().palette.size(), file) : reduced.GetStatus();
+    return reduced.Ok() ? WriteIndexed(**reduced, (*reduced)->Info().palette.size(), properties, file)
+                        : reduced.GetStatus();
 }
 
 } // namespace imaginglibrary

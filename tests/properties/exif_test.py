@@ -1,0 +1,139 @@
+#!/usr/bin/env python3
+"""Property items through conversions, judged by ExifTool's reading of both files.
+
+Usage: exif_test.py SAMPLES LUMBRIX_CLI   (the folder of sample pictures, the command line to test)
+"""
+
+import json
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+TARGETS = ["jpg", "tiff", "png"]
+
+# Written into a copy of the sample: one field of every directory and of every type that cameras use.
+FIELDS = {
+    "IFD0:Artist": "A. Painter",
+    "IFD0:Orientation": 6,
+    "IFD0:Rating": 4,
+    "ExifIFD:ExposureTime": 0.004,
+    "ExifIFD:FNumber": 5.6,
+    "ExifIFD:ISO": 200,
+    "ExifIFD:DateTimeOriginal": "2026:11:21 09:29:58",
+    "ExifIFD:ExposureCompensation": -0.5,
+    "ExifIFD:LensModel": "Sample lens",
+    "ExifIFD:UserComment": "a remark",
+    "GPS:GPSLatitudeRef": "N",
+    "GPS:GPSLatitude": 51.5,
+    "GPS:GPSAltitude": 23.5,
+    "InteropIFD:InteropIndex": "R98",
+}
+
+# The file's own: made by whoever writes it.
+LAYOUT = {"ThumbnailOffset", "ExifByteOrder"}
+DIRECTORIES = ["IFD0", "ExifIFD", "GPS", "InteropIFD"]
+
+
+def exiftool(*arguments):
+    return subprocess.run(["exiftool", *map(str, arguments)], capture_output=True, check=True).stdout
+
+
+def fields_of(path, directories=DIRECTORIES):
+    """Every field of these directories as ExifTool reads it, numbers not spelled out."""
+    groups = [f"-{directory}:all" for directory in directories]
+    fields = json.loads(exiftool("-j", "-G1", "-n", "-u", *groups, path))[0]
+    del fields["SourceFile"]
+    return {name: value for name, value in fields.items() if name.split(":")[1] not in LAYOUT}
+
+
+def faults_of(path):
+    """What ExifTool finds wrong with a file's structure; which fields it has is the source's business."""
+    lines = exiftool("-validate", "-warning", "-error", "-a", "-s3", path).decode().splitlines()[1:]
+    return [line for line in lines if not line.startswith(("[minor]", "Missing required"))]
+
+
+class Properties(unittest.TestCase):
+    samples = None
+    program = None
+
+    def setUp(self):
+        self.temporary = tempfile.TemporaryDirectory(prefix="lumbrix-properties-")
+        self.folder = Path(self.temporary.name)
+
+    def tearDown(self):
+        self.temporary.cleanup()
+
+    def convert(self, source, name):
+        target = self.folder / name
+        subprocess.run([self.program, "convert", source, target], check=True, timeout=60)
+        self.assertEqual(faults_of(target), [], name)
+        return target
+
+    def make_source(self):
+        source = self.folder / "source.jpg"
+        shutil.copy(self.samples / "photo.jpg", source)
+        thumbnail = self.folder / "thumbnail.jpg"
+        subprocess.run(["/usr/bin/convert", source, "-resize", "160x", thumbnail], check=True)
+        exiftool("-q", "-n", *(f"-{name}={value}" for name, value in FIELDS.items()), f"-ThumbnailImage<={thumbnail}",
+                 source)
+        for name, value in FIELDS.items():
+            self.assertEqual(fields_of(source)[name], value)
+        return source
+
+    def expect_fields(self, target, expected):
+        fields = fields_of(target)
+        for name, value in expected.items():
+            self.assertEqual(fields.get(name), value, name)
+
+    def test_sample_keeps_its_camera(self):
+        for target in TARGETS:
+            fields = fields_of(self.convert(self.samples / "photo.jpg", f"sample.{target}"))
+            self.assertEqual(fields["IFD0:Make"], "Lumbrix")
+            self.assertEqual(fields["IFD0:Model"], "Sample camera")
+            self.assertEqual(fields["IFD0:ModifyDate"], "2026:11:21 09:30:00")
+
+    def test_every_directory_comes_over(self):
+        source = self.make_source()
+        expected = fields_of(source)
+        for target in TARGETS:
+            self.expect_fields(self.convert(source, f"first.{target}"), expected)
+
+    def test_every_way_back_comes_over(self):
+        source = self.make_source()
+        expected = fields_of(source)
+        for between in TARGETS:
+            middle = self.convert(source, f"between.{between}")
+            for target in TARGETS:
+                self.expect_fields(self.convert(middle, f"{between}-then.{target}"), expected)
+
+    def test_jpeg_keeps_the_thumbnail(self):
+        source = self.make_source()
+        target = self.convert(source, "target.jpg")
+        thumbnail = exiftool("-b", "-ThumbnailImage", source)
+        self.assertTrue(thumbnail)
+        self.assertEqual(exiftool("-b", "-ThumbnailImage", target), thumbnail)
+        self.assertEqual(fields_of(target, ["IFD1"]), fields_of(source, ["IFD1"]))
+
+    def test_comments_come_over(self):
+        source = self.folder / "commented.jpg"
+        shutil.copy(self.samples / "photo.jpg", source)
+        exiftool("-q", "-Comment=a comment", source)
+        for target in ["jpg", "png", "gif"]:
+            converted = self.convert(source, f"with-comment.{target}")
+            self.assertEqual(exiftool("-s3", "-Comment", converted).decode().strip(), "a comment", target)
+
+    def test_nothing_makes_no_exif(self):
+        plain = self.folder / "plain.jpg"
+        subprocess.run(["/usr/bin/convert", "-size", "8x8", "xc:red", "-strip", plain], check=True)
+        for target in ["jpg", "png"]:
+            self.assertEqual(fields_of(self.convert(plain, f"nothing.{target}")), {})
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 3:
+        sys.exit(__doc__)
+    Properties.samples, Properties.program = Path(sys.argv[1]), sys.argv[2]
+    unittest.main(argv=sys.argv[:1])
