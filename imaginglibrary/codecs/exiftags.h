@@ -24,7 +24,7 @@ inline constexpr std::uint32_t ThumbnailDataTag = 0x501B;
 
 // Items that several formats keep in places of their own.
 inline constexpr std::uint32_t CommentTag = 0x9286;
-inline constexpr std::uint32_t ColorProfileTag = 0x8773;
+inline constexpr std::uint16_t ColorProfileTag = 0x8773;
 
 inline constexpr std::uint16_t TiffMagic = 42; // of the classic kind
 inline constexpr std::size_t TiffHeaderBytes = 8;

@@ -61,11 +61,14 @@ void AddQuantisation(const jpeg_decompress_struct& header, int component, std::u
 
 } // namespace
 
-PropertyList ReadJpegProperties(const jpeg_decompress_struct& header) {
+PropertyList ReadJpegProperties(const jpeg_decompress_struct& header, std::vector<std::uint8_t> colorProfile) {
     PropertyList properties;
     ReadExif(BytesOf(FindMarker(header, ExifMarker, ExifName)), ExifThumbnail::Keep, properties);
     if (const std::string_view comment = FindMarker(header, JPEG_COM, {}); !comment.empty()) {
         properties.Add(AsciiProperty(CommentTag, comment));
+    }
+    if (!colorProfile.empty()) {
+        properties.Add({ColorProfileTag, PropertyType::Byte, std::move(colorProfile)});
     }
     AddQuantisation(header, 1, ChrominanceTableTag, properties);
     AddQuantisation(header, 0, LuminanceTableTag, properties);

@@ -11,9 +11,9 @@
 
 namespace imaginglibrary {
 
-// The items of a file whose header was read and whose markers were kept: those of EXIF, a comment, and the two
-// quantisation tables in their natural order.
-PropertyList ReadJpegProperties(const jpeg_decompress_struct& header);
+// The items of a file whose header was read and whose markers were kept: those of EXIF, a comment, the colour profile,
+// and the two quantisation tables in their natural order.
+PropertyList ReadJpegProperties(const jpeg_decompress_struct& header, std::vector<std::uint8_t> colorProfile);
 
 struct JpegMarker {
     int kind;

@@ -167,8 +167,9 @@ Result<std::unique_ptr<Decoder>> OpenJpeg(std::shared_ptr<const InputFile> file)
     if (!info.Ok()) {
         return info.GetStatus();
     }
-    return std::unique_ptr<Decoder>(std::make_unique<JpegPicture>(std::move(file), std::move(*info), FullSize,
-                                                                  ReadJpegProperties((*stream)->Header())));
+    auto properties = ReadJpegProperties((*stream)->Header(), (*stream)->ColorProfile());
+    return std::unique_ptr<Decoder>(
+        std::make_unique<JpegPicture>(std::move(file), std::move(*info), FullSize, std::move(properties)));
 }
 
 } // namespace imaginglibrary

@@ -4,6 +4,7 @@
 #include "imaginglibrary/core/limits.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace imaginglibrary {
 
@@ -81,9 +82,23 @@ Status JpegStream::ReadRow(std::uint8_t* row) {
     return count == 1 ? Status::Ok : UndecodableContent;
 }
 
-// EXIF and comments. 0 bytes have them passed over.
+std::vector<std::uint8_t> JpegStream::ColorProfile() {
+    JOCTET* bytes = nullptr;
+    unsigned length = 0;
+    JOCTET** const found = &bytes;
+    unsigned* const foundLength = &length;
+    const Status status = errors_.Run([=, this] { jpeg_read_icc_profile(&info_, found, foundLength); });
+    const std::unique_ptr<JOCTET, decltype(&std::free)> owner(bytes, &std::free);
+    if (status != Status::Ok || bytes == nullptr) {
+        return {};
+    }
+    return {bytes, bytes + length};
+}
+
+// EXIF, colour profile and comments. 0 bytes have them passed over.
 void JpegStream::SaveMarkers(unsigned mostBytes) {
     jpeg_save_markers(&info_, JPEG_APP0 + 1, mostBytes);
+    jpeg_save_markers(&info_, JPEG_APP0 + 2, mostBytes);
     jpeg_save_markers(&info_, JPEG_COM, mostBytes);
 }
 

@@ -30,6 +30,9 @@ class JpegStream {
     // What the header says and, after Start, the output's size.
     const jpeg_decompress_struct& Header() const { return info_; }
 
+    // The embedded colour profile; empty where there is none that is whole. Needs the markers.
+    std::vector<std::uint8_t> ColorProfile();
+
     // Makes ready to deliver rows in `colorSpace`, reduced to `eighths` eighths. Decodes all scans where there are
     // several; OutOfMemory where their coefficients exceed MaximumPictureBytes.
     Status Start(J_COLOR_SPACE colorSpace, unsigned eighths);

@@ -1,10 +1,12 @@
 // Writes JPEG files.
 #include "imaginglibrary/codecs/jpegwriter.h"
 
+#include "imaginglibrary/codecs/colorprofile.h"
 #include "imaginglibrary/codecs/jpegerrors.h"
 #include "imaginglibrary/codecs/jpegproperties.h"
 #include "imaginglibrary/core/rowconverter.h"
 
+#include <span>
 #include <vector>
 
 namespace imaginglibrary {
@@ -22,6 +24,14 @@ UINT16 StoredDensity(double dotsPerInch) {
     return static_cast<UINT16>(dotsPerInch < 1 ? 1 : dotsPerInch > 65535 ? 65535 : dotsPerInch);
 }
 
+// Empty where there is none, or one that is too long for all markers together.
+std::span<const std::uint8_t> ProfileOf(const PropertyList& properties) {
+    constexpr std::size_t MostMarkers = 255;
+    constexpr std::size_t MostMarkerBytes = 65519; // what a name and two numbers leave of one
+    const auto profile = RgbProfileOf(properties);
+    return profile.size() <= MostMarkers * MostMarkerBytes ? profile : std::span<const std::uint8_t>();
+}
+
 // libjpeg's compressor over an output file.
 class JpegSink {
   public:
@@ -37,7 +47,9 @@ class JpegSink {
     JpegSink(const JpegSink&) = delete;
     JpegSink& operator=(const JpegSink&) = delete;
 
-    Status Start(const PictureInfo& picture, const std::vector<JpegMarker>& markers) {
+    // `profile` is one that fits into markers, or empty.
+    Status Start(const PictureInfo& picture, const std::vector<JpegMarker>& markers,
+                 std::span<const std::uint8_t> profile) {
         const PictureInfo* header = &picture;
         const std::vector<JpegMarker>* following = &markers;
         return errors_.Run([=, this] {
@@ -56,6 +68,9 @@ class JpegSink {
             for (const JpegMarker& marker : *following) {
                 jpeg_write_marker(&info_, marker.kind, marker.content.data(),
                                   static_cast<unsigned>(marker.content.size()));
+            }
+            if (!profile.empty()) {
+                jpeg_write_icc_profile(&info_, profile.data(), static_cast<unsigned>(profile.size()));
             }
         });
     }
@@ -125,7 +140,8 @@ Status WriteJpeg(const PixelSource& picture, const PropertyList& properties, Out
     std::vector<std::uint8_t> source(BytesPerRow(info.format, info.width));
     std::vector<std::uint8_t> row(BytesPerRow(PixelFormat::Rgb24, info.width));
     JpegSink sink(file);
-    if (const Status status = sink.Start(info, MakeJpegMarkers(properties)); status != Status::Ok) {
+    if (const Status status = sink.Start(info, MakeJpegMarkers(properties), ProfileOf(properties));
+        status != Status::Ok) {
         return status;
     }
     for (std::uint32_t y = 0; y < info.height; ++y) {

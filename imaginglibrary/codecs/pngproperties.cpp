@@ -69,6 +69,7 @@ class PngPropertyReader {
         AddColors();
         AddDotsPerUnit();
         AddHistogram();
+        AddColorProfile();
         ReadExif(ContentOf("eXIf"), ExifThumbnail::PassOver, properties_);
         return std::move(properties_);
     }
@@ -94,7 +95,7 @@ class PngPropertyReader {
     // `start` is that of the name.
     void ReadChunk(const std::string& name, std::uint64_t start, std::size_t length) {
         constexpr std::string_view Texts[] = {"tEXt", "zTXt", "iTXt"};
-        constexpr std::string_view Others[] = {"gAMA", "cHRM", "sRGB", "pHYs", "hIST", "eXIf"};
+        constexpr std::string_view Others[] = {"gAMA", "cHRM", "sRGB", "pHYs", "hIST", "iCCP", "eXIf"};
         const bool isText = std::find(std::begin(Texts), std::end(Texts), name) != std::end(Texts);
         const bool isOther = std::find(std::begin(Others), std::end(Others), name) != std::end(Others);
         if ((!isText && !isOther) || !Take(length)) {
@@ -218,6 +219,15 @@ class PngPropertyReader {
             Property histogram{HistogramTag, PropertyType::Short, {counts.begin(), counts.end()}};
             SwapUnlessNative(histogram.value, histogram.type, std::endian::big);
             properties_.Add(std::move(histogram));
+        }
+    }
+
+    void AddColorProfile() {
+        const auto bytes = ContentOf("iCCP");
+        std::string_view content(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+        const auto profile = TakeString(content) ? InflatedText(content) : std::nullopt;
+        if (profile && !profile->empty()) {
+            properties_.Add({ColorProfileTag, PropertyType::Byte, {profile->begin(), profile->end()}});
         }
     }
 

@@ -8,9 +8,9 @@
 
 namespace imaginglibrary {
 
-// The items of the chunks before the image data: texts, then gamma, chromaticities, rendering intent, dots per unit and
-// histogram, then those of EXIF. Chunks that are broken, longer than MaximumMetadataBytes in sum or beyond
-// MaximumMetadataEntries are passed over.
+// The items of the chunks before the image data: texts, then gamma, chromaticities, rendering intent, dots per unit,
+// histogram and colour profile, then those of EXIF. Chunks that are broken, longer than MaximumMetadataBytes in sum or
+// beyond MaximumMetadataEntries are passed over.
 PropertyList ReadPngProperties(const InputFile& file);
 
 struct PngText {
@@ -24,7 +24,7 @@ struct PngMetadata {
     std::vector<std::uint8_t> exif; // empty where texts say it all
 };
 
-// What carries the items in a file. Gamma and rendering intent are the writer's own business.
+// What carries the items in a file. Colours are the writer's own business.
 PngMetadata MakePngMetadata(const PropertyList& properties);
 
 } // namespace imaginglibrary

@@ -1,6 +1,7 @@
 // Writes PNG files.
 #include "imaginglibrary/codecs/pngwriter.h"
 
+#include "imaginglibrary/codecs/colorprofile.h"
 #include "imaginglibrary/codecs/pngerrors.h"
 #include "imaginglibrary/codecs/pngpalette.h"
 #include "imaginglibrary/codecs/pngproperties.h"
@@ -11,6 +12,7 @@
 #include <cmath>
 #include <new>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace imaginglibrary {
@@ -39,7 +41,7 @@ class PngWriter {
   public:
     PngWriter(const PictureInfo& info, const Palette& palette, const PropertyList& properties, OutputFile& file)
         : info_(info), format_(WrittenFormat(info)), palette_(palette), metadata_(MakePngMetadata(properties)),
-          file_(file) {
+          profile_(RgbProfileOf(properties)), file_(file) {
         for (std::size_t i = 0; i < palette_.size(); ++i) {
             colors_[i] = {RedOf(palette_[i]), GreenOf(palette_[i]), BlueOf(palette_[i])};
             alphas_[i] = AlphaOf(palette_[i]);
@@ -49,7 +51,10 @@ class PngWriter {
         }
     }
 
-    ~PngWriter() { png_destroy_write_struct(&png_, &header_); }
+    ~PngWriter() {
+        png_destroy_info_struct(png_, &trial_);
+        png_destroy_write_struct(&png_, &header_);
+    }
     PngWriter(const PngWriter&) = delete;
     PngWriter& operator=(const PngWriter&) = delete;
 
@@ -113,8 +118,7 @@ class PngWriter {
                                                                : PNG_COLOR_TYPE_RGB;
         png_set_IHDR(png_, header_, info_.width, info_.height, indexed ? static_cast<int>(BitsPerPixel(format_)) : 8,
                      colorType, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_BASE, PNG_FILTER_TYPE_BASE);
-        png_set_sRGB(png_, header_, PNG_sRGB_INTENT_PERCEPTUAL);
-        png_set_gAMA_fixed(png_, header_, ScreenGamma);
+        DescribeColors();
         png_set_pHYs(png_, header_, DotsPerMetre(info_.resolution.horizontal), DotsPerMetre(info_.resolution.vertical),
                      PNG_RESOLUTION_METER);
         png_set_compression_level(png_, CompressionLevel);
@@ -126,6 +130,36 @@ class PngWriter {
                 png_set_tRNS(png_, header_, alphas_.data(), static_cast<int>(palette_.size()), nullptr);
             }
         }
+    }
+
+    void DescribeColors() {
+        if (IsProfileValid()) {
+            SetProfile(header_);
+        } else {
+            png_set_sRGB(png_, header_, PNG_sRGB_INTENT_PERCEPTUAL);
+            png_set_gAMA_fixed(png_, header_, ScreenGamma);
+        }
+    }
+
+    // libpng takes no other colours once it has refused a profile, so it is asked with another header first.
+    bool IsProfileValid() {
+        if (profile_.empty()) {
+            return false;
+        }
+        trial_ = png_create_info_struct(png_);
+        if (trial_ == nullptr) {
+            exit_.Leave(Status::OutOfMemory);
+        }
+        png_set_benign_errors(png_, 1);
+        png_set_IHDR(png_, trial_, 1, 1, 8, PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_BASE,
+                     PNG_FILTER_TYPE_BASE);
+        SetProfile(trial_);
+        return png_get_valid(png_, trial_, PNG_INFO_iCCP) != 0;
+    }
+
+    void SetProfile(png_infop header) {
+        png_set_iCCP(png_, header, "ICC profile", PNG_COMPRESSION_TYPE_BASE, profile_.data(),
+                     static_cast<png_uint_32>(profile_.size()));
     }
 
     void AddMetadata() {
@@ -142,12 +176,14 @@ class PngWriter {
     Palette palette_;
     PngMetadata metadata_;
     std::vector<png_text> texts_;
+    std::span<const std::uint8_t> profile_;
     std::array<png_color, 256> colors_{};
     std::array<png_byte, 256> alphas_{};
     OutputFile& file_;
     LibraryExit exit_;
     png_structp png_ = nullptr;
     png_infop header_ = nullptr;
+    png_infop trial_ = nullptr;
 };
 
 } // namespace

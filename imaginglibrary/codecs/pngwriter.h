@@ -7,8 +7,8 @@
 namespace imaginglibrary {
 
 // Indexed pictures keep their depth and palette, with a transparency chunk where an entry is not opaque; pictures with
-// alpha become RGBA, all others RGB, of 8 bits a channel. Property items
-// become text chunks and an EXIF chunk. Not interlaced; one row is held at a time.
+// alpha become RGBA, all others RGB, of 8 bits a channel. Property items become text chunks, an EXIF chunk and a colour
+// profile; without a profile the colours are marked as the screen's. Not interlaced; one row is held at a time.
 Status WritePng(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
 
 } // namespace imaginglibrary

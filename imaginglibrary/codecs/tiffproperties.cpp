@@ -1,6 +1,7 @@
 // Adds property items to a TIFF file that is written otherwise.
 #include "imaginglibrary/codecs/tiffproperties.h"
 
+#include "imaginglibrary/codecs/colorprofile.h"
 #include "imaginglibrary/codecs/exifwriter.h"
 #include "imaginglibrary/core/bytes.h"
 
@@ -55,6 +56,12 @@ bool GivesWay(std::uint16_t tag) {
     return tag == 0x0112 || tag == 0x011A || tag == 0x011B || tag == 0x0128; // orientation and resolution
 }
 
+// A profile of red, green and blue says nothing about grey.
+bool IsGrey(const ExifDirectory& written) {
+    const auto photometric = written.find(0x0106);
+    return photometric != written.end() && LittleEndian16(photometric->second.value.data()) < 2;
+}
+
 void RemoveWhatIsWritten(const ExifDirectory& written, ExifDirectory& items) {
     for (const auto& [tag, entry] : written) {
         const auto item = items.find(tag);
@@ -83,7 +90,8 @@ Status AddTiffProperties(const PropertyList& properties, OutputFile& file) {
         block.Add(item);
     }
     block.DropThumbnail();
-    if (block.IsEmpty()) {
+    const auto profile = RgbProfileOf(properties);
+    if (block.IsEmpty() && profile.empty()) {
         return Status::Ok;
     }
     WrittenDirectory written;
@@ -91,6 +99,10 @@ Status AddTiffProperties(const PropertyList& properties, OutputFile& file) {
         return status;
     }
     RemoveWhatIsWritten(written.entries, block.Main());
+    if (!profile.empty() && !IsGrey(written.entries)) {
+        block.Main()[ColorProfileTag] = {
+            PropertyType::Undefined, static_cast<std::uint32_t>(profile.size()), {profile.begin(), profile.end()}};
+    }
     if (block.IsEmpty()) {
         return Status::Ok;
     }

@@ -32,6 +32,14 @@ FIELDS = {
     "InteropIFD:InteropIndex": "R98",
 }
 
+# One command of each kind that draws or moves pixels.
+EDITS = {
+    "resized": ["resize", "100"],
+    "rotated": ["rotate", "90", "h"],
+    "cropped": ["crop", "10", "20", "300", "200"],
+    "annotated": ["annotate", "10", "10", "text"],
+}
+
 # The file's own: made by whoever writes it.
 LAYOUT = {"ThumbnailOffset", "ExifByteOrder"}
 DIRECTORIES = ["IFD0", "ExifIFD", "GPS", "InteropIFD"]
@@ -116,6 +124,26 @@ class Properties(unittest.TestCase):
         self.assertTrue(thumbnail)
         self.assertEqual(exiftool("-b", "-ThumbnailImage", target), thumbnail)
         self.assertEqual(fields_of(target, ["IFD1"]), fields_of(source, ["IFD1"]))
+
+    def test_edited_copies_keep_every_field(self):
+        source = self.make_source()
+        expected = fields_of(source)
+        for target in TARGETS:
+            for name, arguments in EDITS.items():
+                edited = self.folder / f"{name}.{target}"
+                command, *rest = arguments
+                subprocess.run([self.program, command, source, edited, *rest], check=True, timeout=60)
+                self.assertEqual(faults_of(edited), [], edited.name)
+                self.expect_fields(edited, expected)
+
+    def test_date_stamp_changes_the_date_alone(self):
+        source = self.make_source()
+        printed = subprocess.run([self.program, "date", source, "2001:02:03 04:05:06"], check=True, capture_output=True,
+                                 text=True, timeout=60).stdout.strip()
+        stamped = self.folder / "source_stamped.jpg"
+        self.assertEqual(Path(printed), stamped)
+        self.assertEqual(faults_of(stamped), [])
+        self.expect_fields(stamped, {**fields_of(source), "IFD0:ModifyDate": "2001:02:03 04:05:06"})
 
     def test_comments_come_over(self):
         source = self.folder / "commented.jpg"

@@ -1,0 +1,49 @@
+#!/usr/bin/env python3
+"""The examples of the documentation, run as a reader would run them.
+
+Usage: examples_test.py EXAMPLES SAMPLES CAPTION LIBRARY   (their folder, the sample pictures, the C example as a
+program, liblumbrix.so)
+"""
+
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+
+class Examples(unittest.TestCase):
+    def setUp(self):
+        self.temporary = tempfile.TemporaryDirectory(prefix="lumbrix-examples-")
+        self.folder = Path(self.temporary.name)
+
+    def tearDown(self):
+        self.temporary.cleanup()
+
+    def test_caption_in_c(self):
+        result = subprocess.run([self.caption, self.samples / "photo.jpg", "small.png", "By the lake"],
+                                cwd=self.folder, capture_output=True, text=True, timeout=60)
+        self.assertEqual(result.stderr, "")
+        self.assertEqual(result.returncode, 0)
+        self.assertIn("1600 by 1067 pixels", result.stdout)
+        self.assertIn("Camera Manufacturer\tLumbrix", result.stdout)
+        self.assertEqual([path.name for path in self.folder.iterdir()], ["small.png"])
+        wrong = subprocess.run([self.caption, "none.jpg", "x.png", "x"], cwd=self.folder, capture_output=True, text=True)
+        self.assertEqual(wrong.returncode, 1)
+        self.assertIn("failed with 10", wrong.stderr)
+
+    def test_contact_sheet_in_python(self):
+        result = subprocess.run([sys.executable, self.examples / "contactsheet.py", self.library, self.samples,
+                                 self.folder], capture_output=True, text=True, timeout=60)
+        self.assertEqual(result.stderr, "")
+        self.assertIn("photo.jpg: 2026:11:21 09:30:00", result.stdout)
+        self.assertIn("stamp.png: no date", result.stdout)
+        self.assertTrue((self.folder / "photo.jpg.jpg").read_bytes().startswith(b"\xff\xd8"))
+
+
+if __name__ == "__main__":
+    if len(sys.argv) != 5:
+        sys.exit(__doc__)
+    Examples.examples, Examples.samples = Path(sys.argv[1]), Path(sys.argv[2])
+    Examples.caption, Examples.library = sys.argv[3:]
+    unittest.main(argv=sys.argv[:1])
