@@ -6,12 +6,12 @@
 
 #include <stdio.h>
 
-static int fail(const char *what, int result) {
+static int fail(const char* what, int result) {
     fprintf(stderr, "%s failed with %d\n", what, result);
     return 1;
 }
 
-int main(int count, char **words) {
+int main(int count, char** words) {
     if (count != 4) {
         fprintf(stderr, "usage: %s PICTURE COPY.png CAPTION\n", words[0]);
         return 2;

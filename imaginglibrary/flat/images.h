@@ -11,8 +11,8 @@
 
 namespace imaginglibrary {
 
-// What an image handle stands for. Clones share the picture until one of them is drawn on. An image that was loaded keeps
-// its file open as long as it lives, whatever became of its pixels: it can never be saved onto that file. Several
+// What an image handle stands for. Clones share the picture until one of them is drawn on. An image that was loaded
+// keeps its file open as long as it lives, whatever became of its pixels: it can never be saved onto that file. Several
 // threads may call it.
 class Image {
   public:

@@ -45,8 +45,28 @@ LAYOUT = {"ThumbnailOffset", "ExifByteOrder"}
 DIRECTORIES = ["IFD0", "ExifIFD", "GPS", "InteropIFD"]
 
 
-def exiftool(*arguments):
-    return subprocess.run(["exiftool", *map(str, arguments)], capture_output=True, check=True).stdout
+class ExifTool:
+    """One process for all questions, for starting it takes longer than answering."""
+
+    READY = b"{ready}\n"
+
+    def __init__(self):
+        self.process = subprocess.Popen(["exiftool", "-stay_open", "True", "-@", "-"], stdin=subprocess.PIPE,
+                                        stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+
+    def __call__(self, *arguments):
+        self.process.stdin.write("".join(f"{argument}\n" for argument in (*arguments, "-execute")).encode())
+        self.process.stdin.flush()
+        answer = b""
+        while not answer.endswith(self.READY):
+            piece = self.process.stdout.read1()
+            if not piece:
+                raise RuntimeError("ExifTool ended")
+            answer += piece
+        return answer[:-len(self.READY)]
+
+    def close(self):
+        self.process.communicate(b"-stay_open\nFalse\n", timeout=20)
 
 
 def fields_of(path, directories=DIRECTORIES):
@@ -85,7 +105,7 @@ class Properties(unittest.TestCase):
         shutil.copy(self.samples / "photo.jpg", source)
         thumbnail = self.folder / "thumbnail.jpg"
         subprocess.run(["/usr/bin/convert", source, "-resize", "160x", thumbnail], check=True)
-        exiftool("-q", "-n", *(f"-{name}={value}" for name, value in FIELDS.items()), f"-ThumbnailImage<={thumbnail}",
+        exiftool("-n", *(f"-{name}={value}" for name, value in FIELDS.items()), f"-ThumbnailImage<={thumbnail}",
                  source)
         for name, value in FIELDS.items():
             self.assertEqual(fields_of(source)[name], value)
@@ -148,7 +168,7 @@ class Properties(unittest.TestCase):
     def test_comments_come_over(self):
         source = self.folder / "commented.jpg"
         shutil.copy(self.samples / "photo.jpg", source)
-        exiftool("-q", "-Comment=a comment", source)
+        exiftool("-Comment=a comment", source)
         for target in ["jpg", "png", "gif"]:
             converted = self.convert(source, f"with-comment.{target}")
             self.assertEqual(exiftool("-s3", "-Comment", converted).decode().strip(), "a comment", target)
@@ -164,4 +184,8 @@ if __name__ == "__main__":
     if len(sys.argv) != 3:
         sys.exit(__doc__)
     Properties.samples, Properties.program = Path(sys.argv[1]), sys.argv[2]
-    unittest.main(argv=sys.argv[:1])
+    exiftool = ExifTool()
+    try:
+        unittest.main(argv=sys.argv[:1])
+    finally:
+        exiftool.close()
