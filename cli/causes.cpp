@@ -3,6 +3,7 @@
 
 #include "cli/errors.h"
 #include "cli/system.h"
+#include "cli/temporary.h"
 #include "imaging/exports/lumbrix.h"
 
 #include <filesystem>
@@ -26,6 +27,11 @@ bool CanOpen(const fs::path& file) { return std::ifstream(file, std::ios::binary
 
 bool CanWriteInto(const fs::path& file) {
     return std::fstream(file, std::ios::in | std::ios::out | std::ios::binary).is_open();
+}
+
+bool CanMakeFileIn(const fs::path& folder) {
+    const TemporaryFile file(folder, {});
+    return std::ofstream(file.Path(), std::ios::binary).is_open();
 }
 
 fs::path FolderOf(const std::string& file) {
@@ -89,7 +95,7 @@ std::string CauseByStatus(std::int32_t status) {
     case NoEncoder:
         return "the imaging library could not be loaded";
     default:
-        return "its folder is not writable, the disk is full, or there is not enough memory";
+        return "there is not enough memory for it, or the disk is full";
     }
 }
 
@@ -127,7 +133,13 @@ void ThrowNotWritten(std::int32_t status, const std::string& source, const std::
     if (const auto cause = CauseInSource(status, source)) {
         throw CannotRead(source, *cause);
     }
-    throw CannotWrite(target, CauseInTarget(source, target).value_or(CauseByStatus(status)));
+    if (const auto cause = CauseInTarget(source, target)) {
+        throw CannotWrite(target, *cause);
+    }
+    if (!CanMakeFileIn(FolderOf(target))) {
+        throw CannotWrite(target, "the folder " + NameOf(FolderOf(target)) + " is not writable");
+    }
+    throw CannotWrite(target, CauseByStatus(status));
 }
 
 void ExpectReplaceable(const std::string& source, const std::string& target) {

@@ -65,10 +65,8 @@ bool IsPictureName(const fs::path& file) {
 std::vector<PlannedFile> PlanFolder(const FolderOrder& order, std::vector<fs::path> files, const KeyFunction& keyOf) {
     std::sort(files.begin(), files.end());
     Planner planner(order, files, keyOf);
-    std::vector<PlannedFile> plan;
-    for (const fs::path& file : files) {
-        plan.push_back(planner.Plan(file));
-    }
+    std::vector<PlannedFile> plan(files.size());
+    std::transform(files.begin(), files.end(), plan.begin(), [&](const fs::path& file) { return planner.Plan(file); });
     return plan;
 }
 

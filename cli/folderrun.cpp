@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 
 // A name that the operations can be given; throws Failure for one with characters that the code page lacks.
 std::string UsableName(const fs::path& path) {
-    const std::string name = NameOf(path);
+    std::string name = NameOf(path);
     if (PathOf(name) != path) {
         throw Failure{"cannot work on " + name + ": its name has characters that the system's code page lacks"};
     }

@@ -59,7 +59,7 @@ std::int32_t AngleFrom(const std::string& text) {
 
 std::string FlipFrom(const std::string& text) {
     constexpr std::array<const char*, 4> Words{"h", "v", "hv", "vh"};
-    const std::string word = LowerCase(text);
+    std::string word = LowerCase(text);
     if (std::find(Words.begin(), Words.end(), word) == Words.end()) {
         throw WrongUsage{"'" + text + "' is no flip: h, v, hv or vh is needed"};
     }

@@ -54,6 +54,11 @@ TEST_F(Reshaping, ResizeBeyondTheLimitIsRefusedWithTheSize) {
     ExpectFailure(Run({"resize", Path("flag.bmp"), Path("a.png"), "40000"}), "a.png", "80000 x 40000");
 }
 
+TEST_F(Reshaping, ResizeToMoreThanMemoryHoldsIsRefused) {
+    ExpectFailure(Run({"resize", Path("flag.bmp"), Path("a.png"), "32000"}), "a.png", "not enough memory");
+    EXPECT_EQ(NamesIn(""), (std::set<std::string>{"flag.bmp", "source.bmp"}));
+}
+
 TEST_F(Reshaping, ResizeToNoWidthIsRefused) {
     WriteBytes(folder_ / "pole.bmp", MakeBmp(1, 90, [](int, int) { return Red; }));
     ExpectFailure(Run({"resize", Path("pole.bmp"), Path("a.png"), "30"}), "a.png", "0 x 30");

@@ -119,7 +119,8 @@ TEST_P(Writing, ClosedFolderIsNamed) {
     chmod(folder_.Path().c_str(), 0777);
     fs::create_directory(folder_ / "closed");
     chmod(Path("closed").c_str(), 0555);
-    ExpectFailure(Write("source.bmp", "closed/a.png", true), "closed/a.png", "not writable");
+    ExpectFailure(Write("source.bmp", "closed/a.png", true), "closed/a.png",
+                  "the folder " + Path("closed") + " is not writable");
 }
 
 TEST_P(Writing, MissingFolderAndFolderAsTargetAreNamed) {
