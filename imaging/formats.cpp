@@ -2,7 +2,7 @@
 #include "imaging/formats.h"
 
 #include "imaging/gdiplus/bindings.h"
-#include "imaging/uppercase.h"
+#include "imaging/lettercase.h"
 #include "platform/text.h"
 
 #include <algorithm>

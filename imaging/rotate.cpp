@@ -6,7 +6,7 @@
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
 #include "imaging/session.h"
-#include "imaging/uppercase.h"
+#include "imaging/lettercase.h"
 
 namespace lumbrix {
 

@@ -20,6 +20,9 @@ void RemoveFile(const std::string& path);
 // Whether a file of that name is there and not marked hidden or system; folders do not count.
 bool FileExists(const std::string& path);
 
+// Whether a folder of that name is there; a separator behind the name does not matter.
+bool FolderExists(const std::string& path);
+
 // The size in bytes, or nothing where the file is not found.
 std::optional<std::uint64_t> FileSize(const std::string& path);
 

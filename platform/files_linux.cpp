@@ -54,6 +54,11 @@ bool FileExists(const std::string& path) {
     return std::filesystem::is_regular_file(path, ignored);
 }
 
+bool FolderExists(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::is_directory(path, ignored);
+}
+
 std::optional<std::uint64_t> FileSize(const std::string& path) {
     std::error_code error;
     const std::uint64_t size = std::filesystem::file_size(path, error);

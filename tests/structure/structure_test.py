@@ -19,7 +19,7 @@ ENGINE = {"imaging", "imaging/gdiplus", "imaging/exports", "platform"}
 MAY_KNOW = {
     "app": WINDOWS | {"batch", "toolkit"} | ENGINE,
     **{window: WINDOWS | {"batch", "toolkit"} | ENGINE for window in WINDOWS},
-    "batch": {"imaging", "platform"},
+    "batch": {"imaging", "imaging/exports", "platform"},
     "imaging": {"imaging/gdiplus", "platform"},
     "imaging/exports": {"imaging", "platform"},
     "imaging/gdiplus": {"platform"},

@@ -1,4 +1,4 @@
-// Letter case of the words that the engine compares.
+// Letter case of the words that are compared.
 #pragma once
 
 #include <string>
@@ -15,6 +15,17 @@ inline std::string UpperCase(std::string_view text) {
         }
     }
     return upper;
+}
+
+// With the letters A to Z made small.
+inline std::string LowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& character : lower) {
+        if (character >= 'A' && character <= 'Z') {
+            character = static_cast<char>(character - 'A' + 'a');
+        }
+    }
+    return lower;
 }
 
 } // namespace lumbrix
