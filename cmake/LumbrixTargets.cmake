@@ -57,6 +57,10 @@ function(lumbrix_test)
         # Reading googletest takes longer than most tests take to compile.
         target_precompile_headers(${TEST_NAME} PRIVATE <gtest/gtest.h>)
     endif()
+    if(LUMBRIX_SANITIZE)
+        list(APPEND TEST_ENVIRONMENT
+            "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0")
+    endif()
     if(WIN32)
         add_test(NAME ${TEST_NAME} COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-run $<TARGET_FILE:${TEST_NAME}>)
         set_tests_properties(${TEST_NAME} PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
