@@ -1,6 +1,7 @@
 // Lumbrix, the desktop program: everything from its start to its end, in order.
 #include "batch/cleanup.h"
 #include "imaging/exports/internal.h"
+#include "mainwindow/mainwindow.h"
 
 #include <windows.h>
 
@@ -38,6 +39,7 @@ void RunProgram() {
     lumbrix::SweepCleanUpList();
     DeployImagingLibrary();
     LoadImagingLibrary();
+    lumbrix::BuildMainWindow(nullptr);
     UnloadImagingLibrary();
 }
 

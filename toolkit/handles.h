@@ -1,0 +1,53 @@
+// Handles of the platform that free themselves.
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+namespace lumbrix {
+
+// Owns one handle; `Free` is called with it unless it is null.
+template <class Handle, auto Free> class Owned {
+  public:
+    Owned() = default;
+    explicit Owned(Handle handle) : handle_(handle) {}
+    ~Owned() { Reset(); }
+    Owned(Owned&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+    Owned& operator=(Owned&& other) noexcept {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
+
+    Handle Get() const { return handle_; }
+    explicit operator bool() const { return handle_ != nullptr; }
+
+    void Reset() {
+        if (handle_ != nullptr) {
+            Free(std::exchange(handle_, nullptr));
+        }
+    }
+
+  private:
+    Handle handle_ = nullptr;
+};
+
+using OwnedBrush = Owned<HBRUSH, DeleteObject>;
+using OwnedFont = Owned<HFONT, DeleteObject>;
+
+// The device context of a window, or of the screen for null.
+class WindowContext {
+  public:
+    explicit WindowContext(HWND window) : window_(window), context_(GetDC(window)) {}
+    ~WindowContext() { ReleaseDC(window_, context_); }
+    WindowContext(const WindowContext&) = delete;
+    WindowContext& operator=(const WindowContext&) = delete;
+
+    HDC Get() const { return context_; }
+
+  private:
+    HWND window_;
+    HDC context_;
+};
+
+} // namespace lumbrix
