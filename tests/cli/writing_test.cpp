@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
+#include <ostream>
 
 namespace {
 
@@ -16,6 +17,9 @@ struct Writer {
     const char* name;
     std::vector<std::string> wordsBehind;
 };
+
+// For googletest's messages.
+void PrintTo(const Writer& writer, std::ostream* stream) { *stream << writer.name; }
 
 // Without annotate, which needs a font, and whose way to the file is that of stamp.
 const Writer Writers[] = {
