@@ -45,9 +45,10 @@ endfunction()
 
 # A test program on googletest. LABELS names the tiers it belongs to.
 #   lumbrix_test(NAME platform_test SOURCES … LIBRARIES …)
+# DESKTOP is for one that opens windows; such ones run one after the other.
 # Natively every case is a test of its own; under Wine a program is one test, for starting Wine costs more than a case.
 function(lumbrix_test)
-    cmake_parse_arguments(TEST "" "NAME" "SOURCES;LIBRARIES;ENVIRONMENT;LABELS" ${ARGN})
+    cmake_parse_arguments(TEST "DESKTOP" "NAME" "SOURCES;LIBRARIES;ENVIRONMENT;LABELS" ${ARGN})
     add_executable(${TEST_NAME} ${TEST_SOURCES})
     target_link_libraries(${TEST_NAME} PRIVATE lumbrix_options ${TEST_LIBRARIES} GTest::gtest_main)
     # Tests run in no time and are built three times over.
@@ -62,8 +63,15 @@ function(lumbrix_test)
             "LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/leaks.supp:print_suppressions=0")
     endif()
     if(WIN32)
-        add_test(NAME ${TEST_NAME} COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-run $<TARGET_FILE:${TEST_NAME}>)
+        set(runner wine-run)
+        if(TEST_DESKTOP)
+            set(runner wine-desktop)
+        endif()
+        add_test(NAME ${TEST_NAME} COMMAND ${CMAKE_SOURCE_DIR}/tools/${runner} $<TARGET_FILE:${TEST_NAME}>)
         set_tests_properties(${TEST_NAME} PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
+        if(TEST_DESKTOP)
+            set_tests_properties(${TEST_NAME} PROPERTIES RESOURCE_LOCK desktop)
+        endif()
     else()
         include(GoogleTest)
         gtest_discover_tests(${TEST_NAME} TEST_PREFIX ${TEST_NAME}. DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES

@@ -1,0 +1,351 @@
+// The main window of the running program: what it looks like, and what each control does.
+#include "mainwindow/layout.h"
+#include "tests/windows/runningprogram.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace lumbrix;
+using namespace tests;
+
+// A picture of one blue pixel over a red one.
+const std::string
+    SmallBmp("BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0\0\0\0\0\x08\0\0\0\0\0\0\0"
+             "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0\xFF\0\0\0",
+             62);
+
+class MainWindow : public testing::Test {
+  protected:
+    MainWindow() { WriteBytes(program_.Folder() / "source.bmp", SmallBmp); }
+
+    ~MainWindow() override {
+        if (HasFailure()) { // what it looked like when it failed
+            const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+            SaveScreenshot(std::string(LUMBRIX_LOGS) + "/" + test->test_suite_name() + "." + test->name() + ".bmp");
+        }
+    }
+
+    std::string Path(const std::string& name) const { return program_.Path(name); }
+    bool Exists(const std::string& name) const { return std::filesystem::exists(program_.Folder() / name); }
+    std::string Start(const std::string& name) const { return ReadBytes(program_.Folder() / name).substr(0, 2); }
+
+    std::string MakeFolder(const std::string& name) const {
+        std::filesystem::create_directories(program_.Folder() / name);
+        return Path(name) + "\\";
+    }
+
+    // A control's rectangle relative to the window's client area, in pixels.
+    RECT PlaceOf(int id) const {
+        RECT place{};
+        GetWindowRect(program_.Item(id), &place);
+        MapWindowPoints(nullptr, program_.Window(), reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    }
+
+    // Dialog units as pixels, each number on its own, rounded to the nearest.
+    RECT InPixels(const RECT& units) const {
+        constexpr RECT OneCharacter{0, 0, 4, 8};
+        const std::uint32_t inside = program_.PutInside(&OneCharacter, sizeof OneCharacter);
+        EXPECT_NE(program_.CallInside("user32.dll", "MapDialogRect", {AsNumber(program_.Window()), inside}), 0u);
+        RECT base{};
+        program_.GetFromInside(inside, &base, sizeof base);
+        return {MulDiv(units.left, base.right, 4), MulDiv(units.top, base.bottom, 8),
+                MulDiv(units.right, base.right, 4), MulDiv(units.bottom, base.bottom, 8)};
+    }
+
+    LOGFONTA FontOf(HWND window) const {
+        const std::uint32_t font =
+            program_.CallInside("user32.dll", "SendMessageA", {AsNumber(window), WM_GETFONT, 0, 0});
+        LOGFONTA description{};
+        const std::uint32_t inside = program_.PutInside(&description, sizeof description);
+        EXPECT_NE(program_.CallInside("gdi32.dll", "GetObjectA", {font, sizeof description, inside}), 0u);
+        program_.GetFromInside(inside, &description, sizeof description);
+        return description;
+    }
+
+    static std::uint32_t AsNumber(HWND window) {
+        return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window));
+    }
+
+    RunningProgram program_;
+};
+
+bool HasFamilyStyle(const Control& control, LONG style) {
+    const LONG kind = style & BS_TYPEMASK;
+    switch (control.kind) {
+    case ControlKind::PushButton:
+        return kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON; // the focus makes one the default
+    case ControlKind::CheckBox:
+        return kind == BS_AUTOCHECKBOX;
+    case ControlKind::RadioButton:
+        return kind == BS_AUTORADIOBUTTON;
+    case ControlKind::Frame:
+        return kind == BS_GROUPBOX;
+    default:
+        return true;
+    }
+}
+
+const char* ClassOf(ControlKind kind) {
+    return kind == ControlKind::Label ? "Static" : kind == ControlKind::TextBox ? "Edit" : "Button";
+}
+
+// The colour of a pixel of the screen.
+COLORREF ScreenPixel(int x, int y) {
+    const HDC screen = GetDC(nullptr);
+    const COLORREF color = GetPixel(screen, x, y);
+    ReleaseDC(nullptr, screen);
+    return color;
+}
+
+TEST_F(MainWindow, EveryControlIsAsTabled) {
+    const HWND window = program_.Window();
+    HWND next = GetWindow(window, GW_CHILD);
+    for (const Control& control : MainWindowControls) {
+        const HWND item = program_.Item(control.id);
+        ASSERT_NE(item, nullptr) << control.id;
+        EXPECT_EQ(item, next) << control.id << " is out of order";
+        next = GetWindow(item, GW_HWNDNEXT);
+        EXPECT_EQ(WindowClass(item), ClassOf(control.kind)) << control.id;
+        EXPECT_EQ(WindowText(item), control.id == HeightBox ? "512" : control.caption) << control.id;
+        const LONG style = GetWindowLongA(item, GWL_STYLE);
+        EXPECT_TRUE(HasFamilyStyle(control, style)) << control.id;
+        EXPECT_EQ((style & WS_VISIBLE) != 0, control.id != CropCheck) << control.id;
+        EXPECT_TRUE(IsWindowEnabled(item)) << control.id;
+        const bool takesFocus = control.kind != ControlKind::Label && control.kind != ControlKind::Frame;
+        if (control.kind != ControlKind::RadioButton) { // a group keeps its stop on the checked one
+            EXPECT_EQ((style & WS_TABSTOP) != 0, takesFocus) << control.id;
+        }
+        EXPECT_EQ((style & WS_GROUP) != 0, (control.extraStyle & StartsGroup) != 0) << control.id;
+        const bool isBox = control.kind == ControlKind::TextBox;
+        EXPECT_EQ((GetWindowLongA(item, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0, isBox) << control.id;
+        const RECT expected = InPixels({control.x, control.y, control.x + control.width, control.y + control.height});
+        const RECT place = PlaceOf(control.id);
+        EXPECT_TRUE(EqualRect(&place, &expected))
+            << control.id << ": " << place.left << "," << place.top << "," << place.right << "," << place.bottom;
+        const bool isChecked = control.id == BmpRadio || control.id == Rotate0Radio;
+        if (control.kind == ControlKind::RadioButton || control.kind == ControlKind::CheckBox) {
+            EXPECT_EQ(program_.IsChecked(control.id), isChecked) << control.id;
+        }
+    }
+    EXPECT_EQ(next, nullptr) << "there are more controls than are tabled";
+}
+
+TEST_F(MainWindow, FontsAreArialOfTenAndBoldOfTwelvePoints) {
+    const HDC screen = GetDC(nullptr);
+    const int dots = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    const auto expectFont = [&](HWND window, int font) {
+        const LOGFONTA seen = FontOf(window);
+        EXPECT_STREQ(seen.lfFaceName, "Arial");
+        EXPECT_EQ(seen.lfHeight, FontHeight(MainWindowFonts[font].points, dots));
+        EXPECT_EQ(seen.lfWeight, MainWindowFonts[font].weight);
+    };
+    for (const Control& control : MainWindowControls) {
+        expectFont(program_.Item(control.id), control.font);
+    }
+}
+
+TEST_F(MainWindow, ColorsAreAsTabled) {
+    const auto leftTopOf = [&](int id) {
+        RECT place{};
+        GetWindowRect(program_.Item(id), &place);
+        return POINT{place.left + 1, place.bottom - 2};
+    };
+    for (const int id : {SingleFileLabel, BmpRadio, SmallerCheck, Rotate270Radio, FlipHorizontalCheck}) {
+        const POINT point = leftTopOf(id);
+        EXPECT_TRUE(WaitFor([&] { return ScreenPixel(point.x, point.y) == Cyan; })) << id;
+    }
+    RECT client{};
+    GetClientRect(program_.Window(), &client);
+    POINT corner{client.right - 3, client.bottom - 3};
+    ClientToScreen(program_.Window(), &corner);
+    EXPECT_EQ(ScreenPixel(corner.x, corner.y), Cyan);
+    RECT box{};
+    GetWindowRect(program_.Item(TargetBox), &box);
+    EXPECT_EQ(ScreenPixel((box.left + box.right) / 2, (box.top + box.bottom) / 2), GetSysColor(COLOR_WINDOW));
+}
+
+TEST_F(MainWindow, FrameIsAFixedOneInTheMiddleOfTheScreen) {
+    const HWND window = program_.Window();
+    const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+    constexpr DWORD Parts[] = {WS_POPUP,       WS_CLIPSIBLINGS, WS_CAPTION, WS_SYSMENU,    WS_MINIMIZEBOX,
+                               WS_MAXIMIZEBOX, WS_VISIBLE,      DS_CENTER,  DS_MODALFRAME, DS_SETFONT};
+    for (const DWORD part : Parts) {
+        EXPECT_EQ(style & part, part) << part;
+    }
+    EXPECT_EQ(style & WS_THICKFRAME, 0u);
+    EXPECT_NE(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_CONTROLPARENT, 0);
+    EXPECT_NE(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
+    EXPECT_EQ(WindowText(window), "Lumbrix");
+    RECT frame{};
+    GetWindowRect(window, &frame);
+    EXPECT_NEAR((frame.left + frame.right) / 2, GetSystemMetrics(SM_CXSCREEN) / 2, 20);
+    EXPECT_NEAR((frame.top + frame.bottom) / 2, GetSystemMetrics(SM_CYSCREEN) / 2, 40);
+    RECT client{};
+    GetClientRect(window, &client);
+    const RECT expected = InPixels({0, 0, MainWindowLayout.width, MainWindowLayout.height});
+    EXPECT_TRUE(EqualRect(&client, &expected));
+    EXPECT_NE(program_.CallInside("user32.dll", "SendMessageA", {AsNumber(window), WM_GETICON, ICON_BIG, 0}), 0u);
+}
+
+TEST_F(MainWindow, CloseBoxEndsTheProgramWithZero) { EXPECT_EQ(program_.Close(), 0u); }
+
+TEST_F(MainWindow, EscapeDoesNotEndIt) {
+    SetForegroundWindow(program_.Window());
+    SendMessageA(program_.Window(), WM_COMMAND, IDCANCEL, 0);
+    EXPECT_TRUE(IsWindow(program_.Window()));
+}
+
+TEST_F(MainWindow, ConvertsOneFile) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.SetText(TargetBox, Path("a.png"));
+    program_.BeginClick(ConvertButton);
+    EXPECT_EQ(program_.Answer(), "Lumbrix: Done");
+    EXPECT_EQ(Start("a.png"), "\x89P");
+    EXPECT_EQ(program_.Text(SizeLabel), "(W1 x H2)");
+}
+
+TEST_F(MainWindow, SaysWhereConvertingFailed) {
+    WriteBytes(program_.Folder() / "letter.bmp", "Dear Sir");
+    program_.SetText(SourceFileBox, Path("letter.bmp"));
+    program_.SetText(TargetBox, Path("a.png"));
+    program_.BeginClick(ConvertButton);
+    EXPECT_EQ(program_.Answer(), "Lumbrix: Faliure");
+    EXPECT_EQ(program_.Text(SizeLabel), "");
+}
+
+TEST_F(MainWindow, AsksBeforeItOverwrites) {
+    WriteBytes(program_.Folder() / "a.png", "old");
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.SetText(TargetBox, Path("a.png"));
+    program_.BeginClick(ConvertButton);
+    EXPECT_EQ(program_.Answer(IDNO), "Please verify...: " + Path("a.png") + " file exists. Overwrite it?");
+    EXPECT_EQ(ReadBytes(program_.Folder() / "a.png"), "old");
+    program_.BeginClick(ConvertButton);
+    program_.Answer(IDYES);
+    EXPECT_EQ(program_.Answer(), "Lumbrix: Done");
+    EXPECT_EQ(Start("a.png"), "\x89P");
+}
+
+TEST_F(MainWindow, SmallerCopyTakesTheHeight) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.SetText(TargetBox, Path("a.bmp"));
+    program_.SetText(HeightBox, "8");
+    program_.Click(SmallerCheck);
+    program_.BeginClick(ConvertButton);
+    EXPECT_EQ(program_.Answer(), "Lumbrix: Done");
+    program_.SetText(SourceFileBox, Path("a.bmp"));
+    program_.SetText(TargetBox, "");
+    program_.Click(ConvertButton); // only refreshes the size
+    EXPECT_EQ(program_.Text(SizeLabel), "(W4 x H8)");
+}
+
+TEST_F(MainWindow, SglIsNotSupported) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.SetText(TargetBox, Path("a.bmp"));
+    program_.Click(SglRadio);
+    EXPECT_EQ(program_.Text(TargetBox), Path("a.sgl"));
+    program_.BeginClick(ConvertButton);
+    EXPECT_EQ(program_.Answer(), "Sorry...: The selected type of output is not supported");
+    EXPECT_EQ(program_.Answer(), "Lumbrix: Faliure");
+}
+
+TEST_F(MainWindow, ConvertDoesNothingWithoutATarget) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.Click(ConvertButton);
+    EXPECT_TRUE(program_.IsQuiet());
+}
+
+TEST_F(MainWindow, MakesAllFilesOfAFolderSmaller) {
+    program_.SetText(SourceFolderBox, MakeFolder("in"));
+    program_.SetText(TargetBox, MakeFolder("out"));
+    program_.SetText(HeightBox, "4");
+    WriteBytes(program_.Folder() / "in" / "a.bmp", SmallBmp);
+    WriteBytes(program_.Folder() / "in" / "b.jpg", SmallBmp);
+    WriteBytes(program_.Folder() / "in" / "c.png", "no picture");
+    WriteBytes(program_.Folder() / "in" / "d.txt", "Dear Sir");
+    program_.Click(PngRadio);
+    program_.BeginClick(ConvertButton);
+    EXPECT_EQ(program_.Answer(), "Lumbrix: 2 files were processed. \r\n2 files could not be resized.");
+    EXPECT_EQ(Start("out\\a.png"), "\x89P");
+    EXPECT_EQ(Start("out\\b.png"), "\x89P");
+    EXPECT_FALSE(Exists("out\\c.png"));
+}
+
+TEST_F(MainWindow, OutputTypesRewriteEveryOccurrence) {
+    program_.SetText(TargetBox, "C:\\a.jpg.d\\b.jpg");
+    program_.Click(PngRadio);
+    EXPECT_EQ(program_.Text(TargetBox), "C:\\a.png.d\\b.png");
+    program_.Click(TiffRadio);
+    EXPECT_EQ(program_.Text(TargetBox), "C:\\a.tiff.d\\b.tiff");
+    program_.SetText(TargetBox, "C:\\out\\");
+    program_.Click(GifRadio);
+    EXPECT_EQ(program_.Text(TargetBox), "C:\\out\\");
+    EXPECT_TRUE(program_.IsChecked(GifRadio));
+    EXPECT_FALSE(program_.IsChecked(TiffRadio));
+}
+
+TEST_F(MainWindow, TurnsAndFlips) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.SetText(TargetBox, Path("turned.bmp"));
+    program_.Click(Rotate90Radio);
+    program_.BeginClick(RotateFlipButton);
+    EXPECT_EQ(program_.Answer(), "Lumbrix: Done");
+    program_.SetText(SourceFileBox, Path("turned.bmp"));
+    program_.SetText(TargetBox, "");
+    program_.Click(ConvertButton);
+    EXPECT_EQ(program_.Text(SizeLabel), "(W2 x H1)");
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.SetText(TargetBox, Path("flipped.bmp"));
+    program_.Click(Rotate0Radio);
+    program_.Click(FlipHorizontalCheck); // which turns upside down
+    program_.BeginClick(RotateFlipButton);
+    EXPECT_EQ(program_.Answer(), "Lumbrix: Done");
+    EXPECT_EQ(ReadBytes(program_.Folder() / "flipped.bmp").substr(54, 3), std::string("\xFF\0\0", 3));
+}
+
+TEST_F(MainWindow, TurningNeedsBothBoxes) {
+    program_.Click(RotateFlipButton);
+    program_.SetText(TargetBox, Path("turned.bmp"));
+    program_.Click(RotateFlipButton);
+    EXPECT_TRUE(program_.IsQuiet());
+    EXPECT_FALSE(Exists("turned.bmp"));
+}
+
+TEST_F(MainWindow, DroppedFileBecomesTheSource) {
+    program_.Drop({Path("source.bmp")});
+    EXPECT_EQ(program_.Text(SourceFileBox), Path("source.bmp"));
+    EXPECT_EQ(program_.Text(TargetBox), "");
+    EXPECT_EQ(program_.Text(SizeLabel), "");
+}
+
+TEST_F(MainWindow, LastOfSeveralDroppedFilesStandsAndTheTargetFollows) {
+    program_.SetText(TargetBox, "C:\\out\\old.gif");
+    program_.Drop({Path("source.bmp"), "C:\\x\\two.png", "C:\\x\\three.b.png"});
+    EXPECT_EQ(program_.Text(SourceFileBox), "C:\\x\\three.b.png");
+    EXPECT_EQ(program_.Text(TargetBox), "C:\\out\\three.gif");
+}
+
+TEST_F(MainWindow, DroppedFolderIsPassedOverUnlessItHasOtherAttributes) {
+    std::filesystem::create_directory(program_.Folder() / "plain");
+    program_.Drop({Path("plain")});
+    EXPECT_EQ(program_.Text(SourceFileBox), "");
+    std::filesystem::create_directory(program_.Folder() / "marked");
+    SetFileAttributesA(Path("marked").c_str(), FILE_ATTRIBUTE_READONLY);
+    if (GetFileAttributesA(Path("marked").c_str()) != FILE_ATTRIBUTE_DIRECTORY) {
+        program_.Drop({Path("marked")});
+        EXPECT_EQ(program_.Text(SourceFileBox), Path("marked"));
+        SetFileAttributesA(Path("marked").c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+}
+
+TEST_F(MainWindow, TypingChangesNothingElse) {
+    program_.SetText(TargetBox, "C:\\out\\old.gif");
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    EXPECT_EQ(program_.Text(TargetBox), "C:\\out\\old.gif");
+    EXPECT_EQ(program_.Text(SizeLabel), "");
+}
+
+} // namespace

@@ -1,0 +1,83 @@
+// The real program with its window, driven from outside as a person would drive it.
+#pragma once
+
+#include "tests/support/temporaryfolder.h"
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tests {
+
+// Asks again and again until something holds; false where it does not within half a minute.
+bool WaitFor(const std::function<bool()>& holds);
+
+// What a window's text is, asked across processes.
+std::string WindowText(HWND window);
+std::string WindowClass(HWND window);
+
+// A press of the real mouse in the middle of a window, and real keys.
+void ClickWithMouse(HWND window);
+void PressKey(WORD key, bool withShift = false);
+
+// The whole screen as a BMP file.
+void SaveScreenshot(const std::string& path);
+
+// The program in a folder of its own with the imaging library beside it, from its start to its end.
+class RunningProgram {
+  public:
+    RunningProgram();
+    ~RunningProgram();
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+
+    const TemporaryFolder& Folder() const { return folder_; }
+
+    // The path of a file in the program's folder.
+    std::string Path(const std::string& name) const { return (folder_ / name).string(); }
+
+    HWND Window() const { return window_; }
+    HWND Item(int id) const { return GetDlgItem(window_, id); }
+    std::string Text(int id) const { return WindowText(Item(id)); }
+    void SetText(int id, const std::string& text) const;
+    bool IsChecked(int id) const { return SendMessageA(Item(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
+
+    // Presses a button and comes back when all it does is done; with Begin, at once, for what opens a further window.
+    void Click(int id) const { SendMessageA(Item(id), BM_CLICK, 0, 0); }
+    void BeginClick(int id) const { PostMessageA(Item(id), BM_CLICK, 0, 0); }
+
+    void Drop(const std::vector<std::string>& paths) const;
+
+    // The further window of the program that is open, waited for.
+    HWND WaitForDialog() const;
+
+    // What a message box says, "TITLE: TEXT", after which the button with this id is pressed and the box is gone.
+    std::string Answer(int button = IDOK) const;
+
+    // Whether there is no further window.
+    bool IsQuiet() const { return FindDialog() == nullptr; }
+
+    // Ends the program by its close box; its exit code.
+    DWORD Close();
+
+    // Calls a function of a system library within the program, with 32-bit arguments: some questions are answered only
+    // there.
+    std::uint32_t CallInside(const char* library, const char* function,
+                             const std::vector<std::uint32_t>& arguments) const;
+
+    // Bytes of memory within the program, and back.
+    std::uint32_t PutInside(const void* bytes, std::size_t count) const;
+    void GetFromInside(std::uint32_t address, void* bytes, std::size_t count) const;
+
+  private:
+    HWND FindMainWindow() const;
+    HWND FindDialog() const;
+
+    TemporaryFolder folder_;
+    PROCESS_INFORMATION process_{};
+    HWND window_ = nullptr;
+};
+
+} // namespace tests
