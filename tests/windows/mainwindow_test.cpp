@@ -120,10 +120,12 @@ TEST_F(MainWindow, EveryControlIsAsTabled) {
         EXPECT_EQ((style & WS_GROUP) != 0, (control.extraStyle & StartsGroup) != 0) << control.id;
         const bool isBox = control.kind == ControlKind::TextBox;
         EXPECT_EQ((GetWindowLongA(item, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0, isBox) << control.id;
-        const RECT expected = InPixels({control.x, control.y, control.x + control.width, control.y + control.height});
+        const RECT size = InPixels({control.x, control.y, control.width, control.height});
+        const RECT expected{size.left, size.top, size.left + size.right, size.top + size.bottom};
         const RECT place = PlaceOf(control.id);
         EXPECT_TRUE(EqualRect(&place, &expected))
-            << control.id << ": " << place.left << "," << place.top << "," << place.right << "," << place.bottom;
+            << expected.left << "," << expected.top << "," << expected.right << "," << expected.bottom << control.id
+            << ": " << place.left << "," << place.top << "," << place.right << "," << place.bottom;
         const bool isChecked = control.id == BmpRadio || control.id == Rotate0Radio;
         if (control.kind == ControlKind::RadioButton || control.kind == ControlKind::CheckBox) {
             EXPECT_EQ(program_.IsChecked(control.id), isChecked) << control.id;
