@@ -1,5 +1,6 @@
 // The real program, started as a person would start it, and loaded as a library as a programmer would.
 #include "tests/support/temporaryfolder.h"
+#include "tests/windows/runningprogram.h"
 
 #include <gtest/gtest.h>
 
@@ -26,24 +27,9 @@ class Program : public testing::Test {
         std::filesystem::create_directory(current_);
     }
 
-    // Runs it to its end in the current folder and gives back its exit code.
+    // Starts it in the current folder, waits for its window, and closes that; its exit code.
     DWORD Run(const std::filesystem::path& currentFolder) {
-        STARTUPINFOW start{};
-        start.cb = sizeof start;
-        PROCESS_INFORMATION process{};
-        std::wstring command = L"\"" + (folder_ / "lumbrix.exe").wstring() + L"\"";
-        if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, currentFolder.c_str(), &start,
-                            &process)) {
-            ADD_FAILURE() << "not started, error " << GetLastError();
-            return ~0u;
-        }
-        constexpr DWORD Patience = 60000;
-        EXPECT_EQ(WaitForSingleObject(process.hProcess, Patience), WAIT_OBJECT_0);
-        DWORD code = ~0u;
-        GetExitCodeProcess(process.hProcess, &code);
-        CloseHandle(process.hThread);
-        CloseHandle(process.hProcess);
-        return code;
+        return RunningProgram(folder_.Path(), currentFolder).Close();
     }
 
     std::filesystem::path Module(const std::filesystem::path& folder) const { return folder / "gdiplus.dll"; }
@@ -53,6 +39,19 @@ class Program : public testing::Test {
 };
 
 TEST_F(Program, StartsAndEnds) { EXPECT_EQ(Run(current_), 0u); }
+
+// In a folder whose module is no module, so that none can be loaded.
+TEST_F(Program, OpensItsWindowWithoutAnImagingLibrary) {
+    WriteBytes(Module(folder_.Path()), "no module");
+    WriteBytes(folder_ / "a.bmp", "picture");
+    RunningProgram program(folder_.Path(), folder_.Path());
+    constexpr int SourceFileBox = 1003, TargetBox = 1004, ConvertButton = 1018;
+    program.SetText(SourceFileBox, (folder_ / "a.bmp").string());
+    program.SetText(TargetBox, (folder_ / "b.png").string());
+    program.BeginClick(ConvertButton);
+    EXPECT_EQ(program.Answer(), "Lumbrix: Faliure");
+    EXPECT_EQ(program.Close(), 0u);
+}
 
 TEST_F(Program, WritesTheModuleWhereOnlyTheSystemFolderHasOne) {
     EXPECT_EQ(Run(current_), 0u);
@@ -106,10 +105,29 @@ const std::string
 TEST(LoadedProgram, OffersItsProceduresByName) {
     const HMODULE program = LoadLibraryW((Artifacts / "lumbrix.exe").c_str());
     ASSERT_NE(program, nullptr);
-    for (const char* name :
-         {"ConvertImageToBmp", "ConvertImageToGif", "ConvertImageToJpeg", "ConvertImageToPng", "ConvertImageToSgl",
-          "ConvertImageToTiff", "ConvertImageToThumbBmp", "ConvertImageToThumbGif", "ConvertImageToThumbJpeg",
-          "ConvertImageToThumbPng", "ConvertImageToThumbTiff", "GetImageDimensions"}) {
+    for (const char* name : {"ConvertImageToBmp",
+                             "ConvertImageToGif",
+                             "ConvertImageToJpeg",
+                             "ConvertImageToPng",
+                             "ConvertImageToSgl",
+                             "ConvertImageToTiff",
+                             "ConvertImageToThumbBmp",
+                             "ConvertImageToThumbGif",
+                             "ConvertImageToThumbJpeg",
+                             "ConvertImageToThumbPng",
+                             "ConvertImageToThumbTiff",
+                             "GetImageDimensions",
+                             "ResizeImage",
+                             "CropImage",
+                             "RotateImage",
+                             "DisplayImage",
+                             "AnnotateImage",
+                             "StampImage",
+                             "CopyImageProperties",
+                             "EnumerateImageProperties",
+                             "GetImageDateTime",
+                             "GetPropertyIdList",
+                             "DateStampImage"}) {
         EXPECT_NE(GetProcAddress(program, name), nullptr) << name;
     }
 }

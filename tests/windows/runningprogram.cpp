@@ -115,10 +115,18 @@ RunningProgram::RunningProgram() {
     for (const char* name : {"lumbrix.exe", "lumbrix.dll", "gdiplus.dll"}) {
         std::filesystem::copy_file(artifacts / name, folder_ / name);
     }
+    Start(folder_.Path(), folder_.Path());
+}
+
+RunningProgram::RunningProgram(const std::filesystem::path& folder, const std::filesystem::path& currentFolder) {
+    Start(folder, currentFolder);
+}
+
+void RunningProgram::Start(const std::filesystem::path& folder, const std::filesystem::path& currentFolder) {
     STARTUPINFOW start{};
     start.cb = sizeof start;
-    std::wstring command = L"\"" + (folder_ / "lumbrix.exe").wstring() + L"\"";
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, folder_.Path().c_str(), &start,
+    std::wstring command = L"\"" + (folder / "lumbrix.exe").wstring() + L"\"";
+    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, currentFolder.c_str(), &start,
                         &process_)) {
         ADD_FAILURE() << "not started, error " << GetLastError();
         return;

@@ -25,10 +25,15 @@ void PressKey(WORD key, bool withShift = false);
 // The whole screen as a BMP file.
 void SaveScreenshot(const std::string& path);
 
-// The program in a folder of its own with the imaging library beside it, from its start to its end.
+// The program from its start to its end.
 class RunningProgram {
   public:
+    // In a folder of its own with the imaging library beside it.
     RunningProgram();
+
+    // The program file in a folder that is there already.
+    RunningProgram(const std::filesystem::path& folder, const std::filesystem::path& currentFolder);
+
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
@@ -72,6 +77,7 @@ class RunningProgram {
     void GetFromInside(std::uint32_t address, void* bytes, std::size_t count) const;
 
   private:
+    void Start(const std::filesystem::path& folder, const std::filesystem::path& currentFolder);
     HWND FindMainWindow() const;
     HWND FindDialog() const;
 
