@@ -1,40 +1,13 @@
 // The main window of the running program: what it looks like, and what each control does.
-#include "mainwindow/layout.h"
-#include "tests/windows/runningprogram.h"
-
-#include <gtest/gtest.h>
+#include "tests/windows/programfixture.h"
 
 namespace {
 
 using namespace lumbrix;
 using namespace tests;
 
-// A picture of one blue pixel over a red one.
-const std::string
-    SmallBmp("BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0\0\0\0\0\x08\0\0\0\0\0\0\0"
-             "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0\xFF\0\0\0",
-             62);
-
-class MainWindow : public testing::Test {
+class MainWindow : public ProgramTest {
   protected:
-    MainWindow() { WriteBytes(program_.Folder() / "source.bmp", SmallBmp); }
-
-    ~MainWindow() override {
-        if (HasFailure()) { // what it looked like when it failed
-            const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
-            SaveScreenshot(std::string(LUMBRIX_LOGS) + "/" + test->test_suite_name() + "." + test->name() + ".bmp");
-        }
-    }
-
-    std::string Path(const std::string& name) const { return program_.Path(name); }
-    bool Exists(const std::string& name) const { return std::filesystem::exists(program_.Folder() / name); }
-    std::string Start(const std::string& name) const { return ReadBytes(program_.Folder() / name).substr(0, 2); }
-
-    std::string MakeFolder(const std::string& name) const {
-        std::filesystem::create_directories(program_.Folder() / name);
-        return Path(name) + "\\";
-    }
-
     // A control's rectangle relative to the window's client area, in pixels.
     RECT PlaceOf(int id) const {
         RECT place{};
@@ -67,8 +40,6 @@ class MainWindow : public testing::Test {
     static std::uint32_t AsNumber(HWND window) {
         return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window));
     }
-
-    RunningProgram program_;
 };
 
 bool HasFamilyStyle(const Control& control, LONG style) {

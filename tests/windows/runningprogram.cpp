@@ -65,7 +65,11 @@ std::string WindowClass(HWND window) {
 void ClickWithMouse(HWND window) {
     RECT place{};
     GetWindowRect(window, &place);
-    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    ClickWithMouse(POINT{(place.left + place.right) / 2, (place.top + place.bottom) / 2});
+}
+
+void ClickWithMouse(POINT place) {
+    SetCursorPos(place.x, place.y);
     mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
     mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
 }
@@ -79,6 +83,18 @@ void PressKey(WORD key, bool withShift) {
     if (withShift) {
         keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
     }
+}
+
+HWND FindBelow(HWND window, const char* className) {
+    if (HWND direct = FindWindowExA(window, nullptr, className, nullptr)) {
+        return direct;
+    }
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (HWND deeper = FindBelow(child, className)) {
+            return deeper;
+        }
+    }
+    return nullptr;
 }
 
 void SaveScreenshot(const std::string& path) {
@@ -225,6 +241,18 @@ void RunningProgram::Drop(const std::vector<std::string>& paths) const {
     bytes.push_back('\0');
     // Only memory of the program's own global heap can be read as what is dropped.
     SendMessageA(window_, WM_DROPFILES, PutInside(bytes.data(), bytes.size()), 0);
+}
+
+int RunningProgram::FocusedId() const {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
+    return info.hwndFocus == nullptr ? 0 : GetDlgCtrlID(info.hwndFocus);
+}
+
+void RunningProgram::Activate() const {
+    SetForegroundWindow(window_);
+    EXPECT_TRUE(WaitFor([&] { return GetForegroundWindow() == window_ && FocusedId() != 0; })) << "not in front";
 }
 
 DWORD RunningProgram::Close() {

@@ -18,9 +18,13 @@ bool WaitFor(const std::function<bool()>& holds);
 std::string WindowText(HWND window);
 std::string WindowClass(HWND window);
 
-// A press of the real mouse in the middle of a window, and real keys.
+// A press of the real mouse in the middle of a window, or at a place of the screen, and real keys.
 void ClickWithMouse(HWND window);
+void ClickWithMouse(POINT place);
 void PressKey(WORD key, bool withShift = false);
+
+// The first window of a class anywhere below a window; null where there is none.
+HWND FindBelow(HWND window, const char* className);
 
 // The whole screen as a BMP file.
 void SaveScreenshot(const std::string& path);
@@ -63,6 +67,12 @@ class RunningProgram {
 
     // Whether there is no further window.
     bool IsQuiet() const { return FindDialog() == nullptr; }
+
+    // The id of the control that has the keyboard; 0 for none.
+    int FocusedId() const;
+
+    // Brings the window to the front, so that real keys go to it.
+    void Activate() const;
 
     // Ends the program by its close box; its exit code.
     DWORD Close();

@@ -1,0 +1,209 @@
+// The file picker with its preview, and the folder dialog, as the main window opens them.
+#include "tests/windows/programfixture.h"
+
+#include <commctrl.h>
+#include <dlgs.h>
+
+namespace {
+
+using namespace lumbrix;
+using namespace tests;
+
+constexpr int PreviewCaptionId = 345;
+constexpr int PreviewPaneId = 346;
+
+class FilePicker : public ProgramTest {
+  protected:
+    HWND Open() const {
+        program_.BeginClick(SourceFileButton);
+        const HWND dialog = program_.WaitForDialog();
+        EXPECT_TRUE(WaitFor([&] { return GetDlgItem(dialog, PreviewPaneId) != nullptr; }));
+        return dialog;
+    }
+
+    // Types a name and presses the dialog's own button.
+    static void Choose(HWND dialog, const std::string& name) {
+        SendMessageA(GetDlgItem(dialog, edt1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+        PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+        EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    }
+
+    static void Cancel(HWND dialog) {
+        PostMessageA(GetDlgItem(dialog, IDCANCEL), BM_CLICK, 0, 0);
+        EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    }
+
+    // Presses the entry with this number in the dialog's list.
+    void PressEntry(HWND dialog, int entry) const {
+        HWND list = nullptr;
+        ASSERT_TRUE(WaitFor([&] {
+            list = FindBelow(dialog, "SysListView32");
+            return list != nullptr && SendMessageA(list, LVM_GETITEMCOUNT, 0, 0) > entry;
+        }));
+        RECT place{LVIR_LABEL, 0, 0, 0};
+        const std::uint32_t inside = program_.PutInside(&place, sizeof place);
+        SendMessageA(list, LVM_GETITEMRECT, static_cast<WPARAM>(entry), static_cast<LPARAM>(inside));
+        program_.GetFromInside(inside, &place, sizeof place);
+        POINT middle{place.left + 10, (place.top + place.bottom) / 2};
+        ClientToScreen(list, &middle);
+        ClickWithMouse(middle);
+    }
+};
+
+TEST_F(FilePicker, ChosenFileBecomesTheSourceAndTheTargetFollows) {
+    program_.SetText(TargetBox, "C:\\out\\old.gif");
+    const HWND dialog = Open();
+    EXPECT_EQ(WindowText(dialog), "Select the image");
+    Choose(dialog, Path("source.bmp"));
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(SizeLabel) == "(W1 x H2)"; }));
+    EXPECT_EQ(program_.Text(SourceFileBox), Path("source.bmp"));
+    EXPECT_EQ(program_.Text(TargetBox), "C:\\out\\source.gif");
+}
+
+TEST_F(FilePicker, CancellingEmptiesTheSource) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.SetText(TargetBox, "C:\\x\\a.jpg");
+    Cancel(Open());
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(SourceFileBox).empty(); }));
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(TargetBox) == "C:\\x\\.jpg"; }));
+}
+
+TEST_F(FilePicker, HasAPreviewPaneBesideItsList) {
+    const HWND dialog = Open();
+    RECT frame{};
+    ASSERT_TRUE(WaitFor([&] {
+        GetWindowRect(dialog, &frame);
+        return frame.left == 50 && frame.top == 50;
+    }));
+    const auto placeOf = [&](int id) {
+        RECT place{};
+        GetWindowRect(GetDlgItem(dialog, id), &place);
+        MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&place), 2);
+        return place;
+    };
+    const RECT caption = placeOf(PreviewCaptionId);
+    EXPECT_EQ(caption.left, 424);
+    EXPECT_EQ(caption.top, 16);
+    EXPECT_EQ(caption.right - caption.left, 170);
+    EXPECT_EQ(caption.bottom - caption.top, 14);
+    const RECT pane = placeOf(PreviewPaneId);
+    EXPECT_EQ(pane.left, 424);
+    EXPECT_EQ(pane.top, 33);
+    EXPECT_EQ(pane.right - pane.left, 170);
+    EXPECT_EQ(pane.bottom - pane.top, 170);
+    EXPECT_GE(frame.right - frame.left, 424 + 170);
+    EXPECT_EQ(WindowText(GetDlgItem(dialog, PreviewCaptionId)), "");
+    Cancel(dialog);
+}
+
+TEST_F(FilePicker, OpensInTheFolderOfTheLastFile) {
+    MakeFolder("pictures");
+    WriteBytes(program_.Folder() / "pictures" / "only.bmp", SmallBmp);
+    Choose(Open(), Path("pictures\\only.bmp"));
+    const HWND again = Open();
+    Choose(again, "only.bmp");
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(SourceFileBox) == Path("pictures\\only.bmp"); }));
+}
+
+TEST_F(FilePicker, FileThatIsMissingIsNotTaken) {
+    const HWND dialog = Open();
+    SendMessageA(GetDlgItem(dialog, edt1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>("none.bmp"));
+    PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+    HWND message = nullptr;
+    EXPECT_TRUE(WaitFor([&] {
+        message = GetWindow(dialog, GW_ENABLEDPOPUP);
+        return message != nullptr && message != dialog && GetDlgItem(message, IDOK) != nullptr;
+    }));
+    PostMessageA(GetDlgItem(message, IDOK), BM_CLICK, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return !IsWindow(message); }));
+    Cancel(dialog);
+}
+
+TEST_F(FilePicker, SelectedPictureIsShown) {
+    MakeFolder("pictures");
+    WriteBytes(program_.Folder() / "pictures" / "only.bmp", SmallBmp);
+    Choose(Open(), Path("pictures\\only.bmp"));
+    const HWND dialog = Open();
+    PressEntry(dialog, 0);
+    const HWND caption = GetDlgItem(dialog, PreviewCaptionId);
+    EXPECT_TRUE(WaitFor([&] { return WindowText(caption) == "PREVIEW:"; })) << WindowText(caption);
+    // A pixel over another, enlarged to half the width of the pane: blue above, red below, white beside.
+    RECT pane{};
+    GetWindowRect(GetDlgItem(dialog, PreviewPaneId), &pane);
+    const auto pixel = [&](int x, int y) {
+        const HDC screen = GetDC(nullptr);
+        const COLORREF color = GetPixel(screen, pane.left + x, pane.top + y);
+        ReleaseDC(nullptr, screen);
+        return color;
+    };
+    EXPECT_TRUE(WaitFor([&] { return GetBValue(pixel(85, 25)) > 200 && GetRValue(pixel(85, 25)) < 60; }));
+    EXPECT_TRUE(WaitFor([&] { return GetRValue(pixel(85, 145)) > 200 && GetBValue(pixel(85, 145)) < 60; }));
+    EXPECT_EQ(pixel(12, 85), RGB(255, 255, 255));
+    Cancel(dialog);
+}
+
+class FolderDialog : public ProgramTest {
+  protected:
+    HWND Open(int button) const {
+        program_.BeginClick(button);
+        return program_.WaitForDialog();
+    }
+
+    static void Choose(HWND dialog, const std::string& folder) {
+        HWND box = nullptr;
+        ASSERT_TRUE(WaitFor([&] { return (box = FindBelow(dialog, "Edit")) != nullptr; }));
+        SendMessageA(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(folder.c_str()));
+        PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+        EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    }
+};
+
+TEST_F(FolderDialog, TargetIsMadeOfTheFolderTheStemAndTheType) {
+    program_.SetText(SourceFileBox, "C:\\in\\a.b.png");
+    program_.Click(GifRadio);
+    const std::string folder = MakeFolder("out");
+    const HWND dialog = Open(TargetButton);
+    EXPECT_TRUE(WaitFor([&] { return WindowText(dialog) == "Image file to create"; })) << WindowText(dialog);
+    Choose(dialog, folder.substr(0, folder.size() - 1));
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(TargetBox) == folder + "a.gif"; })) << program_.Text(TargetBox);
+}
+
+TEST_F(FolderDialog, TargetOfABatchIsTheFolderAlone) {
+    program_.SetText(SourceFolderBox, "C:\\in\\");
+    const std::string folder = MakeFolder("out");
+    Choose(Open(TargetButton), folder.substr(0, folder.size() - 1));
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(TargetBox) == folder; })) << program_.Text(TargetBox);
+}
+
+TEST_F(FolderDialog, SourceFolderEndsInABackslashAndTheSourceFileStays) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    const std::string folder = MakeFolder("in");
+    const HWND dialog = Open(SourceFolderButton);
+    EXPECT_TRUE(WaitFor([&] { return WindowText(dialog) == "ALL image files in this folder"; }));
+    Choose(dialog, folder.substr(0, folder.size() - 1));
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(SourceFolderBox) == folder; })) << program_.Text(SourceFolderBox);
+    EXPECT_EQ(program_.Text(SourceFileBox), Path("source.bmp"));
+    EXPECT_EQ(program_.Text(SizeLabel), "(W1 x H2)");
+}
+
+TEST_F(FolderDialog, CancellingChangesNothing) {
+    program_.SetText(TargetBox, "C:\\x\\a.jpg");
+    const HWND dialog = Open(TargetButton);
+    ASSERT_TRUE(WaitFor([&] { return GetDlgItem(dialog, IDCANCEL) != nullptr; }));
+    PostMessageA(GetDlgItem(dialog, IDCANCEL), BM_CLICK, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    EXPECT_EQ(program_.Text(TargetBox), "C:\\x\\a.jpg");
+}
+
+TEST_F(FolderDialog, OpensOnTheFolderOfTheLastChoiceWhicheverItWasFor) {
+    const std::string folder = MakeFolder("in");
+    Choose(Open(SourceFolderButton), folder.substr(0, folder.size() - 1));
+    const HWND dialog = Open(TargetButton);
+    HWND box = nullptr;
+    ASSERT_TRUE(WaitFor([&] { return (box = FindBelow(dialog, "Edit")) != nullptr; }));
+    EXPECT_TRUE(WaitFor([&] { return WindowText(box) == "in" || WindowText(box) == Path("in"); })) << WindowText(box);
+    PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(TargetBox) == folder; })) << program_.Text(TargetBox);
+}
+
+} // namespace
