@@ -28,7 +28,7 @@ void DrawText(GraphicsHandle graphics, const Annotation& annotation, FontHandle 
     GdipDrawString(graphics, annotation.text, font, &from, brush);
 }
 
-// The pushed state is never taken back, and the surface is not freed: an image that is disposed of needs neither.
+// The pushed state is never taken back, and the surface is not freed: it ends with its image, or with the session.
 void SaveDrawnImage(GraphicsHandle graphics, ImageHandle image, const std::string& destination,
                     const std::string& mimeWord) {
     std::uint32_t state = 0;

@@ -16,9 +16,7 @@ class PropertyBlock {
     // Not looked at: whether the size could be asked for.
     explicit PropertyBlock(ImageHandle image);
 
-    // Of reading the items; there are none unless it is 0.
-    FlatStatus GetStatus() const { return status_; }
-
+    // 0 where the items could not be read.
     std::uint32_t Count() const { return status_ == 0 ? count_ : 0; }
     PropertyItem Item(std::uint32_t index) const;
 

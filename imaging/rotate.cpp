@@ -4,9 +4,9 @@
 #include "imaging/blank.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
+#include "imaging/lettercase.h"
 #include "imaging/properties.h"
 #include "imaging/session.h"
-#include "imaging/lettercase.h"
 
 namespace lumbrix {
 

@@ -28,6 +28,13 @@ bool CoversScreen(const GifHeader& header, std::uint32_t width, std::uint32_t he
     return header.left == 0 && header.top == 0 && header.width >= width && header.height >= height;
 }
 
+bool IsAcceptableScreen(const PictureInfo& screen, const GifHeader& image) {
+    constexpr std::uint64_t MuchLarger = 4;
+    const std::uint64_t pixels = std::uint64_t{screen.width} * screen.height;
+    return IsAcceptableSize(screen.width, screen.height) &&
+           (pixels <= MaximumEmptyScreenPixels || pixels <= MuchLarger * image.width * image.height);
+}
+
 GifLayout LayoutOf(const GifHeader& header, bool hasMoreImages) {
     GifLayout layout{.info = {}, .colors = {}};
     PictureInfo& info = layout.info;
@@ -183,6 +190,9 @@ Result<std::unique_ptr<Decoder>> OpenGif(std::shared_ptr<const InputFile> file) 
     }
     GifContents contents = ReadGifContents(file);
     GifLayout layout = LayoutOf(stream->Header(), contents.images > 1);
+    if (!IsAcceptableScreen(layout.info, stream->Header())) {
+        return Status::InvalidParameter;
+    }
     return std::unique_ptr<Decoder>(
         std::make_unique<GifDecoder>(std::move(file), std::move(layout), std::move(contents.properties)));
 }

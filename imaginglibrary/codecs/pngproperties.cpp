@@ -142,7 +142,7 @@ class PngPropertyReader {
     void AddText(std::string_view name, std::string_view content) {
         const auto keyword = TakeString(content);
         const auto tag = keyword ? TagOfKeyword(*keyword) : std::nullopt;
-        if (!tag) {
+        if (!tag || properties_.Find(*tag) != nullptr) {
             return;
         }
         const auto text = name == "tEXt"   ? std::optional<std::string>(content)
@@ -158,9 +158,15 @@ class PngPropertyReader {
         if (content.empty() || content.front() != 0) {
             return std::nullopt;
         }
-        auto text = Inflated(content.substr(1), bytesLeft_);
+        if (bytesInVain_ > MaximumMetadataBytes) {
+            return std::nullopt; // many chunks could make us work in vain again and again
+        }
+        std::size_t made = 0;
+        auto text = Inflated(content.substr(1), bytesLeft_, made);
         if (text) {
-            bytesLeft_ -= text->size();
+            bytesLeft_ -= made;
+        } else {
+            bytesInVain_ += made;
         }
         return text;
     }
@@ -235,6 +241,7 @@ class PngPropertyReader {
     PropertyList properties_;
     std::map<std::string, std::vector<std::uint8_t>> chunks_; // the first of each name, texts left aside
     std::size_t bytesLeft_ = MaximumMetadataBytes;
+    std::size_t bytesInVain_ = 0; // inflated, and then too long or broken
 };
 
 } // namespace

@@ -81,7 +81,7 @@ bool NeedsUtf8(std::string_view text) {
     return !isAscii;
 }
 
-std::optional<std::string> Inflated(std::string_view data, std::size_t mostBytes) {
+std::optional<std::string> Inflated(std::string_view data, std::size_t mostBytes, std::size_t& made) {
     z_stream stream{};
     if (inflateInit(&stream) != Z_OK) {
         return std::nullopt;
@@ -95,11 +95,12 @@ std::optional<std::string> Inflated(std::string_view data, std::size_t mostBytes
         stream.next_out = reinterpret_cast<Bytef*>(buffer.data());
         stream.avail_out = static_cast<uInt>(buffer.size());
         result = inflate(&stream, Z_NO_FLUSH);
-        const std::size_t made = buffer.size() - stream.avail_out;
-        if ((result != Z_OK && result != Z_STREAM_END) || made > mostBytes - text.size()) {
+        const std::size_t count = buffer.size() - stream.avail_out;
+        made += count;
+        if ((result != Z_OK && result != Z_STREAM_END) || made > mostBytes) {
             return std::nullopt;
         }
-        text.append(buffer.data(), made);
+        text.append(buffer.data(), count);
     }
     return text;
 }

@@ -18,7 +18,8 @@ const char* KeywordOf(const Property& property);
 // Whether a text has characters beyond ASCII and has them in UTF-8.
 bool NeedsUtf8(std::string_view text);
 
-// What was compressed; nothing where the data is broken or becomes longer than `mostBytes`.
-std::optional<std::string> Inflated(std::string_view data, std::size_t mostBytes);
+// What was compressed; nothing where the data is broken or becomes longer than `mostBytes`. `made`
+// becomes the number of bytes that were inflated, in vain too; it begins with 0.
+std::optional<std::string> Inflated(std::string_view data, std::size_t mostBytes, std::size_t& made);
 
 } // namespace imaginglibrary

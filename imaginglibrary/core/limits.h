@@ -9,6 +9,9 @@ namespace imaginglibrary {
 // Longest side of a picture, in pixels; a file that claims more is refused with InvalidParameter.
 inline constexpr std::uint32_t MaximumSide = 65535;
 
+// Most pixels of a GIF screen around an image that is much smaller; real ones are little larger than their images.
+inline constexpr std::uint64_t MaximumEmptyScreenPixels = std::uint64_t{1} << 26;
+
 // Most memory that one picture may take where its format forces a whole picture into memory (interlaced, progressive,
 // run-length coded), in bytes. A 32-bit process has 2 GiB in all.
 inline constexpr std::size_t MaximumPictureBytes = sizeof(void*) == 4 ? std::size_t{512} << 20 : std::size_t{1} << 30;

@@ -91,6 +91,9 @@ FLAT_EXPORT Status FLAT_CALL GdipCloneBitmapAreaI(std::int32_t x, std::int32_t y
         if (image == nullptr || clone == nullptr || width <= 0 || height <= 0) {
             return Status::InvalidParameter;
         }
+        if (image->IsMetafile()) {
+            return Status::OutOfMemory;
+        }
         auto picture = image->Picture();
         const PictureInfo& info = picture->Info();
         const PixelRect area{x, y, std::int64_t{x} + width, std::int64_t{y} + height};
@@ -114,6 +117,9 @@ FLAT_EXPORT Status FLAT_CALL GdipImageRotateFlip(GpImage* handle, std::int32_t c
         const auto image = FindImage(handle);
         if (image == nullptr || code < 0 || code >= static_cast<std::int32_t>(TurnCodes)) {
             return Status::InvalidParameter;
+        }
+        if (image->IsMetafile()) {
+            return Status::NotImplemented;
         }
         if (code == 0) {
             return Status::Ok;

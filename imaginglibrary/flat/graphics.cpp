@@ -15,31 +15,46 @@ using AllGraphics = Handles<GpGraphics, Graphics>;
 
 constexpr double DefaultDotsPerInch = 96;
 
+// Does not keep its image: callers may leave a surface behind, and the image's file must be free all the same.
 class ImageSurface : public Surface {
   public:
-    explicit ImageSurface(std::shared_ptr<Image> image) : image_(std::move(image)) {}
+    explicit ImageSurface(const std::shared_ptr<Image>& image) : image_(image) {}
+
+    bool IsGone() const override { return image_.expired(); }
 
     PixelRect Area() const override {
-        const auto picture = image_->Picture();
+        const auto image = image_.lock();
+        if (image == nullptr) {
+            return {};
+        }
+        const auto picture = image->Picture();
         return {0, 0, std::int64_t{picture->Info().width}, std::int64_t{picture->Info().height}};
     }
 
     double DotsPerInch() const override {
-        const double dots = image_->Picture()->Info().resolution.vertical;
+        const auto image = image_.lock();
+        const double dots = image != nullptr ? image->Picture()->Info().resolution.vertical : 0;
         return dots > 0 ? dots : DefaultDotsPerInch;
     }
 
-    bool Shows(const PixelSource& picture) const override { return image_->Picture().get() == &picture; }
+    bool Shows(const PixelSource& picture) const override {
+        const auto image = image_.lock();
+        return image != nullptr && image->Picture().get() == &picture;
+    }
 
     Status Paint(const PixelRect& /*area*/, const std::function<Status(Canvas&)>& paint) override {
-        return image_->Paint([&](Bitmap& bitmap) {
+        const auto image = image_.lock();
+        if (image == nullptr) {
+            return Status::InvalidParameter;
+        }
+        return image->Paint([&](Bitmap& bitmap) {
             Canvas canvas{bitmap};
             return paint(canvas);
         });
     }
 
   private:
-    std::shared_ptr<Image> image_;
+    std::weak_ptr<Image> image_;
 };
 
 // Does `work` with the graphics behind a handle, which no other thread uses meanwhile.
@@ -108,7 +123,10 @@ SmoothingMode Settled(SmoothingMode mode) {
 
 } // namespace
 
-std::shared_ptr<Graphics> FindGraphics(GpGraphics* handle) { return AllGraphics::Find(handle); }
+std::shared_ptr<Graphics> FindGraphics(GpGraphics* handle) {
+    auto graphics = AllGraphics::Find(handle);
+    return graphics == nullptr || graphics->surface->IsGone() ? nullptr : graphics;
+}
 
 GpGraphics* AddGraphics(std::unique_ptr<Surface> surface) {
     return AllGraphics::Add(std::make_shared<Graphics>(std::move(surface)));
@@ -122,14 +140,14 @@ Status PaintOn(Graphics& graphics, const PixelRect& area, const std::function<St
 // Indexed pictures, those of one bit of alpha, and metafiles cannot be drawn on.
 FLAT_EXPORT Status FLAT_CALL GdipGetImageGraphicsContext(GpImage* handle, GpGraphics** graphics) {
     return Guarded([&] {
-        auto image = FindImage(handle);
+        const auto image = FindImage(handle);
         if (image == nullptr || graphics == nullptr) {
             return Status::InvalidParameter;
         }
         if (image->IsMetafile() || !IsDrawable(image->Picture()->Info().format)) {
             return Status::OutOfMemory; // the platform's answer
         }
-        *graphics = AddGraphics(std::make_unique<ImageSurface>(std::move(image)));
+        *graphics = AddGraphics(std::make_unique<ImageSurface>(image));
         return Status::Ok;
     });
 }

@@ -37,6 +37,9 @@ class Surface {
   public:
     virtual ~Surface() = default;
 
+    // Whether what is drawn on exists no more.
+    virtual bool IsGone() const { return false; }
+
     // The pixels that can be drawn on.
     virtual PixelRect Area() const = 0;
 
@@ -68,7 +71,7 @@ struct Graphics {
     std::vector<DrawingState> saved; // a state's number is its place, from 1 on
 };
 
-// Null for a handle that is zero, foreign or deleted.
+// Null for a handle that is zero, foreign or deleted, or whose image was disposed of.
 std::shared_ptr<Graphics> FindGraphics(GpGraphics* handle);
 
 GpGraphics* AddGraphics(std::unique_ptr<Surface> surface);

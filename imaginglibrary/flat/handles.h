@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imaginglibrary/core/status.h"
+#include "imaginglibrary/flat/sessions.h"
 
 #include <cstdint>
 #include <deque>
@@ -51,10 +52,21 @@ template <class Object> class HandleTable {
         if (slot == nullptr) {
             return false;
         }
-        removed = std::exchange(slot->object, nullptr);
-        slot->uses = (slot->uses + 1) & MostUses;
-        free_.push_back(static_cast<std::size_t>(slot - slots_.data()));
+        removed = std::move(slot->object);
+        Retire(*slot);
         return true;
+    }
+
+    // Removes all objects; their handles find nothing from now on.
+    void Clear() {
+        std::vector<std::shared_ptr<Object>> removed; // destroyed behind the lock
+        const std::unique_lock lock(mutex_);
+        for (std::size_t i = 0; i < slots_.size(); ++i) {
+            if (slots_[i].object != nullptr) {
+                removed.push_back(std::move(slots_[i].object));
+                Retire(slots_[i]);
+            }
+        }
     }
 
   private:
@@ -65,6 +77,12 @@ template <class Object> class HandleTable {
         std::shared_ptr<Object> object;
         std::uint32_t uses = 1;
     };
+
+    void Retire(Slot& slot) {
+        slot.object = nullptr;
+        slot.uses = (slot.uses + 1) & MostUses;
+        free_.push_back(static_cast<std::size_t>(&slot - slots_.data()));
+    }
 
     const Slot* SlotOf(Handle handle) const {
         const std::size_t number = handle & ((Handle{1} << SlotBits) - 1);
@@ -80,7 +98,8 @@ template <class Object> class HandleTable {
     std::deque<std::size_t> free_; // the slot that was freed first is used first
 };
 
-// The table of one kind of object, and its handles as the flat interface has them: pointers to `Tag`.
+// The table of one kind of object, and its handles as the flat interface has them: pointers to `Tag`. Objects that
+// callers left behind end with the last session.
 template <class Tag, class Object> class Handles {
   public:
     static Tag* Add(std::shared_ptr<Object> object) { return reinterpret_cast<Tag*>(Table().Add(std::move(object))); }
@@ -96,7 +115,9 @@ template <class Tag, class Object> class Handles {
 
   private:
     static HandleTable<Object>& Table() {
-        static HandleTable<Object> table;
+        static HandleTable<Object>& table = *new HandleTable<Object>; // may be asked for while the process ends
+        static const bool isRegistered = (CallAtLastShutdown([] { table.Clear(); }), true);
+        static_cast<void>(isRegistered);
         return table;
     }
 };

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <new>
 #include <set>
+#include <vector>
 
 namespace imaginglibrary {
 
@@ -22,11 +23,22 @@ class Sessions {
         return token;
     }
 
-    // A token that was never given out, or was given back already, is passed over.
+    // A token that was never given out, or was given back already, is passed over. Nobody can open a session while what
+    // the last one left behind is cleared away.
     void Close(std::uintptr_t token) {
         const std::lock_guard lock(mutex_);
-        open_.erase(token);
+        const bool wasOpen = open_.erase(token) != 0;
         count_ = open_.size();
+        if (wasOpen && open_.empty()) {
+            for (void (*clear)() : clearers_) {
+                clear();
+            }
+        }
+    }
+
+    void CallAtLast(void (*clear)()) {
+        const std::lock_guard lock(mutex_);
+        clearers_.push_back(clear);
     }
 
     bool Any() const { return count_ != 0; }
@@ -34,6 +46,7 @@ class Sessions {
   private:
     std::mutex mutex_;
     std::set<std::uintptr_t> open_;
+    std::vector<void (*)()> clearers_;
     std::uintptr_t last_ = 0;
     std::atomic<std::size_t> count_ = 0;
 };
@@ -48,6 +61,8 @@ constexpr bool IsKnownVersion(std::uint32_t version) { return version >= 1 && ve
 } // namespace
 
 bool HasSession() { return TheSessions().Any(); }
+
+void CallAtLastShutdown(void (*clear)()) { TheSessions().CallAtLast(clear); }
 
 // The background thread that a caller may suppress exists in the platform's library only; here there is nothing to
 // suppress, and the hooks of the output record do nothing.

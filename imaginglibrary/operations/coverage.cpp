@@ -22,7 +22,7 @@ class CoverageRow {
         if (x0 >= width) {
             return;
         }
-        if (x1 <= 0) {
+        if (x1 <= 1e-9) {
             Add(0, 0, height);
         } else if (x1 - x0 < 1e-9) {
             Add(static_cast<std::size_t>(x0), x0 - std::floor(x0), height);

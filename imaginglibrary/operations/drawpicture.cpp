@@ -1,6 +1,7 @@
 // Draws a picture, or a part of it, through an affine map.
 #include "imaginglibrary/operations/drawpicture.h"
 
+#include "imaginglibrary/core/limits.h"
 #include "imaginglibrary/core/rowconverter.h"
 #include "imaginglibrary/operations/affinesampler.h"
 #include "imaginglibrary/operations/coverage.h"
@@ -170,8 +171,10 @@ Status DrawPicture(Canvas& canvas, const PictureDrawing& drawing) {
     const bool isScaled = target->rect.Width() != part.Width() || target->rect.Height() != part.Height();
     const bool isMostlyHidden = target->rect.Width() > MostHiddenParts * visible.Width() ||
                                 target->rect.Height() > MostHiddenParts * visible.Height();
-    return isScaled && isMostlyHidden ? DrawSlanted(canvas, drawing, part)
-                                      : DrawUpright(canvas, drawing, part, *target);
+    const bool isTooLarge = !IsAcceptableSize(static_cast<std::uint64_t>(target->rect.Width()),
+                                              static_cast<std::uint64_t>(target->rect.Height()));
+    return isScaled && (isMostlyHidden || isTooLarge) ? DrawSlanted(canvas, drawing, part)
+                                                      : DrawUpright(canvas, drawing, part, *target);
 }
 
 } // namespace imaginglibrary

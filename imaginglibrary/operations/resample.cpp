@@ -1,6 +1,7 @@
 // Makes a picture of another size.
 #include "imaginglibrary/operations/resample.h"
 
+#include "imaginglibrary/core/limits.h"
 #include "imaginglibrary/core/rowconverter.h"
 
 #include <algorithm>
@@ -178,6 +179,10 @@ Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32
         return rows.GetStatus();
     }
     const std::vector<Span> spans = MakeSpans(info.height, height, resampling);
+    // Far from square shrinking needs many rows of a large width at once.
+    if (std::uint64_t{LongestSpan(spans)} * width * Channels * sizeof(float) > MaximumPictureBytes) {
+        return Status::OutOfMemory;
+    }
     NarrowedRows narrowed(info, std::move(*rows), width, LongestSpan(spans), resampling);
     std::vector<float> sums(Channels * width);
     for (std::uint32_t y = 0; y < height; ++y) {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 using namespace lumbrix;
@@ -57,7 +59,12 @@ TEST_F(Annotate, AlphaOutsideItsRangeIsOpaque) {
         Annotation annotation = Red();
         annotation.alpha = alpha;
         AnnotateImage("a.png", "b.jpg", annotation);
-        EXPECT_GE(fake_.CountOf("GdipCreateSolidFill " + std::string(expected) + "FF0000"), 1u) << alpha;
+        const Calls calls = fake_.Calls();
+        const auto brush = std::find_if(calls.rbegin(), calls.rend(), [](const std::string& call) {
+            return call.starts_with("GdipCreateSolidFill");
+        });
+        ASSERT_NE(brush, calls.rend());
+        EXPECT_EQ(*brush, "GdipCreateSolidFill " + std::string(expected) + "FF0000") << alpha;
     }
 }
 

@@ -287,6 +287,18 @@ TEST_F(Annotating, TextBeyondThePictureIsNoFailure) {
     EXPECT_EQ(Pixels("b.png"), Pixels("a.png"));
 }
 
+// Neither files nor memory may be left behind, however often it is done.
+TEST_F(Annotating, FilesAreFreeAgain) {
+    const std::string source = MakeWhite("a.png", 20, 20);
+    for (int round = 0; round < 1500; ++round) {
+        ASSERT_EQ(Annotate(source, "b.png", 0, 0, "", 10), 0) << round;
+    }
+    EXPECT_EQ(StampImage(source.c_str(), Path("b.png").c_str(), 0, 0, Path("b.png").c_str()), 0);
+    EXPECT_EQ(ConvertImageToPng(Path("b.png").c_str(), source.c_str()), 0); // nobody holds the source
+    EXPECT_EQ(Annotate(source, "c.png", 0, 0, "H"), 0);
+    EXPECT_TRUE(Exists("c.png"));
+}
+
 TEST_F(Annotating, AbsentFontGivesACopy) {
     const std::string source = MakeWhite("a.png", 100, 60);
     EXPECT_EQ(Annotate(source, "b.png", 0, 0, "H", 40, 255, "Nonesuch"), 0);

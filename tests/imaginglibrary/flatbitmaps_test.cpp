@@ -45,6 +45,7 @@ TEST_F(FlatBitmaps, SizesAndFormatsAreChecked) {
     EXPECT_EQ(CreateBitmap(5, 5, static_cast<PixelFormat>(0x00010000), &bitmap), Status::InvalidParameter);
     EXPECT_EQ(CreateBitmap(5, 5, PixelFormat::Rgb24, nullptr), Status::InvalidParameter);
     EXPECT_EQ(CreateBitmap(65535, 65535, PixelFormat::Argb32, &bitmap), Status::OutOfMemory);
+    EXPECT_EQ(CreateBitmap(30000, 30000, PixelFormat::Argb32, &bitmap), Status::OutOfMemory);
     EXPECT_EQ(bitmap, nullptr);
 }
 

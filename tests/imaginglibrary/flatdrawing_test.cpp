@@ -259,12 +259,28 @@ TEST_F(FlatDrawing, ImageThatWasDrawnOnStillHoldsItsFile) {
     EXPECT_EQ(GdipDisposeImage(image), Status::Ok);
 }
 
-TEST_F(FlatDrawing, SurfaceOutlivesItsImage) {
-    GpImage* const image = NewBitmap(5, 5);
+TEST_F(FlatDrawing, SurfaceDoesNotKeepItsImage) {
+    const auto path = folder_ / "own.png";
+    ASSERT_EQ(WritePicture(Codecs()[4], *WhitePicture(5, 5), path), Status::Ok);
+    GpImage* const image = Load(path);
     GpGraphics* const graphics = NewGraphics(image);
     GpImage* const dot = ImageOf(*WhitePicture(1, 1));
     EXPECT_EQ(GdipDisposeImage(image), Status::Ok);
-    EXPECT_EQ(DrawImage(graphics, dot, 0, 0), Status::Ok);
+    EXPECT_EQ(DrawImage(graphics, dot, 0, 0), Status::InvalidParameter);
+    // The file is free again.
+    EXPECT_EQ(GdipSaveImageToFile(dot, path.u16string().c_str(), &Codecs()[4].classId), Status::Ok);
+    EXPECT_EQ(CallFlat("GdipDeleteGraphics", graphics), Status::Ok);
+}
+
+TEST_F(FlatDrawing, LastShutdownEndsWhatWasLeftBehind) {
+    const auto path = folder_ / "own.png";
+    ASSERT_EQ(WritePicture(Codecs()[4], *WhitePicture(5, 5), path), Status::Ok);
+    GpImage* const image = Load(path);
+    GdiplusShutdown(token_);
+    SetUp();
+    std::uint32_t width = 0;
+    EXPECT_EQ(GdipGetImageWidth(image, &width), Status::InvalidParameter);
+    EXPECT_EQ(GdipSaveImageToFile(NewBitmap(1, 1), path.u16string().c_str(), &Codecs()[4].classId), Status::Ok);
 }
 
 TEST_F(FlatDrawing, EllipseNeedsAPen) {

@@ -219,6 +219,16 @@ TEST(GifReader, ScreenWithoutSizeTakesTheImages) {
     EXPECT_EQ(ColorsOf(*gif)[1], Green);
 }
 
+// Some bytes must not cost an hour: a screen may be large, but not around next to nothing.
+TEST(GifReader, HugeScreenAroundASmallImageIsRefused) {
+    std::string bytes = MakeGif({.width = 65000, .height = 65000});
+    EXPECT_EQ(Open(bytes).GetStatus(), Status::InvalidParameter);
+    bytes = MakeGif({.width = 9000, .height = 9000});
+    EXPECT_EQ(Open(bytes).GetStatus(), Status::InvalidParameter);
+    bytes = MakeGif({.width = 8000, .height = 8000});
+    EXPECT_TRUE(Open(bytes).Ok());
+}
+
 TEST(GifReader, InterlacedLinesComeInOrder) {
     for (int height = 1; height <= 20; ++height) {
         Image image{.width = 1, .height = height, .isInterlaced = true};

@@ -141,6 +141,18 @@ TEST(PngProperties, BrokenChunksArePassedOver) {
     }
 }
 
+// Text that grows a thousandfold is let in once, not once a chunk.
+TEST(PngProperties, TextsThatGrowTooLongEndTheReadingOfTexts) {
+    const std::string bomb = CompressedText("Comment", std::string(MaximumMetadataBytes + 1, 'x'));
+    std::string many;
+    for (int i = 0; i < 1000; ++i) {
+        many += bomb;
+    }
+    const auto start = std::chrono::steady_clock::now();
+    ItemsWith(many);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+}
+
 TEST(PngProperties, SpoiledBytesNeverCrash) {
     const std::string chunks = Text("Title", "t") + CompressedText("Comment", "compressed") +
                                PngChunk("iTXt", "Author\0\1\0\0\0"s + Deflated("author")) +

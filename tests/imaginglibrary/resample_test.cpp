@@ -66,4 +66,10 @@ TEST(Resample, StaysCloseToAnAreaAverage) {
     EXPECT_GT(PeakSignalToNoise(ColorsOf(**Resample(*picture, 30, 20)), ColorsOf(*expected)), 45);
 }
 
+// A result of 32 KiB must not take a gigabyte on the way.
+TEST(Resample, TakesNoMoreThanAPictureMayTake) {
+    const auto tall = MakePictureOf(50, 40000, [](auto, auto) { return MakeColor(1, 2, 3); });
+    EXPECT_EQ(Resample(*tall, 60000, 1).GetStatus(), Status::OutOfMemory);
+}
+
 } // namespace
