@@ -122,7 +122,8 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL RotateImage(const char* source, const char* 
    under. `context` is a device context (HDC) on Windows, null elsewhere; (x, y) in pixels. Returns 0. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL DisplayImage(const char* file, void* context, float x, float y);
 
-/* Writes `text` on the picture, with the top left corner of its box at (x, y) in pixels. A line feed (with or without a
+/* Writes `text` on the picture (which is drawn over itself first, so that a translucent one becomes denser), with the
+   top left corner of its box at (x, y) in pixels. A line feed (with or without a
    carriage return before it) begins a new line; lines are not wrapped. `font` is the name of an installed family, such
    as "Arial", and `size` its height in pixels; the four styles are set where they are not zero. `alpha` is 1 (faint) to
    255 (opaque), everything else counts as 255; `blue`, `green` and `red`, in this order, are 0 to 255. -16003 for a
@@ -134,8 +135,9 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL AnnotateImage(const char* source, const char
                                                   int32_t italic, int32_t underline, int32_t strikeout, int32_t alpha,
                                                   int32_t blue, int32_t green, int32_t red);
 
-/* Places the picture in `stamp` on the one in `source`, pixel for pixel, its top left corner at (x, y), blended by its
-   own alpha; what falls outside is cut off. Results as for AnnotateImage; -16004 also for a stamp that does not load.
+/* Places the picture in `stamp` on the one in `source`, itself drawn over itself first, pixel for pixel, its top left
+   corner at (x, y), blended by its own alpha; what falls outside is cut off. Results as for AnnotateImage; -16004 also
+   for a stamp that does not load.
  */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL StampImage(const char* source, const char* destination, float x, float y,
                                                const char* stamp);
@@ -156,8 +158,9 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL GetPropertyIdList(void* image, lumbrix_tag_l
 
 /* Appends a line for each property of a file to the text in `list`, separated by CR and LF: a label or the tag's
    decimal number, then, behind tabs, the value of a text, of a single 16-bit number, or the values of 32-bit numbers.
-   Values of other kinds are not shown. `error` becomes "Error initializing GDI+" where no session could be started, and
-   is left as it is otherwise. Returns 0 always. Neither pointer may be null. */
+   Values of other kinds are not shown (in place of bytes one character may stand that means nothing). `error` becomes
+   "Error initializing GDI+" where no session could be started, and is left as it is otherwise. Returns 0 always.
+   Neither pointer may be null. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL EnumerateImageProperties(const char* file, char** error, char** list);
 
 /* The text of the date property (EXIF DateTime), such as "2026:11:21 09:30:00"; empty where there is none or the file
