@@ -32,10 +32,10 @@ std::string CurrentFolder() {
     return folder;
 }
 
-// What was drawn stays through every repainting.
+// A picture that was drawn stays through every repainting; without one the pane is white.
 LRESULT CALLBACK PaneProcedure(HWND pane, UINT message, WPARAM first, LPARAM second) {
     if (message == WM_ERASEBKGND) {
-        if (previewPath.empty()) {
+        if (previewPicture == nullptr) {
             ClearPreviewPane(pane);
         }
         return 1;

@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 #include <dlgs.h>
+#include <shlobj.h>
 
 namespace {
 
@@ -21,9 +22,15 @@ class FilePicker : public ProgramTest {
         return dialog;
     }
 
+    // The box for the name: one of its own, or that of a list.
+    static HWND NameBox(HWND dialog) {
+        const HWND list = GetDlgItem(dialog, cmb13);
+        return list != nullptr ? FindBelow(list, "Edit") : GetDlgItem(dialog, edt1);
+    }
+
     // Types a name and presses the dialog's own button.
     static void Choose(HWND dialog, const std::string& name) {
-        SendMessageA(GetDlgItem(dialog, edt1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+        SendMessageA(NameBox(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
         PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
         EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
     }
@@ -107,13 +114,10 @@ TEST_F(FilePicker, OpensInTheFolderOfTheLastFile) {
 
 TEST_F(FilePicker, FileThatIsMissingIsNotTaken) {
     const HWND dialog = Open();
-    SendMessageA(GetDlgItem(dialog, edt1), WM_SETTEXT, 0, reinterpret_cast<LPARAM>("none.bmp"));
+    SendMessageA(NameBox(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>("none.bmp"));
     PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
-    HWND message = nullptr;
-    EXPECT_TRUE(WaitFor([&] {
-        message = GetWindow(dialog, GW_ENABLEDPOPUP);
-        return message != nullptr && message != dialog && GetDlgItem(message, IDOK) != nullptr;
-    }));
+    const HWND message = program_.WaitForDialog(dialog);
+    ASSERT_TRUE(WaitFor([&] { return GetDlgItem(message, IDOK) != nullptr; }));
     PostMessageA(GetDlgItem(message, IDOK), BM_CLICK, 0, 0);
     EXPECT_TRUE(WaitFor([&] { return !IsWindow(message); }));
     Cancel(dialog);
@@ -149,10 +153,16 @@ class FolderDialog : public ProgramTest {
         return program_.WaitForDialog();
     }
 
-    static void Choose(HWND dialog, const std::string& folder) {
+    // Selects a folder in the dialog's tree and presses the dialog's own button.
+    void Choose(HWND dialog, const std::string& folder) const {
         HWND box = nullptr;
         ASSERT_TRUE(WaitFor([&] { return (box = FindBelow(dialog, "Edit")) != nullptr; }));
-        SendMessageA(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(folder.c_str()));
+        const std::uint32_t inside = program_.PutInside(folder.c_str(), folder.size() + 1);
+        const std::string name = std::filesystem::path(folder).filename().string();
+        EXPECT_TRUE(WaitFor([&] { // the tree is filled bit by bit
+            SendMessageA(dialog, BFFM_SETSELECTIONA, TRUE, static_cast<LPARAM>(inside));
+            return WindowText(box) == name || WindowText(box) == folder;
+        }));
         PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
         EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
     }

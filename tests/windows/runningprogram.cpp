@@ -11,7 +11,7 @@ namespace tests {
 
 namespace {
 
-constexpr DWORD PatienceMs = 30000;
+constexpr DWORD PatienceMs = 20000;
 constexpr DWORD BetweenAsksMs = 15;
 constexpr const char* DialogClass = "#32770";
 
@@ -69,9 +69,17 @@ void ClickWithMouse(HWND window) {
 }
 
 void ClickWithMouse(POINT place) {
+    const auto isAt = [&] {
+        POINT now{};
+        return GetCursorPos(&now) && now.x == place.x && now.y == place.y;
+    };
+    const auto isDown = [] { return (GetAsyncKeyState(VK_LBUTTON) & 0x8000) != 0; };
     SetCursorPos(place.x, place.y);
+    EXPECT_TRUE(WaitFor(isAt));
     mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    EXPECT_TRUE(WaitFor(isDown));
     mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return !isDown(); }));
 }
 
 void PressKey(WORD key, bool withShift) {
@@ -165,18 +173,19 @@ HWND RunningProgram::FindMainWindow() const {
     });
 }
 
-HWND RunningProgram::FindDialog() const {
-    return FindTopWindow(process_.dwProcessId,
-                         [&](HWND window) { return window != window_ && WindowClass(window) == DialogClass; });
+HWND RunningProgram::FindDialog(HWND besides) const {
+    return FindTopWindow(process_.dwProcessId, [&](HWND window) {
+        return window != window_ && window != besides && WindowClass(window) == DialogClass;
+    });
 }
 
 void RunningProgram::SetText(int id, const std::string& text) const {
     SendMessageA(Item(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
-HWND RunningProgram::WaitForDialog() const {
-    EXPECT_TRUE(WaitFor([&] { return FindDialog() != nullptr; })) << "no further window";
-    return FindDialog();
+HWND RunningProgram::WaitForDialog(HWND besides) const {
+    EXPECT_TRUE(WaitFor([&] { return FindDialog(besides) != nullptr; })) << "no further window";
+    return FindDialog(besides);
 }
 
 std::string RunningProgram::Answer(int button) const {

@@ -59,8 +59,8 @@ class RunningProgram {
 
     void Drop(const std::vector<std::string>& paths) const;
 
-    // The further window of the program that is open, waited for.
-    HWND WaitForDialog() const;
+    // The further window of the program that is open, waited for; with `besides`, one that is open besides that.
+    HWND WaitForDialog(HWND besides = nullptr) const;
 
     // What a message box says, "TITLE: TEXT", after which the button with this id is pressed and the box is gone.
     std::string Answer(int button = IDOK) const;
@@ -89,7 +89,7 @@ class RunningProgram {
   private:
     void Start(const std::filesystem::path& folder, const std::filesystem::path& currentFolder);
     HWND FindMainWindow() const;
-    HWND FindDialog() const;
+    HWND FindDialog(HWND besides = nullptr) const;
 
     TemporaryFolder folder_;
     PROCESS_INFORMATION process_{};
