@@ -20,8 +20,8 @@ std::int32_t LeastHeight(PictureSize size) { return (size.height - 1) / size.wid
 // The smallest copy takes every pixel of the picture and next to no room.
 void ExpectIntact(const std::string& file) {
     const std::int32_t height = LeastHeight(SizeOf(file));
-    const TemporaryFolder folder;
-    const std::string copy = NameOf(folder.Path() / "copy.bmp");
+    TemporaryFolder folder;
+    const std::string copy = NameOf(folder.PathOfNew("copy.bmp"));
     const std::int32_t status = ConvertImageToThumbBmp(file.c_str(), height, copy.c_str());
     if (status == CannotDecode) {
         ExpectRead(status, file);

@@ -3,7 +3,6 @@
 
 #include "cli/causes.h"
 #include "cli/errors.h"
-#include "cli/interrupt.h"
 #include "cli/librarytext.h"
 #include "cli/printable.h"
 #include "cli/system.h"
@@ -44,8 +43,9 @@ std::string StampedName(const std::string& file) {
 // The engine writes the stamped copy of a bare name to the current folder and does not tell whether it could, so it
 // gets a folder of its own to do that in.
 std::int32_t StampDate(const std::string& file, const std::string& date, const std::string& target) {
-    const TemporaryFolder folder;
-    const fs::path picture = folder.Path() / "picture";
+    TemporaryFolder folder;
+    const fs::path picture = folder.PathOfNew("picture");
+    const fs::path stamped = folder.PathOfNew("picture_stamped.jpg");
     std::error_code error;
     if (!fs::copy_file(PathOf(file), picture, error)) {
         throw Failure{"cannot copy " + file + " to " + NameOf(picture) + ": " + error.message()};
@@ -55,7 +55,6 @@ std::int32_t StampDate(const std::string& file, const std::string& date, const s
         const CurrentFolder current(folder.Path());
         status = DateStampImage("picture", date.c_str());
     }
-    const fs::path stamped = folder.Path() / (std::string("picture") + StampedSuffix);
     if (fs::exists(stamped, error) && !fs::copy_file(stamped, PathOf(target), error)) {
         throw Failure{"cannot write " + target + ": " + error.message()};
     }
@@ -76,7 +75,6 @@ int PrintStampedCopy(const std::string& file, const std::string& date) {
         throw WrongUsage{"an empty date was given"};
     }
     const std::string target = StampedName(file);
-    CatchInterrupts();
     WriteInOneStep(file, target, [&](const std::string& temporary) { return StampDate(file, date, temporary); });
     std::printf("%s\n", target.c_str());
     return 0;

@@ -12,7 +12,7 @@ DrawableSource::DrawableSource(const std::string& source) : file_(source) {
         return;
     }
     folder_.emplace();
-    file_ = NameOf(folder_->Path() / "copy.png");
+    file_ = NameOf(folder_->PathOfNew("copy.png"));
     ExpectWritten(lumbrix_copy_true_color(source.c_str(), file_.c_str()), source, file_);
 }
 

@@ -100,7 +100,7 @@ fs::path InFull(const fs::path& folder) { return fs::weakly_canonical(fs::absolu
 int RunFolder(const Arguments& arguments) {
     const FolderWork work = WorkFrom(arguments);
     ExpectFolders(work);
-    CatchInterrupts();
+    FinishWhenInterrupted();
     const FoundFiles found = SearchFolder(work.sourceFolder, arguments.Has("--recursive"), work.targetFolder);
     const FolderOrder order{InFull(work.sourceFolder), InFull(work.targetFolder), arguments[2]};
     const std::vector<Outcome> outcomes = WorkThrough(work, PlanFolder(order, found.pictures, FileKey));

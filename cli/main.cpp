@@ -31,6 +31,7 @@ int RunCommand(const Command& command, const Arguments& arguments) {
     if (arguments.Count() < command.fewestArguments || arguments.Count() > command.mostArguments) {
         throw WrongUsage{std::string("usage: lumbrix-cli ") + command.name + " " + command.arguments};
     }
+    EndWhenInterrupted();
     LoadImagingLibrary();
     const int status = command.run(arguments);
     UnloadImagingLibrary();

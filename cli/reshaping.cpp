@@ -6,7 +6,6 @@
 #include "cli/drawablesource.h"
 #include "cli/errors.h"
 #include "cli/formats.h"
-#include "cli/interrupt.h"
 #include "cli/lowercase.h"
 #include "cli/numbers.h"
 #include "cli/writing.h"
@@ -81,7 +80,6 @@ int RunResize(const Arguments& arguments) {
     const std::string& target = arguments[1];
     FormatOfTarget(target);
     const std::int32_t height = PositiveNumber(arguments[2], "height");
-    CatchInterrupts();
     WriteResized(arguments[0], target, height);
     return 0;
 }
@@ -93,7 +91,6 @@ int RunCrop(const Arguments& arguments) {
     const Rectangle area{WholeNumber(arguments[2], "X", 0), WholeNumber(arguments[3], "Y", 0),
                          PositiveNumber(arguments[4], "width"), PositiveNumber(arguments[5], "height")};
     ExpectWithin(SizeOf(source), area, source);
-    CatchInterrupts();
     WriteInOneStep(source, target, [&](const std::string& temporary) {
         return CropImage(source.c_str(), temporary.c_str(), area.x, area.y, area.width, area.height);
     });
@@ -106,7 +103,6 @@ int RunRotate(const Arguments& arguments) {
     FormatOfTarget(target);
     const std::int32_t angle = AngleFrom(arguments[2]);
     const std::string flip = arguments.Count() > 3 ? FlipFrom(arguments[3]) : "";
-    CatchInterrupts();
     WriteInOneStep(source, target, [&](const std::string& temporary) {
         return RotateImage(source.c_str(), temporary.c_str(), angle, flip.c_str());
     });

@@ -12,6 +12,10 @@ std::string NameOf(const std::filesystem::path& path) { return path.string(); }
 
 std::filesystem::path FileKey(const std::filesystem::path& path) { return path; }
 
+void RemoveFileAtOnce(const char* path) { unlink(path); }
+
+void RemoveFolderAtOnce(const char* path) { rmdir(path); }
+
 bool FlushToDisk(const std::filesystem::path& path) {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) {

@@ -30,6 +30,10 @@ std::filesystem::path FileKey(const std::filesystem::path& path) {
     return key;
 }
 
+void RemoveFileAtOnce(const wchar_t* path) { DeleteFileW(path); }
+
+void RemoveFolderAtOnce(const wchar_t* path) { RemoveDirectoryW(path); }
+
 bool FlushToDisk(const std::filesystem::path& path) {
     const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -4,6 +4,7 @@
 #include "cli/errors.h"
 #include "cli/system.h"
 
+#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <random>
@@ -14,6 +15,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Who takes a path out of its place owns it: a signal handler and the thread that it interrupts never share one.
+using Place = std::atomic<const fs::path*>;
+static_assert(Place::is_always_lock_free, "it is read where nothing may wait");
+std::array<Place, 2048> places{};
+
 // So many possible names that two never meet.
 std::string RandomName() {
     std::random_device random;
@@ -23,31 +29,77 @@ std::string RandomName() {
     return name;
 }
 
+fs::path FreePath(const fs::path& folder, const fs::path& extension) {
+    std::error_code error;
+    fs::path path;
+    do {
+        path = folder / RandomName();
+        path += extension;
+    } while (fs::exists(fs::symlink_status(path, error)));
+    return path;
+}
+
 Failure NoTemporaryFolder(const fs::path& parent, const std::error_code& error) {
     return {"cannot make a temporary folder in " + NameOf(parent) + ": " + error.message()};
 }
 
+fs::path SystemsTemporaryFolder() {
+    try {
+        return fs::temp_directory_path();
+    } catch (const fs::filesystem_error& error) { // unlike an error code it tells the folder
+        throw NoTemporaryFolder(error.path1(), error.code());
+    }
+}
+
 } // namespace
 
-TemporaryFile::TemporaryFile(const fs::path& folder, const fs::path& extension) {
+Leftover::Leftover(const fs::path& path) {
     std::error_code error;
-    do {
-        path_ = folder / RandomName();
-        path_ += extension;
-    } while (fs::exists(fs::symlink_status(path_, error)));
+    fs::path inFull = fs::absolute(path, error); // the current folder may change
+    const auto* noted = new fs::path(error ? path : std::move(inFull));
+    for (Place& place : places) {
+        const fs::path* none = nullptr;
+        if (place.compare_exchange_strong(none, noted)) {
+            place_ = &place;
+            return;
+        }
+    }
+    delete noted;
 }
+
+Leftover::~Leftover() {
+    if (place_ != nullptr) {
+        delete place_->exchange(nullptr);
+    }
+}
+
+void RemoveLeftovers() {
+    static std::array<const fs::path*, places.size()> taken;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        taken[i] = places[i].exchange(nullptr);
+        if (taken[i] != nullptr) {
+            RemoveFileAtOnce(taken[i]->c_str());
+        }
+    }
+    for (const fs::path* path : taken) {
+        if (path != nullptr) {
+            RemoveFolderAtOnce(path->c_str());
+        }
+    }
+}
+
+TemporaryFile::TemporaryFile(const fs::path& folder, const fs::path& extension)
+    : path_(FreePath(folder, extension)), leftover_(path_) {}
 
 TemporaryFile::~TemporaryFile() {
     std::error_code ignored;
     fs::remove(path_, ignored);
 }
 
-TemporaryFolder::TemporaryFolder() {
+TemporaryFolder::TemporaryFolder() : path_(FreePath(SystemsTemporaryFolder(), {})), leftover_(path_) {
     std::error_code error;
-    const fs::path parent = fs::temp_directory_path(error);
-    path_ = parent / RandomName();
-    if (error || !fs::create_directory(path_, error) || error) {
-        throw NoTemporaryFolder(parent, error);
+    if (!fs::create_directory(path_, error) || error) {
+        throw NoTemporaryFolder(path_.parent_path(), error);
     }
     fs::permissions(path_, fs::perms::owner_all, error);
 }
@@ -55,6 +107,12 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
+}
+
+fs::path TemporaryFolder::PathOfNew(const char* name) {
+    const fs::path path = path_ / name;
+    files_.emplace_back(path);
+    return path;
 }
 
 } // namespace lumbrix::cli
