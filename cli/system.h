@@ -13,6 +13,9 @@ std::string NameOf(const std::filesystem::path& path);
 // Two paths with the same key are one file: letter case does not tell files apart on Windows.
 std::filesystem::path FileKey(const std::filesystem::path& path);
 
+// Where temporary files belong; it may not be there.
+std::filesystem::path FolderForTemporaryFiles();
+
 // For a program that is being ended: remove a file, or an empty folder, without a word and without waiting for
 // anything, so that a signal handler may do so.
 void RemoveFileAtOnce(const std::filesystem::path::value_type* path);

@@ -4,6 +4,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cstdlib>
+
 namespace lumbrix::cli {
 
 std::filesystem::path PathOf(const std::string& name) { return name; }
@@ -11,6 +13,11 @@ std::filesystem::path PathOf(const std::string& name) { return name; }
 std::string NameOf(const std::filesystem::path& path) { return path.string(); }
 
 std::filesystem::path FileKey(const std::filesystem::path& path) { return path; }
+
+std::filesystem::path FolderForTemporaryFiles() {
+    const char* folder = std::getenv("TMPDIR");
+    return folder == nullptr || *folder == 0 ? "/tmp" : folder;
+}
 
 void RemoveFileAtOnce(const char* path) { unlink(path); }
 

@@ -30,6 +30,12 @@ std::filesystem::path FileKey(const std::filesystem::path& path) {
     return key;
 }
 
+std::filesystem::path FolderForTemporaryFiles() {
+    wchar_t folder[MAX_PATH + 1] = L"";
+    GetTempPathW(MAX_PATH + 1, folder);
+    return folder;
+}
+
 void RemoveFileAtOnce(const wchar_t* path) { DeleteFileW(path); }
 
 void RemoveFolderAtOnce(const wchar_t* path) { RemoveDirectoryW(path); }

@@ -39,18 +39,6 @@ fs::path FreePath(const fs::path& folder, const fs::path& extension) {
     return path;
 }
 
-Failure NoTemporaryFolder(const fs::path& parent, const std::error_code& error) {
-    return {"cannot make a temporary folder in " + NameOf(parent) + ": " + error.message()};
-}
-
-fs::path SystemsTemporaryFolder() {
-    try {
-        return fs::temp_directory_path();
-    } catch (const fs::filesystem_error& error) { // unlike an error code it tells the folder
-        throw NoTemporaryFolder(error.path1(), error.code());
-    }
-}
-
 } // namespace
 
 Leftover::Leftover(const fs::path& path) {
@@ -96,10 +84,10 @@ TemporaryFile::~TemporaryFile() {
     fs::remove(path_, ignored);
 }
 
-TemporaryFolder::TemporaryFolder() : path_(FreePath(SystemsTemporaryFolder(), {})), leftover_(path_) {
+TemporaryFolder::TemporaryFolder() : path_(FreePath(FolderForTemporaryFiles(), {})), leftover_(path_) {
     std::error_code error;
     if (!fs::create_directory(path_, error) || error) {
-        throw NoTemporaryFolder(path_.parent_path(), error);
+        throw Failure{"cannot make a temporary folder in " + NameOf(path_.parent_path()) + ": " + error.message()};
     }
     fs::permissions(path_, fs::perms::owner_all, error);
 }
