@@ -56,7 +56,8 @@ constexpr Command AllCommands[] = {
      1,
      2,
      {},
-     RunDate},
+     RunDate,
+     "NAME ends before the file name's first dot; a copy that is there already is not replaced"},
 };
 
 } // namespace

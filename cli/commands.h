@@ -16,6 +16,7 @@ struct Command {
     std::size_t mostArguments;
     std::span<const Option> options;
     int (*run)(const Arguments& arguments); // gives the exit status; throws WrongUsage or Failure
+    const char* note = nullptr;             // what else the help says
 };
 
 std::span<const Command> Commands();

@@ -41,24 +41,32 @@ std::string StampedName(const std::string& file) {
 }
 
 // The engine writes the stamped copy of a bare name to the current folder and does not tell whether it could, so it
-// gets a folder of its own to do that in.
-std::int32_t StampDate(const std::string& file, const std::string& date, const std::string& target) {
+// gets a folder of its own to do that in. Afterwards there is the copy, or none where it could not be written.
+std::int32_t StampDate(const std::string& file, const std::string& date, const std::string& copy) {
     TemporaryFolder folder;
     const fs::path picture = folder.PathOfNew("picture");
     const fs::path stamped = folder.PathOfNew("picture_stamped.jpg");
     std::error_code error;
     if (!fs::copy_file(PathOf(file), picture, error)) {
-        throw Failure{"cannot copy " + file + " to " + NameOf(picture) + ": " + error.message()};
+        throw Failure{"cannot copy " + file + " into " + NameOf(folder.Path()) + ": " + error.message()};
     }
     std::int32_t status = 0;
     {
         const CurrentFolder current(folder.Path());
         status = DateStampImage("picture", date.c_str());
     }
-    if (fs::exists(stamped, error) && !fs::copy_file(stamped, PathOf(target), error)) {
-        throw Failure{"cannot write " + target + ": " + error.message()};
+    if (fs::exists(stamped, error) && !fs::copy_file(stamped, PathOf(copy), error)) {
+        fs::remove(PathOf(copy), error); // half of it may be there
     }
     return status;
+}
+
+// Files whose names differ behind the first dot have one stamped copy.
+void RefuseToReplace(const std::string& target) {
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(PathOf(target), error))) {
+        throw Failure{"cannot write " + target + ": there is such a file already"};
+    }
 }
 
 int PrintDate(const std::string& file) {
@@ -75,6 +83,7 @@ int PrintStampedCopy(const std::string& file, const std::string& date) {
         throw WrongUsage{"an empty date was given"};
     }
     const std::string target = StampedName(file);
+    RefuseToReplace(target);
     WriteInOneStep(file, target, [&](const std::string& temporary) { return StampDate(file, date, temporary); });
     std::printf("%s\n", target.c_str());
     return 0;

@@ -18,6 +18,9 @@ void PrintOption(const Option& option) {
 void PrintCommand(const Command& command) {
     std::printf("  %s %s%s\n      %s\n", command.name, command.arguments, command.options.empty() ? "" : " [OPTIONS]",
                 command.purpose);
+    if (command.note != nullptr) {
+        std::printf("      %s\n", command.note);
+    }
     for (const Option& option : command.options) {
         PrintOption(option);
     }
