@@ -1,8 +1,6 @@
 // What --help prints.
 #include "cli/help.h"
 
-#include "cli/commands.h"
-
 #include <cstdio>
 #include <string>
 
@@ -15,9 +13,9 @@ void PrintOption(const Option& option) {
     std::printf("        %-16s  %s\n", words.c_str(), option.purpose);
 }
 
-void PrintCommand(const Command& command) {
-    std::printf("  %s %s%s\n      %s\n", command.name, command.arguments, command.options.empty() ? "" : " [OPTIONS]",
-                command.purpose);
+void PrintCommand(const Command& command, const char* before = "") {
+    std::printf("  %s%s %s%s\n      %s\n", before, command.name, command.arguments,
+                command.options.empty() ? "" : " [OPTIONS]", command.purpose);
     if (command.note != nullptr) {
         std::printf("      %s\n", command.note);
     }
@@ -28,12 +26,17 @@ void PrintCommand(const Command& command) {
 
 } // namespace
 
+void PrintHelpOn(const Command& command) {
+    std::printf("Usage:\n");
+    PrintCommand(command, "lumbrix-cli ");
+}
+
 void PrintHelp() {
     std::printf("Usage: lumbrix-cli COMMAND ARGUMENTS [OPTIONS]\n\n");
     for (const Command& command : Commands()) {
         PrintCommand(command);
     }
-    std::printf("\n  --help     print this help\n"
+    std::printf("\n  --help     print this help, behind a command the help on that one\n"
                 "  --version  print the version\n\n"
                 "Formats read: BMP, JPEG, PNG, GIF, TIFF, ICO (on Windows EMF and WMF too).\n"
                 "Formats written: .bmp .jpg .jpeg .gif .tif .tiff .png; the target's extension names the format.\n"

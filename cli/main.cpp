@@ -27,6 +27,8 @@ const Command& FindCommand(const std::string& name) {
     throw WrongUsage{"there is no command '" + name + "'"};
 }
 
+bool IsHelp(const std::string& word) { return word == HelpOption || word == "-h"; }
+
 int RunCommand(const Command& command, const Arguments& arguments) {
     if (arguments.Count() < command.fewestArguments || arguments.Count() > command.mostArguments) {
         throw WrongUsage{std::string("usage: lumbrix-cli ") + command.name + " " + command.arguments};
@@ -42,7 +44,7 @@ int Run(const std::vector<std::string>& words) {
     if (words.empty()) {
         throw WrongUsage{"a command is needed"};
     }
-    if (words[0] == "--help" || words[0] == "-h") {
+    if (IsHelp(words[0])) {
         PrintHelp();
         return 0;
     }
@@ -51,7 +53,12 @@ int Run(const std::vector<std::string>& words) {
         return 0;
     }
     const Command& command = FindCommand(words[0]);
-    return RunCommand(command, Arguments({words.begin() + 1, words.end()}, command.options));
+    const Arguments arguments({words.begin() + 1, words.end()}, command.options);
+    if (arguments.Has(HelpOption) || (words.size() > 1 && IsHelp(words[1]))) {
+        PrintHelpOn(command);
+        return 0;
+    }
+    return RunCommand(command, arguments);
 }
 
 } // namespace

@@ -15,6 +15,9 @@ struct Option {
     const char* purpose; // with what holds where the option is not given
 };
 
+// Every command knows this option.
+inline constexpr const char* HelpOption = "--help";
+
 // The words behind a command, taken apart.
 class Arguments {
   public:

@@ -36,6 +36,20 @@ TEST_F(CommandLine, HelpNamesEveryCommandAndOption) {
     }
 }
 
+TEST_F(CommandLine, HelpOnACommandIsAboutThatOne) {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"folder", "--help"}, {"folder", "-h"}, {"folder", "in", "out", "png", "--help"}}) {
+        const Outcome outcome = Run(words);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.errors, "");
+        EXPECT_NE(outcome.output.find("lumbrix-cli folder SOURCE_FOLDER"), std::string::npos) << outcome.output;
+        EXPECT_NE(outcome.output.find("--skip-existing"), std::string::npos) << outcome.output;
+        EXPECT_EQ(outcome.output.find("--bold"), std::string::npos) << outcome.output;
+    }
+}
+
+TEST_F(CommandLine, HelpMayBeAPlainWord) { ExpectFailure(Run({"size", "--", "--help"}), "--help", "no such file"); }
+
 TEST_F(CommandLine, VersionIsPrinted) { EXPECT_EQ(Run({"--version"}).output, "lumbrix-cli " LUMBRIX_VERSION "\n"); }
 
 TEST_F(CommandLine, WrongUsageEndsWithTwo) {
