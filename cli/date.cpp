@@ -3,10 +3,9 @@
 
 #include "cli/causes.h"
 #include "cli/errors.h"
-#include "cli/librarytext.h"
-#include "cli/printable.h"
 #include "cli/system.h"
 #include "cli/temporary.h"
+#include "cli/text.h"
 #include "cli/writing.h"
 
 #include <cstdio>
@@ -85,7 +84,7 @@ int PrintStampedCopy(const std::string& file, const std::string& date) {
     const std::string target = StampedName(file);
     RefuseToReplace(target);
     WriteInOneStep(file, target, [&](const std::string& temporary) { return StampDate(file, date, temporary); });
-    std::printf("%s\n", target.c_str());
+    std::printf("%s\n", Printable(target).c_str());
     return 0;
 }
 

@@ -1,8 +1,8 @@
 // What a run over a folder is going to do: which file becomes which.
 #include "cli/folderplan.h"
 
-#include "cli/lowercase.h"
 #include "cli/system.h"
+#include "cli/text.h"
 
 #include <algorithm>
 #include <map>

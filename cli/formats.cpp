@@ -2,8 +2,8 @@
 #include "cli/formats.h"
 
 #include "cli/errors.h"
-#include "cli/lowercase.h"
 #include "cli/system.h"
+#include "cli/text.h"
 
 namespace lumbrix::cli {
 

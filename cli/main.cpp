@@ -4,6 +4,7 @@
 #include "cli/errors.h"
 #include "cli/help.h"
 #include "cli/interrupt.h"
+#include "cli/text.h"
 #include "imaging/exports/lumbrix.h"
 
 #include <cstdio>
@@ -17,6 +18,8 @@ using namespace lumbrix::cli;
 
 constexpr int Failed = 1;
 constexpr int CalledWrongly = 2;
+
+void Tell(const std::string& message) { std::fputs(MessageLine(message).c_str(), stderr); }
 
 const Command& FindCommand(const std::string& name) {
     for (const Command& command : Commands()) {
@@ -68,13 +71,13 @@ int main(int count, char** words) {
         const int status = Run({words + 1, words + count});
         return std::fflush(stdout) == 0 ? status : Failed;
     } catch (const WrongUsage& usage) {
-        std::fprintf(stderr, "lumbrix-cli: %s; see lumbrix-cli --help\n", usage.text.c_str());
+        Tell(usage.text + "; see lumbrix-cli --help");
         return CalledWrongly;
     } catch (const Failure& failure) {
-        std::fprintf(stderr, "lumbrix-cli: %s\n", failure.text.c_str());
+        Tell(failure.text);
         return WasInterrupted() ? InterruptedStatus : Failed;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "lumbrix-cli: %s\n", error.what());
+        Tell(error.what());
         return Failed;
     }
 }

@@ -3,8 +3,7 @@
 
 #include "cli/causes.h"
 #include "cli/errors.h"
-#include "cli/librarytext.h"
-#include "cli/printable.h"
+#include "cli/text.h"
 
 #include <cstdio>
 

@@ -6,8 +6,8 @@
 #include "cli/drawablesource.h"
 #include "cli/errors.h"
 #include "cli/formats.h"
-#include "cli/lowercase.h"
 #include "cli/numbers.h"
+#include "cli/text.h"
 #include "cli/writing.h"
 #include "imaging/exports/lumbrix.h"
 

@@ -10,6 +10,9 @@ namespace lumbrix::cli {
 std::filesystem::path PathOf(const std::string& name);
 std::string NameOf(const std::filesystem::path& path);
 
+// Whether that code page is UTF-8.
+bool AreTextsUtf8();
+
 // Two paths with the same key are one file: letter case does not tell files apart on Windows.
 std::filesystem::path FileKey(const std::filesystem::path& path);
 

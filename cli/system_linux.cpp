@@ -12,6 +12,8 @@ std::filesystem::path PathOf(const std::string& name) { return name; }
 
 std::string NameOf(const std::filesystem::path& path) { return path.string(); }
 
+bool AreTextsUtf8() { return true; }
+
 std::filesystem::path FileKey(const std::filesystem::path& path) { return path; }
 
 std::filesystem::path FolderForTemporaryFiles() {

@@ -24,6 +24,8 @@ std::string NameOf(const std::filesystem::path& path) {
     return name;
 }
 
+bool AreTextsUtf8() { return GetACP() == CP_UTF8; }
+
 std::filesystem::path FileKey(const std::filesystem::path& path) {
     std::wstring key = path.native();
     CharLowerBuffW(key.data(), static_cast<DWORD>(key.size()));

@@ -82,6 +82,14 @@ TEST_F(CommandLine, SourceThatIsNoPictureIsNamed) {
     EXPECT_FALSE(std::filesystem::exists(folder_ / "a.jpg"));
 }
 
+TEST_F(CommandLine, ControlCharactersInNamesDoNotReachTheTerminal) {
+    ExpectFailure(Run({"size", Path("a\x1B[2J\nb\xC2\x9B.png")}), "a?[2J?b?.png", "no such file");
+    ExpectWrongUsage(Run({"paint\x1B[2J"}), "'paint?[2J'");
+    std::filesystem::create_directory(folder_ / "in");
+    WriteBytes(folder_ / "in/\x1B[2J.png", "no picture");
+    EXPECT_NE(Run({"folder", Path("in"), Path("out"), "gif"}).errors.find("in/?[2J.png"), std::string::npos);
+}
+
 TEST_F(CommandLine, MissingTargetFolderIsNamed) {
     ExpectFailure(Run({"convert", Path("source.bmp"), Path("none/a.jpg")}), "none/a.jpg", "does not exist");
 }
