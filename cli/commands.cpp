@@ -12,6 +12,8 @@ namespace lumbrix::cli {
 
 namespace {
 
+constexpr const char* DenserNote = "a picture that is translucent becomes denser: it is first drawn over itself";
+
 constexpr Command AllCommands[] = {
     {"convert", "SOURCE TARGET", "convert a picture", 2, 2, {}, RunConvert},
     {"thumb", "SOURCE HEIGHT TARGET", "write a small copy that is HEIGHT pixels high", 3, 3, {}, RunThumb},
@@ -37,19 +39,27 @@ constexpr Command AllCommands[] = {
      {},
      RunRotate},
     {"annotate", "SOURCE TARGET X Y TEXT", "write TEXT on a picture, its top left corner at (X, Y)", 5, 5,
-     AnnotateOptions, RunAnnotate},
+     AnnotateOptions, RunAnnotate, DenserNote},
     {"stamp",
      "SOURCE TARGET X Y STAMP",
      "place the picture STAMP on a picture, its top left corner at (X, Y)",
      5,
      5,
      {},
-     RunStamp},
+     RunStamp,
+     DenserNote},
     {"folder", "SOURCE_FOLDER TARGET_FOLDER FORMAT [HEIGHT]",
      "convert every picture of a folder to FORMAT (bmp, jpg, gif, tif, png), none higher than HEIGHT", 3, 4,
      FolderOptions, RunFolder},
     {"size", "FILE", "print width and height in pixels", 1, 1, {}, RunSize},
-    {"properties", "FILE", "print what the file says about its picture, one property a line", 1, 1, {}, RunProperties},
+    {"properties",
+     "FILE",
+     "print what the file says about its picture, one property a line",
+     1,
+     1,
+     {},
+     RunProperties,
+     "shown are texts, of several lines the first, and whole numbers; other kinds are left out"},
     {"date",
      "FILE [TEXT]",
      "print the picture's date, or write a JPEG copy NAME_stamped.jpg with TEXT as its date",

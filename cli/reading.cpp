@@ -11,10 +11,19 @@ namespace lumbrix::cli {
 
 namespace {
 
-void PrintLines(const std::string& text) {
+// A property of a kind that is not shown has a line with its name alone.
+bool HasValue(const std::string& line) {
+    const std::size_t nameEnd = line.find('\t');
+    return nameEnd != std::string::npos && line.find_first_not_of('\t', nameEnd) != std::string::npos;
+}
+
+void PrintProperties(const std::string& text) {
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find("\r\n", start), text.size());
-        std::printf("%s\n", Printable(text.substr(start, end - start)).c_str());
+        const std::string line = text.substr(start, end - start);
+        if (HasValue(line)) {
+            std::printf("%s\n", Printable(line).c_str());
+        }
         start = end + 2;
     }
 }
@@ -35,7 +44,7 @@ int RunProperties(const Arguments& arguments) {
     if (!error.Text().empty()) {
         throw Failure{"cannot read " + file + ": " + error.Text()};
     }
-    PrintLines(list.Text());
+    PrintProperties(list.Text());
     return 0;
 }
 

@@ -48,6 +48,13 @@ TEST_F(CommandLine, HelpOnACommandIsAboutThatOne) {
     }
 }
 
+TEST_F(CommandLine, HelpTellsWhatACommandDoesBesides) {
+    EXPECT_NE(Run({"annotate", "--help"}).output.find("becomes denser"), std::string::npos);
+    EXPECT_NE(Run({"stamp", "--help"}).output.find("becomes denser"), std::string::npos);
+    EXPECT_NE(Run({"date", "--help"}).output.find("is not replaced"), std::string::npos);
+    EXPECT_NE(Run({"properties", "--help"}).output.find("left out"), std::string::npos);
+}
+
 TEST_F(CommandLine, HelpMayBeAPlainWord) { ExpectFailure(Run({"size", "--", "--help"}), "--help", "no such file"); }
 
 TEST_F(CommandLine, VersionIsPrinted) { EXPECT_EQ(Run({"--version"}).output, "lumbrix-cli " LUMBRIX_VERSION "\n"); }

@@ -61,6 +61,13 @@ TEST_F(Reading, PropertiesArePrintedOneALine) {
     EXPECT_EQ(outcome.output.find('\r'), std::string::npos);
 }
 
+TEST_F(Reading, PropertiesWithoutAValueAreLeftOut) {
+    const Outcome outcome = Run({"properties", Path("photo.jpg")});
+    EXPECT_EQ(outcome.output, "Camera Manufacturer\tMaker Works\nDateTime\t2026:11:21 09:30:00\n");
+    ExpectSuccess(Run({"convert", Path("source.bmp"), Path("a.gif")}));
+    ExpectSuccess(Run({"properties", Path("a.gif")}));
+}
+
 TEST_F(Reading, NoPropertiesPrintNothing) { ExpectSuccess(Run({"properties", Path("source.bmp")})); }
 
 TEST_F(Reading, ControlCharactersInPropertiesDoNotReachTheTerminal) {
