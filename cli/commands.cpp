@@ -1,12 +1,13 @@
-// The commands of the command line: what each is called, takes and does.
+// The commands of the command line: what each is called, takes and does, and the help on them.
 #include "cli/commands.h"
 
-#include "cli/conversion.h"
-#include "cli/date.h"
 #include "cli/drawing.h"
 #include "cli/folder.h"
 #include "cli/reading.h"
 #include "cli/reshaping.h"
+
+#include <cstdio>
+#include <string>
 
 namespace lumbrix::cli {
 
@@ -70,8 +71,42 @@ constexpr Command AllCommands[] = {
      "NAME ends before the file name's first dot; a copy that is there already is not replaced"},
 };
 
+void PrintOption(const Option& option) {
+    const std::string words = option.value == nullptr ? option.name : std::string(option.name) + " " + option.value;
+    std::printf("        %-16s  %s\n", words.c_str(), option.purpose);
+}
+
+void PrintCommand(const Command& command, const char* before = "") {
+    std::printf("  %s%s %s%s\n      %s\n", before, command.name, command.arguments,
+                command.options.empty() ? "" : " [OPTIONS]", command.purpose);
+    if (command.note != nullptr) {
+        std::printf("      %s\n", command.note);
+    }
+    for (const Option& option : command.options) {
+        PrintOption(option);
+    }
+}
+
 } // namespace
 
 std::span<const Command> Commands() { return AllCommands; }
+
+void PrintHelpOn(const Command& command) {
+    std::printf("Usage:\n");
+    PrintCommand(command, "lumbrix-cli ");
+}
+
+void PrintHelp() {
+    std::printf("Usage: lumbrix-cli COMMAND ARGUMENTS [OPTIONS]\n\n");
+    for (const Command& command : Commands()) {
+        PrintCommand(command);
+    }
+    std::printf("\n  --help     print this help, behind a command the help on that one\n"
+                "  --version  print the version\n\n"
+                "Formats read: BMP, JPEG, PNG, GIF, TIFF, ICO (on Windows EMF and WMF too).\n"
+                "Formats written: .bmp .jpg .jpeg .gif .tif .tiff .png; the target's extension names the format.\n"
+                "Options may stand anywhere behind the command; -- ends them.\n"
+                "Exit status: 0 done, 1 a file stood in the way, 2 called wrongly, 130 interrupted.\n");
+}
 
 } // namespace lumbrix::cli

@@ -1,4 +1,4 @@
-// The commands of the command line: what each is called, takes and does.
+// The commands of the command line: what each is called, takes and does, and the help on them.
 #pragma once
 
 #include "cli/options.h"
@@ -20,5 +20,11 @@ struct Command {
 };
 
 std::span<const Command> Commands();
+
+// What --help prints.
+void PrintHelp();
+
+// Prints the help on one command.
+void PrintHelpOn(const Command& command);
 
 } // namespace lumbrix::cli

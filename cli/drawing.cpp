@@ -2,11 +2,10 @@
 #include "cli/drawing.h"
 
 #include "cli/causes.h"
-#include "cli/damage.h"
-#include "cli/drawablesource.h"
-#include "cli/errors.h"
 #include "cli/formats.h"
 #include "cli/numbers.h"
+#include "cli/options.h"
+#include "cli/sources.h"
 #include "cli/system.h"
 #include "cli/writing.h"
 #include "imaging/exports/lumbrix.h"

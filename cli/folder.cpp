@@ -2,12 +2,11 @@
 #include "cli/folder.h"
 
 #include "cli/causes.h"
-#include "cli/errors.h"
 #include "cli/folderplan.h"
-#include "cli/foldersearch.h"
 #include "cli/formats.h"
 #include "cli/interrupt.h"
 #include "cli/numbers.h"
+#include "cli/options.h"
 #include "cli/progress.h"
 #include "cli/reshaping.h"
 #include "cli/system.h"

@@ -1,7 +1,7 @@
 // The formats that are written, and the procedures that write them.
 #include "cli/formats.h"
 
-#include "cli/errors.h"
+#include "cli/options.h"
 #include "cli/system.h"
 #include "cli/text.h"
 

@@ -1,9 +1,8 @@
 // lumbrix-cli: the exported procedures from a shell. Ends with 0 when the work was done, 1 when a file stood in the
 // way, 2 when it was called wrongly, 130 when it was interrupted.
 #include "cli/commands.h"
-#include "cli/errors.h"
-#include "cli/help.h"
 #include "cli/interrupt.h"
+#include "cli/options.h"
 #include "cli/text.h"
 #include "imaging/exports/lumbrix.h"
 

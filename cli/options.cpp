@@ -1,8 +1,6 @@
 // Tells the options of a command from its other words.
 #include "cli/options.h"
 
-#include "cli/errors.h"
-
 #include <algorithm>
 
 namespace lumbrix::cli {

@@ -1,12 +1,11 @@
-// The commands that change a picture's shape: resize, crop and rotate.
+// The commands that write a picture in another format or shape: convert, thumb, resize, crop and rotate.
 #include "cli/reshaping.h"
 
 #include "cli/causes.h"
-#include "cli/damage.h"
-#include "cli/drawablesource.h"
-#include "cli/errors.h"
 #include "cli/formats.h"
 #include "cli/numbers.h"
+#include "cli/options.h"
+#include "cli/sources.h"
 #include "cli/text.h"
 #include "cli/writing.h"
 #include "imaging/exports/lumbrix.h"
@@ -74,6 +73,25 @@ void WriteResized(const std::string& source, const std::string& target, std::int
         const DrawableSource drawable(source);
         return ResizeImage(drawable.File().c_str(), temporary.c_str(), height);
     });
+}
+
+int RunConvert(const Arguments& arguments) {
+    const std::string& source = arguments[0];
+    const std::string& target = arguments[1];
+    const Format& format = FormatOfTarget(target);
+    RequireName(source);
+    ExpectWritten(format.convert(source.c_str(), target.c_str()), source, target);
+    return 0;
+}
+
+int RunThumb(const Arguments& arguments) {
+    const std::string& source = arguments[0];
+    const std::string& target = arguments[2];
+    const int32_t height = PositiveNumber(arguments[1], "height");
+    const Format& format = FormatOfTarget(target);
+    RequireName(source);
+    ExpectWritten(format.convertToThumb(source.c_str(), height, target.c_str()), source, target);
+    return 0;
 }
 
 int RunResize(const Arguments& arguments) {

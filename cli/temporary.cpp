@@ -1,11 +1,10 @@
 // Files and folders that are gone when the work is done, whatever became of it.
 #include "cli/temporary.h"
 
-#include "cli/errors.h"
+#include "cli/options.h"
 #include "cli/system.h"
 
 #include <array>
-#include <cstdint>
 #include <cstdio>
 #include <random>
 
@@ -97,7 +96,7 @@ TemporaryFolder::~TemporaryFolder() {
     fs::remove_all(path_, ignored);
 }
 
-fs::path TemporaryFolder::PathOfNew(const char* name) {
+fs::path TemporaryFolder::PathOfNew(const std::string& name) {
     const fs::path path = path_ / name;
     files_.emplace_back(path);
     return path;

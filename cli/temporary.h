@@ -4,6 +4,7 @@
 #include <atomic>
 #include <filesystem>
 #include <list>
+#include <string>
 
 namespace lumbrix::cli {
 
@@ -51,7 +52,7 @@ class TemporaryFolder {
     const std::filesystem::path& Path() const { return path_; }
 
     // The path of a file that is to come into the folder. All files in it are to be asked for.
-    std::filesystem::path PathOfNew(const char* name);
+    std::filesystem::path PathOfNew(const std::string& name);
 
   private:
     std::filesystem::path path_;

@@ -1,5 +1,4 @@
 // The parts of the command line that work without files: words, numbers and the progress bar.
-#include "cli/errors.h"
 #include "cli/formats.h"
 #include "cli/numbers.h"
 #include "cli/options.h"
