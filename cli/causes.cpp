@@ -1,7 +1,7 @@
 // Turns what an operation answered into one sentence about a file and the cause.
 #include "cli/causes.h"
 
-#include "cli/errors.h"
+#include "cli/options.h"
 #include "cli/system.h"
 #include "cli/temporary.h"
 #include "imaging/exports/lumbrix.h"

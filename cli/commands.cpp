@@ -1,16 +1,19 @@
-// The commands of the command line: what each is called, takes and does.
+// The commands of the command line: what each is called, takes and does, and the help on them.
 #include "cli/commands.h"
 
-#include "cli/conversion.h"
-#include "cli/date.h"
 #include "cli/drawing.h"
 #include "cli/folder.h"
 #include "cli/reading.h"
 #include "cli/reshaping.h"
 
+#include <cstdio>
+#include <string>
+
 namespace lumbrix::cli {
 
 namespace {
+
+constexpr const char* DenserNote = "a picture that is translucent becomes denser: it is first drawn over itself";
 
 constexpr Command AllCommands[] = {
     {"convert", "SOURCE TARGET", "convert a picture", 2, 2, {}, RunConvert},
@@ -37,30 +40,73 @@ constexpr Command AllCommands[] = {
      {},
      RunRotate},
     {"annotate", "SOURCE TARGET X Y TEXT", "write TEXT on a picture, its top left corner at (X, Y)", 5, 5,
-     AnnotateOptions, RunAnnotate},
+     AnnotateOptions, RunAnnotate, DenserNote},
     {"stamp",
      "SOURCE TARGET X Y STAMP",
      "place the picture STAMP on a picture, its top left corner at (X, Y)",
      5,
      5,
      {},
-     RunStamp},
+     RunStamp,
+     DenserNote},
     {"folder", "SOURCE_FOLDER TARGET_FOLDER FORMAT [HEIGHT]",
      "convert every picture of a folder to FORMAT (bmp, jpg, gif, tif, png), none higher than HEIGHT", 3, 4,
      FolderOptions, RunFolder},
     {"size", "FILE", "print width and height in pixels", 1, 1, {}, RunSize},
-    {"properties", "FILE", "print what the file says about its picture, one property a line", 1, 1, {}, RunProperties},
+    {"properties",
+     "FILE",
+     "print what the file says about its picture, one property a line",
+     1,
+     1,
+     {},
+     RunProperties,
+     "shown are texts, of several lines the first, and whole numbers; other kinds are left out"},
     {"date",
      "FILE [TEXT]",
      "print the picture's date, or write a JPEG copy NAME_stamped.jpg with TEXT as its date",
      1,
      2,
      {},
-     RunDate},
+     RunDate,
+     "NAME ends before the file name's first dot; a copy that is there already is not replaced"},
 };
+
+void PrintOption(const Option& option) {
+    const std::string words = option.value == nullptr ? option.name : std::string(option.name) + " " + option.value;
+    std::printf("        %-16s  %s\n", words.c_str(), option.purpose);
+}
+
+void PrintCommand(const Command& command, const char* before = "") {
+    std::printf("  %s%s %s%s\n      %s\n", before, command.name, command.arguments,
+                command.options.empty() ? "" : " [OPTIONS]", command.purpose);
+    if (command.note != nullptr) {
+        std::printf("      %s\n", command.note);
+    }
+    for (const Option& option : command.options) {
+        PrintOption(option);
+    }
+}
 
 } // namespace
 
 std::span<const Command> Commands() { return AllCommands; }
+
+void PrintHelpOn(const Command& command) {
+    std::printf("Usage:\n");
+    PrintCommand(command, "lumbrix-cli ");
+}
+
+void PrintHelp() {
+    std::printf("Usage: lumbrix-cli COMMAND ARGUMENTS [OPTIONS]\n\n");
+    for (const Command& command : Commands()) {
+        PrintCommand(command);
+    }
+    std::printf("\n  --help     print this help, behind a command the help on that one\n"
+                "  --version  print the version\n\n"
+                "Formats read: BMP, JPEG, PNG, GIF, TIFF, ICO (on Windows EMF and WMF too).\n"
+                "Formats written: .bmp .jpg .jpeg .gif .tif .tiff .png; the target's extension names the format.\n"
+                "Options may stand anywhere behind the command; -- ends them.\n"
+                "Exit status: 0 done, 1 a file stood in the way, 2 called wrongly, 130 interrupted.\n");
+}
 
 } // namespace lumbrix::cli

@@ -1,4 +1,4 @@
-// The commands of the command line: what each is called, takes and does.
+// The commands of the command line: what each is called, takes and does, and the help on them.
 #pragma once
 
 #include "cli/options.h"
@@ -16,8 +16,15 @@ struct Command {
     std::size_t mostArguments;
     std::span<const Option> options;
     int (*run)(const Arguments& arguments); // gives the exit status; throws WrongUsage or Failure
+    const char* note = nullptr;             // what else the help says
 };
 
 std::span<const Command> Commands();
+
+// What --help prints.
+void PrintHelp();
+
+// Prints the help on one command.
+void PrintHelpOn(const Command& command);
 
 } // namespace lumbrix::cli

@@ -2,12 +2,10 @@
 #include "cli/drawing.h"
 
 #include "cli/causes.h"
-#include "cli/damage.h"
-#include "cli/drawablesource.h"
-#include "cli/errors.h"
 #include "cli/formats.h"
-#include "cli/interrupt.h"
 #include "cli/numbers.h"
+#include "cli/options.h"
+#include "cli/sources.h"
 #include "cli/system.h"
 #include "cli/writing.h"
 #include "imaging/exports/lumbrix.h"
@@ -76,7 +74,6 @@ int RunAnnotate(const Arguments& arguments) {
     const Color& color = lettering.color;
     SizeOf(source);
     RequireFont(lettering.font, target);
-    CatchInterrupts();
     WriteInOneStep(source, target, [&](const std::string& temporary) {
         const DrawableSource drawable(source);
         return AnnotateImage(drawable.File().c_str(), temporary.c_str(), x, y, text.c_str(), lettering.font.c_str(),
@@ -97,7 +94,6 @@ int RunStamp(const Arguments& arguments) {
     SizeOf(source);
     ExpectIntact(stamp); // a damaged one would be left out in silence
     RefuseStampAsTarget(stamp, target);
-    CatchInterrupts();
     WriteInOneStep(source, target, [&](const std::string& temporary) {
         const DrawableSource drawable(source);
         return StampImage(drawable.File().c_str(), temporary.c_str(), x, y, stamp.c_str());

@@ -1,6 +1,7 @@
-// What a run over a folder is going to do: which file becomes which. Looks at names only.
+// The pictures in a folder, and which of them becomes which file.
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -10,6 +11,16 @@ namespace lumbrix::cli {
 
 // Whether a file's extension says that it is a picture which can be read on this system.
 bool IsPictureName(const std::filesystem::path& file);
+
+struct FoundFiles {
+    std::vector<std::filesystem::path> pictures; // relative to the folder, in no particular order
+    std::size_t others = 0;                      // files that are no pictures by their names
+    std::vector<std::string> failures;           // a sentence for each folder that could not be listed
+};
+
+// Lists a folder, with `isRecursive` its subfolders too. Links to folders are not followed, and the folder `leftOut`,
+// which need not be there, is not searched where it lies inside.
+FoundFiles SearchFolder(const std::filesystem::path& folder, bool isRecursive, const std::filesystem::path& leftOut);
 
 struct FolderOrder {
     std::filesystem::path sourceFolder; // both in full, so that a source can be told from a target
@@ -35,7 +46,7 @@ struct PlannedFile {
 using KeyFunction = std::function<std::filesystem::path(const std::filesystem::path& path)>;
 
 // The files in sorted order, each with its target at the same place below the target folder. `files` are the names of
-// pictures relative to the source folder.
+// pictures relative to the source folder. Looks at names only.
 std::vector<PlannedFile> PlanFolder(const FolderOrder& order, std::vector<std::filesystem::path> files,
                                     const KeyFunction& keyOf);
 

@@ -1,9 +1,9 @@
 // The formats that are written, and the procedures that write them.
 #include "cli/formats.h"
 
-#include "cli/errors.h"
-#include "cli/lowercase.h"
+#include "cli/options.h"
 #include "cli/system.h"
+#include "cli/text.h"
 
 namespace lumbrix::cli {
 

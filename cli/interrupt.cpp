@@ -1,6 +1,8 @@
 // The wish to stop, from Ctrl-C and the like.
 #include "cli/interrupt.h"
 
+#include "cli/temporary.h"
+
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
@@ -9,14 +11,20 @@ namespace lumbrix::cli {
 
 namespace {
 
+std::atomic<bool> finishesFirst{false};
 std::atomic<bool> interrupted{false};
-static_assert(std::atomic<bool>::is_always_lock_free, "it is set where nothing may wait");
+std::atomic<bool> ends{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "they are set where nothing may wait");
 
 void Note(int signal) {
-    if (interrupted.exchange(true)) {
+    std::signal(signal, Note); // Windows forgets the handler with each call
+    if (!interrupted.exchange(true) && finishesFirst) {
+        return;
+    }
+    if (!ends.exchange(true)) { // another thread may be at it
+        RemoveLeftovers();
         std::_Exit(InterruptedStatus);
     }
-    std::signal(signal, Note); // Windows forgets the handler with each call
 }
 
 // A signal that whoever started the program wants to be passed over stays so.
@@ -28,10 +36,15 @@ void Catch(int signal) {
 
 } // namespace
 
-void CatchInterrupts() {
+void EndWhenInterrupted() {
     Catch(SIGINT);
     Catch(SIGTERM);
+#ifdef SIGHUP
+    Catch(SIGHUP);
+#endif
 }
+
+void FinishWhenInterrupted() { finishesFirst = true; }
 
 bool WasInterrupted() { return interrupted; }
 

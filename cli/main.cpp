@@ -1,9 +1,9 @@
 // lumbrix-cli: the exported procedures from a shell. Ends with 0 when the work was done, 1 when a file stood in the
 // way, 2 when it was called wrongly, 130 when it was interrupted.
 #include "cli/commands.h"
-#include "cli/errors.h"
-#include "cli/help.h"
 #include "cli/interrupt.h"
+#include "cli/options.h"
+#include "cli/text.h"
 #include "imaging/exports/lumbrix.h"
 
 #include <cstdio>
@@ -18,6 +18,8 @@ using namespace lumbrix::cli;
 constexpr int Failed = 1;
 constexpr int CalledWrongly = 2;
 
+void Tell(const std::string& message) { std::fputs(MessageLine(message).c_str(), stderr); }
+
 const Command& FindCommand(const std::string& name) {
     for (const Command& command : Commands()) {
         if (name == command.name) {
@@ -27,10 +29,13 @@ const Command& FindCommand(const std::string& name) {
     throw WrongUsage{"there is no command '" + name + "'"};
 }
 
+bool IsHelp(const std::string& word) { return word == HelpOption || word == "-h"; }
+
 int RunCommand(const Command& command, const Arguments& arguments) {
     if (arguments.Count() < command.fewestArguments || arguments.Count() > command.mostArguments) {
         throw WrongUsage{std::string("usage: lumbrix-cli ") + command.name + " " + command.arguments};
     }
+    EndWhenInterrupted();
     LoadImagingLibrary();
     const int status = command.run(arguments);
     UnloadImagingLibrary();
@@ -41,7 +46,7 @@ int Run(const std::vector<std::string>& words) {
     if (words.empty()) {
         throw WrongUsage{"a command is needed"};
     }
-    if (words[0] == "--help" || words[0] == "-h") {
+    if (IsHelp(words[0])) {
         PrintHelp();
         return 0;
     }
@@ -50,7 +55,12 @@ int Run(const std::vector<std::string>& words) {
         return 0;
     }
     const Command& command = FindCommand(words[0]);
-    return RunCommand(command, Arguments({words.begin() + 1, words.end()}, command.options));
+    const Arguments arguments({words.begin() + 1, words.end()}, command.options);
+    if (arguments.Has(HelpOption) || (words.size() > 1 && IsHelp(words[1]))) {
+        PrintHelpOn(command);
+        return 0;
+    }
+    return RunCommand(command, arguments);
 }
 
 } // namespace
@@ -60,13 +70,13 @@ int main(int count, char** words) {
         const int status = Run({words + 1, words + count});
         return std::fflush(stdout) == 0 ? status : Failed;
     } catch (const WrongUsage& usage) {
-        std::fprintf(stderr, "lumbrix-cli: %s; see lumbrix-cli --help\n", usage.text.c_str());
+        Tell(usage.text + "; see lumbrix-cli --help");
         return CalledWrongly;
     } catch (const Failure& failure) {
-        std::fprintf(stderr, "lumbrix-cli: %s\n", failure.text.c_str());
+        Tell(failure.text);
         return WasInterrupted() ? InterruptedStatus : Failed;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "lumbrix-cli: %s\n", error.what());
+        Tell(error.what());
         return Failed;
     }
 }

@@ -1,7 +1,7 @@
 // Numbers and colours as words of the command line.
 #include "cli/numbers.h"
 
-#include "cli/errors.h"
+#include "cli/options.h"
 
 #include <charconv>
 #include <optional>

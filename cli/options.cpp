@@ -1,8 +1,6 @@
 // Tells the options of a command from its other words.
 #include "cli/options.h"
 
-#include "cli/errors.h"
-
 #include <algorithm>
 
 namespace lumbrix::cli {
@@ -10,8 +8,12 @@ namespace lumbrix::cli {
 namespace {
 
 constexpr const char* EndOfOptions = "--";
+constexpr Option Help{HelpOption, nullptr, ""};
 
 const Option& FindOption(const std::string& word, std::span<const Option> known) {
+    if (word == HelpOption) {
+        return Help;
+    }
     const auto option = std::find_if(known.begin(), known.end(), [&](const Option& each) { return word == each.name; });
     if (option == known.end()) {
         throw WrongUsage{"there is no option '" + word + "' here"};

@@ -1,4 +1,4 @@
-// Tells the options of a command from its other words.
+// The words behind a command, and what a command throws when it cannot do its work.
 #pragma once
 
 #include <map>
@@ -9,11 +9,24 @@
 
 namespace lumbrix::cli {
 
+// Ends the program with status 2: the command was called wrongly. The text says how it is called right.
+struct WrongUsage {
+    std::string text;
+};
+
+// Ends the program with status 1: a file stands in the way. One sentence that names the file and the cause.
+struct Failure {
+    std::string text;
+};
+
 struct Option {
     const char* name;    // with its dashes
     const char* value;   // as the help shows it, null for an option that takes none
     const char* purpose; // with what holds where the option is not given
 };
+
+// Every command knows this option.
+inline constexpr const char* HelpOption = "--help";
 
 // The words behind a command, taken apart.
 class Arguments {

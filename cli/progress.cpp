@@ -8,16 +8,25 @@ namespace lumbrix::cli {
 
 Progress::Progress(std::size_t total, bool isShown) : total_(total), isShown_(isShown && total > 0) { Draw(); }
 
-Progress::~Progress() {
-    if (isShown_) {
-        Print(std::string(length_, ' ') + '\r');
-    }
-}
+Progress::~Progress() { Erase(); }
 
 void Progress::Step() {
     const std::lock_guard lock(mutex_);
     ++done_;
     Draw();
+}
+
+void Progress::Tell(const std::string& line) {
+    const std::lock_guard lock(mutex_);
+    Erase();
+    std::fputs(line.c_str(), stderr);
+    Draw();
+}
+
+void Progress::Erase() {
+    if (isShown_) {
+        Print(std::string(length_, ' ') + '\r');
+    }
 }
 
 void Progress::Draw() {

@@ -7,7 +7,8 @@
 
 namespace lumbrix::cli {
 
-// Draws one line on the error output, over and over, and erases it in the end. Several threads may report steps.
+// Draws one line on the error output, over and over, and erases it in the end. Several threads may report steps and
+// tell lines.
 class Progress {
   public:
     Progress(std::size_t total, bool isShown);
@@ -17,8 +18,12 @@ class Progress {
 
     void Step();
 
+    // Prints a line that stays, above the bar.
+    void Tell(const std::string& line);
+
   private:
     void Draw();
+    void Erase();
     void Print(const std::string& line);
 
     std::size_t total_;

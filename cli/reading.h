@@ -1,4 +1,4 @@
-// The commands that print what a file says about its picture: size and properties.
+// The commands on what a file says about its picture: size, properties and date.
 #pragma once
 
 #include "cli/options.h"
@@ -7,5 +7,8 @@ namespace lumbrix::cli {
 
 int RunSize(const Arguments& arguments);
 int RunProperties(const Arguments& arguments);
+
+// Prints the date, or writes a copy with another.
+int RunDate(const Arguments& arguments);
 
 } // namespace lumbrix::cli

@@ -1,14 +1,12 @@
-// The commands that change a picture's shape: resize, crop and rotate.
+// The commands that write a picture in another format or shape: convert, thumb, resize, crop and rotate.
 #include "cli/reshaping.h"
 
 #include "cli/causes.h"
-#include "cli/damage.h"
-#include "cli/drawablesource.h"
-#include "cli/errors.h"
 #include "cli/formats.h"
-#include "cli/interrupt.h"
-#include "cli/lowercase.h"
 #include "cli/numbers.h"
+#include "cli/options.h"
+#include "cli/sources.h"
+#include "cli/text.h"
 #include "cli/writing.h"
 #include "imaging/exports/lumbrix.h"
 
@@ -77,11 +75,29 @@ void WriteResized(const std::string& source, const std::string& target, std::int
     });
 }
 
+int RunConvert(const Arguments& arguments) {
+    const std::string& source = arguments[0];
+    const std::string& target = arguments[1];
+    const Format& format = FormatOfTarget(target);
+    RequireName(source);
+    ExpectWritten(format.convert(source.c_str(), target.c_str()), source, target);
+    return 0;
+}
+
+int RunThumb(const Arguments& arguments) {
+    const std::string& source = arguments[0];
+    const std::string& target = arguments[2];
+    const int32_t height = PositiveNumber(arguments[1], "height");
+    const Format& format = FormatOfTarget(target);
+    RequireName(source);
+    ExpectWritten(format.convertToThumb(source.c_str(), height, target.c_str()), source, target);
+    return 0;
+}
+
 int RunResize(const Arguments& arguments) {
     const std::string& target = arguments[1];
     FormatOfTarget(target);
     const std::int32_t height = PositiveNumber(arguments[2], "height");
-    CatchInterrupts();
     WriteResized(arguments[0], target, height);
     return 0;
 }
@@ -93,7 +109,6 @@ int RunCrop(const Arguments& arguments) {
     const Rectangle area{WholeNumber(arguments[2], "X", 0), WholeNumber(arguments[3], "Y", 0),
                          PositiveNumber(arguments[4], "width"), PositiveNumber(arguments[5], "height")};
     ExpectWithin(SizeOf(source), area, source);
-    CatchInterrupts();
     WriteInOneStep(source, target, [&](const std::string& temporary) {
         return CropImage(source.c_str(), temporary.c_str(), area.x, area.y, area.width, area.height);
     });
@@ -106,7 +121,6 @@ int RunRotate(const Arguments& arguments) {
     FormatOfTarget(target);
     const std::int32_t angle = AngleFrom(arguments[2]);
     const std::string flip = arguments.Count() > 3 ? FlipFrom(arguments[3]) : "";
-    CatchInterrupts();
     WriteInOneStep(source, target, [&](const std::string& temporary) {
         return RotateImage(source.c_str(), temporary.c_str(), angle, flip.c_str());
     });

@@ -24,11 +24,23 @@ std::string NameOf(const std::filesystem::path& path) {
     return name;
 }
 
+bool AreTextsUtf8() { return GetACP() == CP_UTF8; }
+
 std::filesystem::path FileKey(const std::filesystem::path& path) {
     std::wstring key = path.native();
     CharLowerBuffW(key.data(), static_cast<DWORD>(key.size()));
     return key;
 }
+
+std::filesystem::path FolderForTemporaryFiles() {
+    wchar_t folder[MAX_PATH + 1] = L"";
+    GetTempPathW(MAX_PATH + 1, folder);
+    return folder;
+}
+
+void RemoveFileAtOnce(const wchar_t* path) { DeleteFileW(path); }
+
+void RemoveFolderAtOnce(const wchar_t* path) { RemoveDirectoryW(path); }
 
 bool FlushToDisk(const std::filesystem::path& path) {
     const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,

@@ -2,8 +2,8 @@
 #include "cli/writing.h"
 
 #include "cli/causes.h"
-#include "cli/damage.h"
-#include "cli/errors.h"
+#include "cli/options.h"
+#include "cli/sources.h"
 #include "cli/system.h"
 #include "cli/temporary.h"
 

@@ -36,6 +36,27 @@ TEST_F(CommandLine, HelpNamesEveryCommandAndOption) {
     }
 }
 
+TEST_F(CommandLine, HelpOnACommandIsAboutThatOne) {
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"folder", "--help"}, {"folder", "-h"}, {"folder", "in", "out", "png", "--help"}}) {
+        const Outcome outcome = Run(words);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.errors, "");
+        EXPECT_NE(outcome.output.find("lumbrix-cli folder SOURCE_FOLDER"), std::string::npos) << outcome.output;
+        EXPECT_NE(outcome.output.find("--skip-existing"), std::string::npos) << outcome.output;
+        EXPECT_EQ(outcome.output.find("--bold"), std::string::npos) << outcome.output;
+    }
+}
+
+TEST_F(CommandLine, HelpTellsWhatACommandDoesBesides) {
+    EXPECT_NE(Run({"annotate", "--help"}).output.find("becomes denser"), std::string::npos);
+    EXPECT_NE(Run({"stamp", "--help"}).output.find("becomes denser"), std::string::npos);
+    EXPECT_NE(Run({"date", "--help"}).output.find("is not replaced"), std::string::npos);
+    EXPECT_NE(Run({"properties", "--help"}).output.find("left out"), std::string::npos);
+}
+
+TEST_F(CommandLine, HelpMayBeAPlainWord) { ExpectFailure(Run({"size", "--", "--help"}), "--help", "no such file"); }
+
 TEST_F(CommandLine, VersionIsPrinted) { EXPECT_EQ(Run({"--version"}).output, "lumbrix-cli " LUMBRIX_VERSION "\n"); }
 
 TEST_F(CommandLine, WrongUsageEndsWithTwo) {
@@ -66,6 +87,14 @@ TEST_F(CommandLine, SourceThatIsNoPictureIsNamed) {
     WriteBytes(folder_ / "cut.bmp", ReadBytes(folder_ / "source.bmp").substr(0, 55));
     ExpectFailure(Run({"convert", Path("cut.bmp"), Path("a.jpg")}), "cut.bmp", "damaged");
     EXPECT_FALSE(std::filesystem::exists(folder_ / "a.jpg"));
+}
+
+TEST_F(CommandLine, ControlCharactersInNamesDoNotReachTheTerminal) {
+    ExpectFailure(Run({"size", Path("a\x1B[2J\nb\xC2\x9B.png")}), "a?[2J?b?.png", "no such file");
+    ExpectWrongUsage(Run({"paint\x1B[2J"}), "'paint?[2J'");
+    std::filesystem::create_directory(folder_ / "in");
+    WriteBytes(folder_ / "in/\x1B[2J.png", "no picture");
+    EXPECT_NE(Run({"folder", Path("in"), Path("out"), "gif"}).errors.find("in/?[2J.png"), std::string::npos);
 }
 
 TEST_F(CommandLine, MissingTargetFolderIsNamed) {

@@ -39,7 +39,9 @@ pid_t CommandLine::Start(const std::vector<std::string>& arguments, bool asNobod
         dup2(open(Path("stdout").c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600), 1);
         const int errors = open(Path("stderr").c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600);
         dup2(errorOutput >= 0 ? errorOutput : errors, 2);
-        std::signal(SIGINT, SIG_DFL); // whoever runs the tests may pass it over
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) { // whoever runs the tests may pass them over
+            std::signal(signal, SIG_DFL);
+        }
         if (asNobody && !BecomeNobody()) {
             _exit(126);
         }

@@ -13,7 +13,8 @@ using Names = std::set<std::string>;
 
 class FolderFaults : public Folder {
   protected:
-    // Expects status 1, these counts, and one line for each failure that has all the words given for it.
+    // Expects status 1, these counts, and one line for each failure that has all the words given for it, in the order
+    // of one job.
     void ExpectFailures(const Outcome& outcome, const std::string& counts,
                         const std::vector<std::vector<std::string>>& failures) {
         EXPECT_EQ(outcome.status, 1);
@@ -39,7 +40,7 @@ TEST_F(FolderFaults, BadFilesDoNotStopTheRun) {
     MakePicture("in/c.bmp");
     WriteBytes(folder_ / "in/d.bmp", ReadBytes(folder_ / "in/a.bmp").substr(0, 60));
     MakePicture("in/e.bmp");
-    ExpectFailures(RunFolder({"png"}), "3 written, 0 skipped, 2 failed",
+    ExpectFailures(RunFolder({"png", "--jobs", "1"}), "3 written, 0 skipped, 2 failed",
                    {{"in/b.png", "no picture"}, {"in/d.bmp", "damaged"}});
     EXPECT_EQ(NamesIn("out"), (Names{"a.png", "c.png", "e.png"}));
 }
@@ -55,7 +56,7 @@ TEST_F(FolderFaults, LaterOfTwoSourcesForOneTargetFails) {
     MakePicture("in/a.bmp", 4, 4);
     MakePicture("in/a.png", 5, 5);
     MakePicture("in/a.tif", 6, 6);
-    ExpectFailures(RunFolder({"gif"}), "1 written, 0 skipped, 2 failed",
+    ExpectFailures(RunFolder({"gif", "--jobs", "1"}), "1 written, 0 skipped, 2 failed",
                    {{"out/a.gif", "in/a.png", "in/a.bmp"}, {"out/a.gif", "in/a.tif", "in/a.bmp"}});
     ExpectSuccess(Run({"size", Path("out/a.gif")}), "4 x 4\n");
 }
@@ -72,7 +73,7 @@ TEST_F(FolderFaults, SourcesAreNotWrittenOver) {
     MakePicture("in/a.bmp", 4, 4);
     MakePicture("in/a.png", 5, 5);
     MakePicture("in/b.bmp", 6, 6);
-    ExpectFailures(Run({"folder", Path("in"), Path("in"), "png"}), "1 written, 0 skipped, 2 failed",
+    ExpectFailures(Run({"folder", Path("in"), Path("in"), "png", "--jobs", "1"}), "1 written, 0 skipped, 2 failed",
                    {{"in/a.png", "in/a.bmp", "it is a source as well"}, {"in/a.png", "it is the source itself"}});
     ExpectSuccess(Run({"size", Path("in/a.png")}), "5 x 5\n");
     EXPECT_EQ(NamesIn("in"), (Names{"a.bmp", "a.png", "b.bmp", "b.png"}));
@@ -116,7 +117,8 @@ TEST_F(FolderFaults, ReadOnlyTargetFolderIsNamedForEachFile) {
     MakeFolder("closed");
     chmod(Path("closed").c_str(), 0555);
     chmod(folder_.Path().c_str(), 0755);
-    ExpectFailures(Run({"folder", Path("in"), Path("closed"), "png", "10"}, true), "0 written, 0 skipped, 2 failed",
+    ExpectFailures(Run({"folder", Path("in"), Path("closed"), "png", "10", "--jobs", "1"}, true),
+                   "0 written, 0 skipped, 2 failed",
                    {{"closed/a.png", "not writable"}, {"closed/b.png", "not writable"}});
 }
 

@@ -16,6 +16,14 @@ class Folder : public CommandLine {
         WriteBytes(folder_ / name, MakeBmp(width, height, [&](int, int) { return color; }));
     }
 
+    // A picture of zeros that takes no room, but long to work on.
+    void MakeVastPicture(const std::string& name) {
+        std::string header = MakeBmp(1, 1, [](int, int) { return Black; }).substr(0, 54);
+        header.replace(18, 8, std::string("\x20\x4E\0\0\x20\x4E\0\0", 8)); // 20,000 pixels a side
+        WriteBytes(folder_ / name, header);
+        std::filesystem::resize_file(folder_ / name, 54 + std::uintmax_t{20000} * 60000);
+    }
+
     // Runs `folder in out`, with these words behind.
     Outcome RunFolder(std::vector<std::string> words) {
         words.insert(words.begin(), {"folder", Path("in"), Path("out")});

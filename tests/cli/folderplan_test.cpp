@@ -1,6 +1,6 @@
 // Which file becomes which in a run over a folder; no file is touched.
 #include "cli/folderplan.h"
-#include "cli/lowercase.h"
+#include "cli/text.h"
 
 #include <gtest/gtest.h>
 

@@ -60,12 +60,7 @@ TEST_F(LongRun, TerminationFinishesTheFilesUnderWay) { ExpectCleanStop(SIGTERM);
 
 TEST_F(LongRun, SecondInterruptEndsAtOnce) {
     MakePicture("in/a.bmp");
-    // A picture of zeros that takes no room, but long to find a palette for.
-    MakePicture("in/b.bmp", 1, 1);
-    std::string header = MakeBmp(1, 1, [](int, int) { return Black; }).substr(0, 54);
-    header.replace(18, 8, std::string("\x20\x4E\0\0\x20\x4E\0\0", 8)); // 20,000 pixels a side
-    WriteBytes(folder_ / "in/b.bmp", header);
-    fs::resize_file(folder_ / "in/b.bmp", 54 + std::uintmax_t{20000} * 60000);
+    MakeVastPicture("in/b.bmp");
     const pid_t child = Start({"folder", Path("in"), Path("out"), "gif", "--jobs", "1"});
     AwaitFile("out/a.gif");
     kill(child, SIGINT);
@@ -81,7 +76,7 @@ TEST_F(LongRun, SecondInterruptEndsAtOnce) {
 // Runs the folder command with its error output on a terminal; gives back what the terminal got.
 class OnTerminal : public LongRun {
   protected:
-    std::string RunOnTerminal() {
+    std::string RunOnTerminal(const std::string& counts = "3 written, 0 skipped, 0 failed\n") {
         const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
         EXPECT_EQ(grantpt(terminal) + unlockpt(terminal), 0);
         const int end = open(ptsname(terminal), O_RDWR | O_NOCTTY);
@@ -93,7 +88,7 @@ class OnTerminal : public LongRun {
             shown.append(buffer, static_cast<std::size_t>(count));
         }
         close(terminal);
-        EXPECT_EQ(Wait(child).output, "3 written, 0 skipped, 0 failed\n");
+        EXPECT_EQ(Wait(child).output, counts);
         return shown;
     }
 };
@@ -108,6 +103,19 @@ TEST_F(OnTerminal, BarIsDrawnInOneLineAndErased) {
     EXPECT_EQ(shown.find('\n'), std::string::npos) << shown;
     const std::size_t last = shown.find_last_not_of(" \r");
     EXPECT_EQ(shown.substr(last + 1), "\r" + std::string(std::string("[] 3 of 3").size() + 40, ' ') + "\r");
+}
+
+TEST_F(OnTerminal, FailureIsShownOnceAboveTheBar) {
+    for (const char* name : {"in/a.bmp", "in/c.bmp", "in/d.bmp"}) {
+        MakePicture(name);
+    }
+    WriteBytes(folder_ / "in/b.png", "Dear Sir or Madam");
+    const std::string shown = RunOnTerminal("3 written, 0 skipped, 1 failed\n");
+    const std::size_t failure = shown.find("\rlumbrix-cli: cannot read " + Path("in/b.png"));
+    ASSERT_NE(failure, std::string::npos) << shown;
+    EXPECT_LT(shown.find("] 0 of 4"), failure);
+    EXPECT_GT(shown.find("] 4 of 4"), failure);
+    EXPECT_EQ(shown.find("b.png", shown.find('\n')), std::string::npos) << shown;
 }
 
 TEST_F(OnTerminal, NoBarIsDrawnElsewhere) {

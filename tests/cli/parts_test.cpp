@@ -1,9 +1,9 @@
 // The parts of the command line that work without files: words, numbers and the progress bar.
-#include "cli/errors.h"
 #include "cli/formats.h"
 #include "cli/numbers.h"
 #include "cli/options.h"
 #include "cli/progress.h"
+#include "cli/text.h"
 
 #include <gtest/gtest.h>
 
@@ -84,6 +84,17 @@ TEST(Formats, FollowTheLastExtensionInAnyLetterCase) {
         EXPECT_THROW(FormatOfTarget(name), WrongUsage) << name;
     }
 }
+
+TEST(PrintableText, HasAQuestionMarkForEachControlCharacter) {
+    EXPECT_EQ(Printable("a\tb\x1B[2J\r\n\x7F"), "a\tb?[2J???");
+}
+
+#ifndef _WIN32 // the code page decides there
+TEST(PrintableText, HasNoLongControlCharactersEither) {
+    EXPECT_EQ(Printable("\xC2\x80\xC2\x9F."), "??.");
+    EXPECT_EQ(Printable("\xC2\xA0\xC3\x9F\xE2\x82\x9F\xC2"), "\xC2\xA0\xC3\x9F\xE2\x82\x9F\xC2");
+}
+#endif
 
 TEST(ProgressBar, FillsFromLeftToRight) {
     EXPECT_EQ(ProgressLine(0, 4), "[----------------------------------------] 0 of 4");

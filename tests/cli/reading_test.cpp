@@ -61,6 +61,13 @@ TEST_F(Reading, PropertiesArePrintedOneALine) {
     EXPECT_EQ(outcome.output.find('\r'), std::string::npos);
 }
 
+TEST_F(Reading, PropertiesWithoutAValueAreLeftOut) {
+    const Outcome outcome = Run({"properties", Path("photo.jpg")});
+    EXPECT_EQ(outcome.output, "Camera Manufacturer\tMaker Works\nDateTime\t2026:11:21 09:30:00\n");
+    ExpectSuccess(Run({"convert", Path("source.bmp"), Path("a.gif")}));
+    ExpectSuccess(Run({"properties", Path("a.gif")}));
+}
+
 TEST_F(Reading, NoPropertiesPrintNothing) { ExpectSuccess(Run({"properties", Path("source.bmp")})); }
 
 TEST_F(Reading, ControlCharactersInPropertiesDoNotReachTheTerminal) {
@@ -118,12 +125,21 @@ TEST_F(Reading, OtherPicturesGetAStampedCopyToo) {
     ExpectSuccess(Run({"date", Path("source_stamped.jpg")}), "now\n");
 }
 
-TEST_F(Reading, DateThatCannotBeWrittenLeavesTheOlderCopy) {
-    WriteBytes(folder_ / "photo_stamped.jpg", "old");
-    chmod(Path("photo_stamped.jpg").c_str(), 0444);
-    chmod(folder_.Path().c_str(), 0777);
-    ExpectFailure(Run({"date", Path("photo.jpg"), "now"}, true), "photo_stamped.jpg", "not writable");
-    EXPECT_EQ(ReadBytes(folder_ / "photo_stamped.jpg"), "old");
+TEST_F(Reading, OlderStampedCopyIsNotReplaced) {
+    ExpectSuccess(Run({"date", Path("photo.jpg"), "then"}), Path("photo_stamped.jpg") + "\n");
+    std::filesystem::copy_file(folder_ / "source.bmp", folder_ / "photo.2021.bmp");
+    ExpectFailure(Run({"date", Path("photo.2021.bmp"), "now"}), "photo_stamped.jpg", "there is such a file already");
+    ExpectSuccess(Run({"date", Path("photo_stamped.jpg")}), "then\n");
+}
+
+TEST_F(Reading, FolderThatTheStampedCopyCannotBeWrittenToIsNamed) {
+    std::filesystem::create_directory(folder_ / "closed");
+    std::filesystem::copy_file(folder_ / "photo.jpg", folder_ / "closed/photo.jpg");
+    chmod(folder_.Path().c_str(), 0755);
+    chmod(Path("closed").c_str(), 0555);
+    ExpectFailure(Run({"date", Path("closed/photo.jpg"), "now"}, true),
+                  "cannot write " + Path("closed/photo_stamped.jpg"),
+                  "the folder " + Path("closed") + " is not writable");
 }
 
 TEST_F(Reading, EmptyDateIsWrongUsage) { ExpectWrongUsage(Run({"date", Path("photo.jpg"), ""}), "empty date"); }

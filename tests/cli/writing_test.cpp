@@ -139,6 +139,13 @@ TEST_P(Writing, PictureWithAPaletteLeavesNoCopyBehind) {
     ExpectOnly({"palette.bmp", "a.png"});
 }
 
+TEST_F(CommandLine, MissingFolderForTemporaryFilesIsNamed) {
+    setenv("TMPDIR", "/nonexist", 1);
+    const Outcome outcome = Run({"resize", Path("source.bmp"), Path("a.png"), "5"});
+    unsetenv("TMPDIR");
+    ExpectFailure(outcome, "/nonexist", "cannot make a temporary folder in /nonexist: ");
+}
+
 INSTANTIATE_TEST_SUITE_P(Commands, Writing, testing::ValuesIn(Writers),
                          [](const auto& parameter) { return std::string(parameter.param.name); });
 

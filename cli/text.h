@@ -1,4 +1,4 @@
-// A text that the engine handed out, given back when it is no longer needed.
+// Texts: their letter case, how a terminal may see them, and those that the engine hands out.
 #pragma once
 
 #include "imaging/exports/lumbrix.h"
@@ -7,6 +7,16 @@
 
 namespace lumbrix::cli {
 
+// Letter case of words that are compared: ASCII only, whatever the code page.
+std::string LowerCase(std::string text);
+
+// The text with a question mark for each control character but tabs, for a terminal obeys them.
+std::string Printable(const std::string& text);
+
+// A message of this program as a line for the error output.
+std::string MessageLine(const std::string& text);
+
+// A text that the engine handed out, given back when it is no longer needed.
 class LibraryText {
   public:
     explicit LibraryText(char* text = nullptr) : text_(text) {}

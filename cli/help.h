@@ -1,8 +1,0 @@
-// What --help prints.
-#pragma once
-
-namespace lumbrix::cli {
-
-void PrintHelp();
-
-} // namespace lumbrix::cli
