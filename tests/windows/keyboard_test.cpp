@@ -1,4 +1,4 @@
-// The main window under real keys and a real mouse.
+// The main window under real keys.
 #include "tests/windows/programfixture.h"
 
 namespace {
@@ -6,7 +6,6 @@ namespace {
 using namespace lumbrix;
 using namespace tests;
 using Keyboard = ProgramTest;
-using Mouse = ProgramTest;
 
 TEST_F(Keyboard, TabGoesInTheOrderOfTheTable) {
     program_.Activate();
@@ -72,17 +71,6 @@ TEST_F(Keyboard, EscapeLeavesTheWindowOpen) {
     PressKey('X');
     EXPECT_TRUE(WaitFor([&] { return program_.Text(SourceFileBox) == "x"; }));
     EXPECT_TRUE(IsWindow(program_.Window()));
-}
-
-TEST_F(Mouse, PressesButtonsAndRadios) {
-    program_.SetText(SourceFileBox, Path("source.bmp"));
-    program_.SetText(TargetBox, Path("a.bmp"));
-    program_.Activate();
-    ClickWithMouse(program_.Item(GifRadio));
-    EXPECT_TRUE(WaitFor([&] { return program_.Text(TargetBox) == Path("a.gif"); }));
-    ClickWithMouse(program_.Item(ConvertButton));
-    EXPECT_EQ(program_.Answer(), "Lumbrix: Done");
-    EXPECT_EQ(Start("a.gif"), "GI");
 }
 
 } // namespace

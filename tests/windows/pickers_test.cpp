@@ -40,20 +40,17 @@ class FilePicker : public ProgramTest {
         EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
     }
 
-    // Presses the entry with this number in the dialog's list.
-    void PressEntry(HWND dialog, int entry) const {
+    // Selects the entry with this number in the dialog's list.
+    void Select(HWND dialog, int entry) const {
         HWND list = nullptr;
         ASSERT_TRUE(WaitFor([&] {
             list = FindBelow(dialog, "SysListView32");
             return list != nullptr && SendMessageA(list, LVM_GETITEMCOUNT, 0, 0) > entry;
         }));
-        RECT place{LVIR_LABEL, 0, 0, 0};
-        const std::uint32_t inside = program_.PutInside(&place, sizeof place);
-        SendMessageA(list, LVM_GETITEMRECT, static_cast<WPARAM>(entry), static_cast<LPARAM>(inside));
-        program_.GetFromInside(inside, &place, sizeof place);
-        POINT middle{place.left + 10, (place.top + place.bottom) / 2};
-        ClientToScreen(list, &middle);
-        ClickWithMouse(middle);
+        LVITEMA selected{};
+        selected.stateMask = selected.state = LVIS_SELECTED | LVIS_FOCUSED;
+        const std::uint32_t inside = program_.PutInside(&selected, sizeof selected);
+        SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(entry), static_cast<LPARAM>(inside));
     }
 };
 
@@ -128,7 +125,7 @@ TEST_F(FilePicker, SelectedPictureIsShown) {
     WriteBytes(program_.Folder() / "pictures" / "only.bmp", SmallBmp);
     Choose(Open(), Path("pictures\\only.bmp"));
     const HWND dialog = Open();
-    PressEntry(dialog, 0);
+    Select(dialog, 0);
     const HWND caption = GetDlgItem(dialog, PreviewCaptionId);
     EXPECT_TRUE(WaitFor([&] { return WindowText(caption) == "PREVIEW:"; })) << WindowText(caption);
     // A pixel over another, enlarged to half the width of the pane: blue above, red below, white beside.

@@ -49,6 +49,12 @@ bool WaitFor(const std::function<bool()>& holds) {
     return holds();
 }
 
+bool WaitUntilLasting(const std::function<bool()>& holds) {
+    constexpr int Lasting = 15;
+    int inRow = 0;
+    return WaitFor([&] { return (inRow = holds() ? inRow + 1 : 0) >= Lasting; });
+}
+
 std::string WindowText(HWND window) {
     std::string text(static_cast<std::size_t>(SendMessageA(window, WM_GETTEXTLENGTH, 0, 0)) + 1, '\0');
     text.resize(
@@ -60,26 +66,6 @@ std::string WindowClass(HWND window) {
     char name[80] = "";
     GetClassNameA(window, name, sizeof name);
     return name;
-}
-
-void ClickWithMouse(HWND window) {
-    RECT place{};
-    GetWindowRect(window, &place);
-    ClickWithMouse(POINT{(place.left + place.right) / 2, (place.top + place.bottom) / 2});
-}
-
-void ClickWithMouse(POINT place) {
-    const auto isAt = [&] {
-        POINT now{};
-        return GetCursorPos(&now) && now.x == place.x && now.y == place.y;
-    };
-    const auto isDown = [] { return (GetAsyncKeyState(VK_LBUTTON) & 0x8000) != 0; };
-    SetCursorPos(place.x, place.y);
-    EXPECT_TRUE(WaitFor(isAt));
-    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-    EXPECT_TRUE(WaitFor(isDown));
-    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-    EXPECT_TRUE(WaitFor([&] { return !isDown(); }));
 }
 
 void PressKey(WORD key, bool withShift) {
@@ -265,16 +251,12 @@ int RunningProgram::FocusedId() const {
 }
 
 void RunningProgram::Activate() const {
-    // The display server hands the focus over in several steps, so being in front counts only when it lasts.
-    constexpr int Lasting = 12;
-    int inFront = 0;
-    EXPECT_TRUE(WaitFor([&] {
-        const bool isInFront = GetForegroundWindow() == window_ && FocusedId() != 0;
-        inFront = isInFront ? inFront + 1 : 0;
-        if (!isInFront) {
-            SetForegroundWindow(window_);
+    EXPECT_TRUE(WaitUntilLasting([&] {
+        if (GetForegroundWindow() == window_ && FocusedId() != 0) {
+            return true;
         }
-        return inFront >= Lasting;
+        SetForegroundWindow(window_);
+        return false;
     })) << "not in front";
 }
 

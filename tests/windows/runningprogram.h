@@ -14,13 +14,14 @@ namespace tests {
 // Asks again and again until something holds; false where it does not within half a minute.
 bool WaitFor(const std::function<bool()>& holds);
 
+// The same, but it must hold on many askings in a row: for what the display server settles in several steps.
+bool WaitUntilLasting(const std::function<bool()>& holds);
+
 // What a window's text is, asked across processes.
 std::string WindowText(HWND window);
 std::string WindowClass(HWND window);
 
-// A press of the real mouse in the middle of a window, or at a place of the screen, and real keys.
-void ClickWithMouse(HWND window);
-void ClickWithMouse(POINT place);
+// A real key.
 void PressKey(WORD key, bool withShift = false);
 
 // The first window of a class anywhere below a window; null where there is none.
