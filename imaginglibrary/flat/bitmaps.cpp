@@ -106,7 +106,7 @@ FLAT_EXPORT Status FLAT_CALL GdipCloneBitmapAreaI(std::int32_t x, std::int32_t y
         if (!keepsFormat) {
             picture = ConvertedTo(std::move(picture), format);
         }
-        *clone = AddImage(std::make_shared<Image>(std::move(picture), image->Properties()));
+        *clone = AddImage(std::make_shared<Image>(std::move(picture), *image->Properties()));
         return Status::Ok;
     });
 }

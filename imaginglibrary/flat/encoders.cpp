@@ -91,7 +91,7 @@ Status SaveImage(const Image& image, const char16_t* path, const Codec& codec) {
     if (!file.Ok()) {
         return file.GetStatus();
     }
-    if (const Status status = codec.write(*image.Picture(), image.Properties(), **file); status != Status::Ok) {
+    if (const Status status = codec.write(*image.Picture(), *image.Properties(), **file); status != Status::Ok) {
         return status;
     }
     return (*file)->Commit();

@@ -4,6 +4,7 @@
 #include "imaginglibrary/flat/guard.h"
 #include "imaginglibrary/flat/handles.h"
 
+#include <atomic>
 #include <string_view>
 
 namespace imaginglibrary {
@@ -44,14 +45,15 @@ template <class Answer, class Ask> Status AskImage(GpImage* handle, Answer* answ
 } // namespace
 
 Image::Image(std::shared_ptr<const PixelSource> picture, PropertyList properties, const Codec* codec)
-    : loaded_(picture), picture_(std::move(picture)), properties_(std::move(properties)), codec_(codec) {}
+    : loaded_(picture), picture_(std::move(picture)),
+      properties_(std::make_shared<PropertyList>(std::move(properties))), codec_(codec) {}
 
 std::shared_ptr<const PixelSource> Image::Picture() const {
     const std::lock_guard lock(mutex_);
     return picture_;
 }
 
-PropertyList Image::Properties() const {
+std::shared_ptr<const PropertyList> Image::Properties() const {
     const std::lock_guard lock(mutex_);
     return properties_;
 }
@@ -68,7 +70,11 @@ void Image::ReplacePicture(std::shared_ptr<const PixelSource> picture) {
 
 void Image::SetProperty(Property property) {
     const std::lock_guard lock(mutex_);
-    properties_.Set(std::move(property));
+    if (properties_.use_count() > 1) {
+        properties_ = std::make_shared<PropertyList>(*properties_);
+    }
+    std::atomic_thread_fence(std::memory_order_acquire); // behind the last reading of those who gave it back
+    properties_->Set(std::move(property));
 }
 
 Status Image::Paint(const std::function<Status(Bitmap&)>& paint) {
@@ -82,6 +88,7 @@ Status Image::Paint(const std::function<Status(Bitmap&)>& paint) {
         bitmap_ = std::move(*copy);
         picture_ = bitmap_;
     }
+    std::atomic_thread_fence(std::memory_order_acquire); // behind the last reading of those who gave it back
     return paint(*bitmap_);
 }
 
@@ -114,7 +121,7 @@ FLAT_EXPORT Status FLAT_CALL GdipCloneImage(GpImage* handle, GpImage** clone) {
         if (image == nullptr || clone == nullptr) {
             return Status::InvalidParameter;
         }
-        *clone = AddImage(std::make_shared<Image>(image->Picture(), image->Properties(), image->FileCodec()));
+        *clone = AddImage(std::make_shared<Image>(image->Picture(), *image->Properties(), image->FileCodec()));
         return Status::Ok;
     });
 }

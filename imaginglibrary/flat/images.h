@@ -22,7 +22,7 @@ class Image {
 
     // The picture and the properties as they are now; later changes of the image do not show in them.
     std::shared_ptr<const PixelSource> Picture() const;
-    PropertyList Properties() const;
+    std::shared_ptr<const PropertyList> Properties() const;
 
     const Codec* FileCodec() const { return codec_; }
 
@@ -41,7 +41,7 @@ class Image {
     mutable std::mutex mutex_;
     std::shared_ptr<const PixelSource> picture_;
     std::shared_ptr<Bitmap> bitmap_; // the same as picture_ where that is a bitmap made for painting, else null
-    PropertyList properties_;
+    std::shared_ptr<PropertyList> properties_; // shared with those who asked for it, so copied before it changes
     const Codec* codec_;
 };
 

@@ -13,7 +13,7 @@ namespace {
 template <class Work> Status WithProperties(GpImage* handle, Work work) {
     return Guarded([&] {
         const auto image = FindImage(handle);
-        return image == nullptr ? Status::InvalidParameter : work(image->Properties());
+        return image == nullptr ? Status::InvalidParameter : work(*image->Properties());
     });
 }
 
