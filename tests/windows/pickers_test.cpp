@@ -143,11 +143,28 @@ TEST_F(FilePicker, SelectedPictureIsShown) {
     Cancel(dialog);
 }
 
+TEST_F(FilePicker, FileThatIsNoPictureShowsAWhitePane) {
+    MakeFolder("pictures");
+    WriteBytes(program_.Folder() / "pictures" / "broken.bmp", "no picture");
+    Choose(Open(), Path("pictures\\broken.bmp"));
+    const HWND dialog = Open();
+    Select(dialog, 0);
+    const HWND hook = FindWindowExA(dialog, nullptr, "#32770", nullptr);
+    ASSERT_NE(hook, nullptr);
+    EXPECT_TRUE(WaitFor([&] { return WindowText(hook) == "Error"; })) << WindowText(hook);
+    EXPECT_EQ(WindowText(GetDlgItem(dialog, PreviewCaptionId)), "");
+    Cancel(dialog);
+}
+
 class FolderDialog : public ProgramTest {
   protected:
     HWND Open(int button) const {
         program_.BeginClick(button);
         return program_.WaitForDialog();
+    }
+
+    static bool HasPrompt(HWND dialog, const char* prompt) {
+        return WaitFor([&] { return FindWindowExA(dialog, nullptr, "Static", prompt) != nullptr; });
     }
 
     // Selects a folder in the dialog's tree and presses the dialog's own button.
@@ -171,6 +188,7 @@ TEST_F(FolderDialog, TargetIsMadeOfTheFolderTheStemAndTheType) {
     const std::string folder = MakeFolder("out");
     const HWND dialog = Open(TargetButton);
     EXPECT_TRUE(WaitFor([&] { return WindowText(dialog) == "Image file to create"; })) << WindowText(dialog);
+    EXPECT_TRUE(HasPrompt(dialog, "Select output folder"));
     Choose(dialog, folder.substr(0, folder.size() - 1));
     EXPECT_TRUE(WaitFor([&] { return program_.Text(TargetBox) == folder + "a.gif"; })) << program_.Text(TargetBox);
 }
@@ -187,6 +205,7 @@ TEST_F(FolderDialog, SourceFolderEndsInABackslashAndTheSourceFileStays) {
     const std::string folder = MakeFolder("in");
     const HWND dialog = Open(SourceFolderButton);
     EXPECT_TRUE(WaitFor([&] { return WindowText(dialog) == "ALL image files in this folder"; }));
+    EXPECT_TRUE(HasPrompt(dialog, "Select the folder where the source images are"));
     Choose(dialog, folder.substr(0, folder.size() - 1));
     EXPECT_TRUE(WaitFor([&] { return program_.Text(SourceFolderBox) == folder; })) << program_.Text(SourceFolderBox);
     EXPECT_EQ(program_.Text(SourceFileBox), Path("source.bmp"));
