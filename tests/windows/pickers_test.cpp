@@ -121,14 +121,20 @@ TEST_F(FilePicker, FileThatIsMissingIsNotTaken) {
 }
 
 TEST_F(FilePicker, SelectedPictureIsShown) {
+    // A blue pixel beside a red one.
+    const std::string wide(
+        "BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\2\0\0\0\1\0\0\0\1\0\x18\0\0\0\0\0\x08\0\0\0\0\0\0\0"
+        "\0\0\0\0\0\0\0\0\0\0\0\0\xFF\0\0\0\0\xFF\0\0",
+        62);
     MakeFolder("pictures");
-    WriteBytes(program_.Folder() / "pictures" / "only.bmp", SmallBmp);
-    Choose(Open(), Path("pictures\\only.bmp"));
+    WriteBytes(program_.Folder() / "pictures" / "wide.bmp", wide);
+    Choose(Open(), Path("pictures\\wide.bmp"));
     const HWND dialog = Open();
     Select(dialog, 0);
     const HWND caption = GetDlgItem(dialog, PreviewCaptionId);
     EXPECT_TRUE(WaitFor([&] { return WindowText(caption) == "PREVIEW:"; })) << WindowText(caption);
-    // A pixel over another, enlarged to half the width of the pane: blue above, red below, white beside.
+    // Enlarged to the width of the pane, and half as high, in its middle. The pane's right part is looked at, for the
+    // list may cover the left one.
     RECT pane{};
     GetWindowRect(GetDlgItem(dialog, PreviewPaneId), &pane);
     const auto pixel = [&](int x, int y) {
@@ -137,9 +143,9 @@ TEST_F(FilePicker, SelectedPictureIsShown) {
         ReleaseDC(nullptr, screen);
         return color;
     };
-    EXPECT_TRUE(WaitFor([&] { return GetBValue(pixel(85, 25)) > 200 && GetRValue(pixel(85, 25)) < 60; }));
-    EXPECT_TRUE(WaitFor([&] { return GetRValue(pixel(85, 145)) > 200 && GetBValue(pixel(85, 145)) < 60; }));
-    EXPECT_EQ(pixel(12, 85), RGB(255, 255, 255));
+    EXPECT_TRUE(WaitFor([&] { return GetRValue(pixel(148, 85)) > 200 && GetBValue(pixel(148, 85)) < 60; }));
+    EXPECT_EQ(pixel(148, 20), RGB(255, 255, 255));
+    EXPECT_EQ(pixel(148, 150), RGB(255, 255, 255));
     Cancel(dialog);
 }
 
