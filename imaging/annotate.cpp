@@ -1,7 +1,6 @@
 // Writes a line of text on a picture, or places another picture on it.
 #include "imaging/annotate.h"
 
-#include "imaging/blank.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/session.h"
@@ -33,7 +32,7 @@ void SaveDrawnImage(GraphicsHandle graphics, ImageHandle image, const std::strin
                     const std::string& mimeWord) {
     std::uint32_t state = 0;
     GdipSaveGraphics(graphics, &state);
-    SaveImageFile(image, destination, ClsidFromText(FindEncoderClsid(mimeWord)));
+    SaveImageFileAs(image, destination, mimeWord);
 }
 
 } // namespace
@@ -56,10 +55,7 @@ FontHandle MakeFont(const std::string& family, std::int32_t size, std::int32_t b
 }
 
 StatusValue AnnotateImage(const std::string& source, const std::string& destination, const Annotation& annotation) {
-    if (IsBlank(source) || IsBlank(destination)) {
-        return BadName;
-    }
-    const std::string mimeWord = MimeTypeForName(destination);
+    const std::string mimeWord = MimeWordForOutput(source, destination);
     if (mimeWord.empty()) {
         return BadName;
     }
@@ -84,10 +80,7 @@ StatusValue AnnotateImage(const std::string& source, const std::string& destinat
 
 StatusValue StampImage(const std::string& source, const std::string& destination, float x, float y,
                        const std::string& stamp) {
-    if (IsBlank(source) || IsBlank(destination)) {
-        return BadName;
-    }
-    const std::string mimeWord = MimeTypeForName(destination);
+    const std::string mimeWord = MimeWordForOutput(source, destination);
     if (mimeWord.empty()) {
         return BadName;
     }

@@ -1,7 +1,6 @@
 // Cuts a rectangle out of an image file.
 #include "imaging/crop.h"
 
-#include "imaging/blank.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
@@ -33,11 +32,8 @@ FlatStatus CloneImageArea(ImageHandle image, std::int32_t x, std::int32_t y, std
 
 StatusValue CropImage(const std::string& source, const std::string& destination, std::int32_t x, std::int32_t y,
                       std::int32_t width, std::int32_t height) {
-    if (IsBlank(source) || IsBlank(destination) || width <= 0 || height <= 0) {
-        return Refused;
-    }
-    const std::string mimeWord = MimeTypeForName(destination);
-    if (mimeWord.empty()) {
+    const std::string mimeWord = MimeWordForOutput(source, destination);
+    if (mimeWord.empty() || width <= 0 || height <= 0) {
         return Refused;
     }
     const StatusValue token = StartImagingSession();
@@ -50,7 +46,7 @@ StatusValue CropImage(const std::string& source, const std::string& destination,
             result = CloneImageArea(image, x, y, width, height, &clone);
             if (result == Done) {
                 CopyImageProperties(image, clone);
-                SaveImageFile(clone, destination, ClsidFromText(FindEncoderClsid(mimeWord)));
+                SaveImageFileAs(clone, destination, mimeWord);
             }
         }
         DisposeImageHandle(clone);

@@ -68,7 +68,7 @@ StatusValue DateStampImage(const std::string& name, const std::string& date) {
     const PropertyItem item{DateTimeTag, static_cast<std::uint32_t>(date.size() + 1), PropertyTypeAscii, date.c_str()};
     const FlatStatus status = GdipSetPropertyItem(clone, &item);
     if (status == 0) {
-        SaveImageFile(clone, StampedName(name), ClsidFromText(FindEncoderClsid("image/jpeg")));
+        SaveImageFileAs(clone, StampedName(name), "image/jpeg");
     }
     DisposeImageHandle(image);
     DisposeImageHandle(clone);

@@ -1,6 +1,7 @@
 // The three tables of formats: names to MIME words, the output types offered, the encoders that can be reached.
 #include "imaging/formats.h"
 
+#include "imaging/blank.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/lettercase.h"
 #include "platform/text.h"
@@ -32,6 +33,10 @@ std::string MimeTypeForName(std::string_view name) {
         }
     }
     return {};
+}
+
+std::string MimeWordForOutput(const std::string& source, const std::string& destination) {
+    return IsBlank(source) || IsBlank(destination) ? std::string() : MimeTypeForName(destination);
 }
 
 std::string FindEncoderClsid(std::string_view mimeWord) {
@@ -78,6 +83,10 @@ Clsid ClsidFromText(const std::string& text) {
 
 FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder) {
     return GdipSaveImageToFile(image, ToWide(name).c_str(), &encoder, nullptr);
+}
+
+FlatStatus SaveImageFileAs(ImageHandle image, const std::string& name, std::string_view mimeWord) {
+    return SaveImageFile(image, name, ClsidFromText(FindEncoderClsid(mimeWord)));
 }
 
 std::string WideToNarrow(const char16_t* text) {

@@ -25,8 +25,15 @@ std::string FindEncoderClsid(std::string_view mimeWord);
 std::string ClsidToText(const Clsid& clsid);
 Clsid ClsidFromText(const std::string& text);
 
+// The MIME word of the destination of an operation; empty where either name is blank, or the destination's extension is
+// unknown.
+std::string MimeWordForOutput(const std::string& source, const std::string& destination);
+
 // Encodes and writes, replacing a file that can be replaced.
 FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder);
+
+// The same with the encoder for a MIME word; without one the imaging library gets 16 zero bytes, and refuses.
+FlatStatus SaveImageFileAs(ImageHandle image, const std::string& name, std::string_view mimeWord);
 
 // The low byte of each unit until one that is zero; no code page is consulted. Null gives an empty text.
 std::string WideToNarrow(const char16_t* text);

@@ -74,7 +74,7 @@ StatusValue CopyAsTrueColor(const std::string& source, const std::string& destin
         result = DrawAsTrueColor(image, &bitmap);
         if (result == Done) {
             CopyImageProperties(image, bitmap);
-            result = SaveImageFile(bitmap, destination, ClsidFromText(FindEncoderClsid("image/png")));
+            result = SaveImageFileAs(bitmap, destination, "image/png");
         }
         DisposeImageHandle(bitmap);
         DisposeImageHandle(image);

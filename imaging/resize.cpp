@@ -1,7 +1,6 @@
 // Makes a copy of an image file at another height.
 #include "imaging/resize.h"
 
-#include "imaging/blank.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
@@ -39,10 +38,7 @@ std::int32_t ResizedWidth(std::int32_t sourceWidth, std::int32_t sourceHeight, s
 }
 
 StatusValue ResizeImage(const std::string& source, const std::string& destination, std::int32_t height) {
-    if (IsBlank(source) || IsBlank(destination)) {
-        return Refused;
-    }
-    const std::string mimeWord = MimeTypeForName(destination);
+    const std::string mimeWord = MimeWordForOutput(source, destination);
     if (mimeWord.empty()) {
         return Refused;
     }
@@ -72,7 +68,7 @@ StatusValue ResizeImage(const std::string& source, const std::string& destinatio
     GraphicsHandle graphics = nullptr;
     DrawInto(image, sourceWidth, sourceHeight, bitmap, width, height, &graphics);
     CopyImageProperties(image, bitmap);
-    SaveImageFile(bitmap, destination, ClsidFromText(FindEncoderClsid(mimeWord)));
+    SaveImageFileAs(bitmap, destination, mimeWord);
     DisposeImageHandle(bitmap);
     GdipDeleteGraphics(graphics);
     DisposeImageHandle(image);

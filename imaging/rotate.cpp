@@ -1,7 +1,6 @@
 // Turns an image file by right angles and flips it.
 #include "imaging/rotate.h"
 
-#include "imaging/blank.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/lettercase.h"
@@ -47,10 +46,7 @@ std::int32_t RotateFlipCode(std::int32_t angle, const std::string& flip) {
 
 StatusValue RotateImage(const std::string& source, const std::string& destination, std::int32_t angle,
                         const std::string& flip) {
-    if (IsBlank(source) || IsBlank(destination)) {
-        return Refused;
-    }
-    const std::string mimeWord = MimeTypeForName(destination);
+    const std::string mimeWord = MimeWordForOutput(source, destination);
     if (mimeWord.empty()) {
         return Refused;
     }

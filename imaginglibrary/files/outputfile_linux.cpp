@@ -36,9 +36,7 @@ std::string FolderOf(const std::string& path) {
 // Short, for the target's own name may be as long as names can be.
 std::string ScratchNameBeside(const std::string& target) {
     std::random_device random;
-    const std::size_t slash = target.rfind('/');
-    const std::string folder = slash == std::string::npos ? "" : target.substr(0, slash + 1);
-    return folder + ".lumbrix-" + std::to_string(random()) + ".tmp";
+    return FolderOf(target) + "/.lumbrix-" + std::to_string(random()) + ".tmp";
 }
 
 class LinuxOutputFile : public OutputFile {

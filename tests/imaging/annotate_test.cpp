@@ -13,13 +13,8 @@ using namespace lumbrix;
 
 using Calls = std::vector<std::string>;
 
-class WithFake : public testing::Test {
-  protected:
-    tests::FakeImagingLibrary fake_;
-};
-
-using Annotate = WithFake;
-using Stamp = WithFake;
+using Annotate = tests::WithFake;
+using Stamp = tests::WithFake;
 
 Annotation Red() {
     Annotation annotation;

@@ -12,14 +12,9 @@ using namespace lumbrix;
 
 using Calls = std::vector<std::string>;
 
-class WithFake : public testing::Test {
-  protected:
-    tests::FakeImagingLibrary fake_;
-};
-
-using Crop = WithFake;
-using Rotate = WithFake;
-using Display = WithFake;
+using Crop = tests::WithFake;
+using Rotate = tests::WithFake;
+using Display = tests::WithFake;
 
 TEST_F(Crop, ClonesTheAreaInTheSourcesFormat) {
     EXPECT_EQ(CropImage("a.png", "b.jpg", 1, 2, 30, 20), 0);

@@ -1,6 +1,8 @@
 // An imaging library that does nothing but keep a record, for tests of what the engine calls and in which order.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -47,6 +49,12 @@ class FakeImagingLibrary {
 
   private:
     void* Control(const char* name) const;
+};
+
+// A test over the fake library.
+class WithFake : public testing::Test {
+  protected:
+    FakeImagingLibrary fake_;
 };
 
 } // namespace tests

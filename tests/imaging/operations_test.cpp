@@ -9,17 +9,13 @@
 namespace {
 
 using namespace lumbrix;
-using tests::FakeImagingLibrary;
 
 using Calls = std::vector<std::string>;
 
 StatusValue Convert() { return ConvertImageFile("a.png", "b.jpg", "image/jpeg"); }
 StatusValue Thumb(std::int32_t height = 10) { return ConvertImageFileToThumb("a.png", height, "b.jpg", "image/jpeg"); }
 
-class Operations : public testing::Test {
-  protected:
-    FakeImagingLibrary fake_;
-};
+using Operations = tests::WithFake;
 
 TEST_F(Operations, ConvertIsOneDecodeAndOneEncode) {
     EXPECT_EQ(Convert(), 0);

@@ -15,7 +15,7 @@ using namespace lumbrix;
 
 using Calls = std::vector<std::string>;
 
-class WithFake : public testing::Test {
+class WithProperties : public tests::WithFake {
   protected:
     std::string List(const std::string& before = {}) {
         std::string error;
@@ -24,13 +24,11 @@ class WithFake : public testing::Test {
         EXPECT_EQ(error, "");
         return list;
     }
-
-    tests::FakeImagingLibrary fake_;
 };
 
-using Properties = WithFake;
-using DateTime = WithFake;
-using DateStamp = WithFake;
+using Properties = WithProperties;
+using DateTime = WithProperties;
+using DateStamp = WithProperties;
 
 // The bytes of numbers as the machine has them.
 template <class Number> std::string Bytes(std::initializer_list<Number> numbers) {

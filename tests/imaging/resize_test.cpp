@@ -11,10 +11,7 @@ using namespace lumbrix;
 
 using Calls = std::vector<std::string>;
 
-class Resize : public testing::Test {
-  protected:
-    tests::FakeImagingLibrary fake_;
-};
+using Resize = tests::WithFake;
 
 TEST(ResizedWidth, FollowsTheProportions) {
     EXPECT_EQ(ResizedWidth(3000, 2000, 100), 150);
