@@ -6,12 +6,12 @@
 #include "imaging/exports/lumbrix.h"
 #include "imaging/paths.h"
 #include "mainwindow/layout.h"
-#include "mainwindow/picker.h"
 #include "mainwindow/rules.h"
 #include "platform/files.h"
 #include "toolkit/browsefolder.h"
 #include "toolkit/dialog.h"
 #include "toolkit/messages.h"
+#include "toolkit/picker.h"
 
 namespace lumbrix {
 

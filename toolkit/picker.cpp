@@ -1,9 +1,8 @@
 // Choosing an image file, with a preview beside the list.
-#include "mainwindow/picker.h"
+#include "toolkit/picker.h"
 
-#include "imaging/paths.h"
-#include "mainwindow/pickerrules.h"
-#include "mainwindow/previewpicture.h"
+#include "toolkit/pickerrules.h"
+#include "toolkit/previewpicture.h"
 
 #include <commdlg.h>
 #include <dlgs.h>
@@ -133,7 +132,7 @@ std::string PickImageFile(HWND owner, const std::string& caption, PickMode mode)
     if (!GetOpenFileNameA(&dialog)) {
         return {};
     }
-    lastPickedFolder = FolderPart(name);
+    lastPickedFolder.assign(name, dialog.nFileOffset);
     return name;
 }
 

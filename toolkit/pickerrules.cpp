@@ -1,5 +1,5 @@
 // What the file picker tells the platform's dialog, and where its preview stands.
-#include "mainwindow/pickerrules.h"
+#include "toolkit/pickerrules.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
 // A picture as the platform's own service loads and draws it, for the preview of the file picker.
-#include "mainwindow/previewpicture.h"
+#include "toolkit/previewpicture.h"
 
-#include "mainwindow/pickerrules.h"
 #include "toolkit/handles.h"
+#include "toolkit/pickerrules.h"
 
 #include <olectl.h>
 
