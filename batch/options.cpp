@@ -3,9 +3,9 @@
 
 #include "imaging/formats.h"
 #include "imaging/lettercase.h"
+#include "imaging/rounding.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 
 namespace lumbrix {
@@ -16,7 +16,7 @@ constexpr std::string_view ConvertibleExtensions[] = {"bmp", "gif", "jpg", "tiff
 constexpr std::int32_t RightAngle = 90;
 
 // The part of a text that reads as a decimal number: sign, digits, point, exponent.
-std::string LeadingNumber(std::string_view text) {
+std::string LeadingNumberText(std::string_view text) {
     std::size_t at = std::min(text.find_first_not_of(' '), text.size());
     const std::size_t start = at;
     const auto isDigit = [&](std::size_t place) {
@@ -43,10 +43,9 @@ std::string LeadingNumber(std::string_view text) {
 
 } // namespace
 
-std::int32_t NumericValue(std::string_view text) {
-    const double value = std::strtod(LeadingNumber(text).c_str(), nullptr);
-    return static_cast<std::int32_t>(std::nearbyint(std::clamp<double>(value, INT32_MIN, INT32_MAX)));
-}
+double LeadingNumber(std::string_view text) { return std::strtod(LeadingNumberText(text).c_str(), nullptr); }
+
+std::int32_t NumericValue(std::string_view text) { return RoundToEven(LeadingNumber(text)); }
 
 bool IsConvertibleExtension(std::string_view extension) {
     const std::string lower = LowerCase(extension);

@@ -8,8 +8,11 @@
 
 namespace lumbrix {
 
-// The leading number of a text, rounded to the nearest whole one, ties to even; 0 where there is none. Blanks before it
-// are passed over, and so is everything behind it. Numbers beyond 32 bits become the nearest that fits.
+// The number that a text begins with; 0 where there is none. Blanks before it are passed over, and so is everything
+// behind it.
+double LeadingNumber(std::string_view text);
+
+// The leading number as a whole one: the nearest, ties to even. Numbers beyond 32 bits become the nearest that fits.
 std::int32_t NumericValue(std::string_view text);
 
 // Whether files of this extension, given without its dot in any letter case, are made smaller by a batch. Narrower than

@@ -4,17 +4,14 @@
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
+#include "imaging/rounding.h"
 #include "imaging/session.h"
-
-#include <cmath>
 
 namespace lumbrix {
 
 namespace {
 
 constexpr std::int32_t NoMode = 2; // what the modes read as where there is no surface to ask
-
-std::int32_t RoundedToEven(long double value) { return static_cast<std::int32_t>(std::llrint(value)); }
 
 float Proportions(std::int32_t width, std::int32_t height) {
     return static_cast<float>(static_cast<double>(width) / height);
@@ -34,7 +31,7 @@ void DrawInto(ImageHandle image, std::int32_t sourceWidth, std::int32_t sourceHe
 } // namespace
 
 std::int32_t ResizedWidth(std::int32_t sourceWidth, std::int32_t sourceHeight, std::int32_t height) {
-    return RoundedToEven(static_cast<long double>(Proportions(sourceWidth, sourceHeight)) * height);
+    return RoundToEven(static_cast<long double>(Proportions(sourceWidth, sourceHeight)) * height);
 }
 
 StatusValue ResizeImage(const std::string& source, const std::string& destination, std::int32_t height) {
@@ -59,7 +56,7 @@ StatusValue ResizeImage(const std::string& source, const std::string& destinatio
     }
     const std::int32_t width = ResizedWidth(sourceWidth, sourceHeight, height);
     if (height == 0) { // a rule for a call by width alone, which nobody can make
-        height = RoundedToEven(width / static_cast<long double>(Proportions(sourceWidth, sourceHeight)));
+        height = RoundToEven(width / static_cast<long double>(Proportions(sourceWidth, sourceHeight)));
     }
     std::int32_t format = 0;
     GdipGetImagePixelFormat(image, &format);

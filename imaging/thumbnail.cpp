@@ -4,10 +4,9 @@
 #include "imaging/blank.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
+#include "imaging/rounding.h"
 #include "imaging/session.h"
 #include "imaging/source.h"
-
-#include <cmath>
 
 namespace lumbrix {
 
@@ -39,7 +38,7 @@ FlatStatus SaveThumbnail(ImageHandle image, std::int32_t height, const std::stri
 
 std::int32_t ThumbnailWidth(std::int32_t sourceWidth, std::int32_t sourceHeight, std::int32_t height) {
     const long double product = static_cast<long double>(sourceWidth) * height;
-    return static_cast<std::int32_t>(std::llrint(product / sourceHeight));
+    return RoundToEven(product / sourceHeight);
 }
 
 StatusValue ConvertImageFileToThumb(const std::string& source, std::int32_t height, const std::string& destination,

@@ -7,6 +7,20 @@ namespace {
 
 using namespace lumbrix;
 
+TEST(LeadingNumber, KeepsItsFraction) {
+    EXPECT_EQ(LeadingNumber("2.5"), 2.5);
+    EXPECT_EQ(LeadingNumber(" -0.25 pixels"), -0.25);
+    EXPECT_EQ(LeadingNumber("1e-2"), 0.01);
+}
+
+TEST(LeadingNumber, IsNotBoundToThirtyTwoBits) { EXPECT_EQ(LeadingNumber("99999999999"), 99999999999.0); }
+
+TEST(LeadingNumber, IsZeroWhereThereIsNone) {
+    for (const char* text : {"", "abc", "-", ".", "x2", "inf", "nan"}) {
+        EXPECT_EQ(LeadingNumber(text), 0) << text;
+    }
+}
+
 TEST(NumericValue, ReadsTheLeadingNumber) {
     const std::pair<const char*, std::int32_t> values[] = {{"512", 512},
                                                            {"  50 pixels", 50},
