@@ -98,17 +98,14 @@ inline constexpr Control MainWindowControls[] = {
 };
 // clang-format on
 
-// Popup, clipping, caption with system menu, minimize and maximize boxes; centred, modal frame, own font, three-
-// dimensional, made even where a control cannot be.
 inline constexpr WindowLayout MainWindowLayout{
     .caption = "Lumbrix",
     .x = 194,
     .y = 0,
     .width = 276,
     .height = 249,
-    .style = 0x80000000 | 0x04000000 | 0x00C00000 | 0x00080000 | 0x00020000 | 0x00010000 | 0x0800 | 0x80 | 0x40 | 0x10 |
-             0x04,
-    .extendedStyle = 0x00010000 | 0x00000100,
+    .style = FixedDialog | Centered | HasSystemMenu | HasMinimizeBox | HasMaximizeBox,
+    .extendedStyle = DialogFrame,
     .background = Cyan,
     .fonts = MainWindowFonts,
     .controls = MainWindowControls,

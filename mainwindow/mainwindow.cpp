@@ -82,8 +82,7 @@ void MainWindow::OnCommand(int id, int notification) {
     if (id == RotateFlipButton) {
         return RotateAndFlip();
     }
-    const bool isClick = notification == BN_CLICKED || notification == 1; // 1: from an accelerator
-    if (!isClick) {
+    if (!IsClick(notification)) {
         return;
     }
     switch (id) {

@@ -81,9 +81,13 @@ void Dialog::SetFonts() {
     const auto set = [&](HWND window, int font) {
         SendMessageA(window, WM_SETFONT, reinterpret_cast<WPARAM>(fonts_[static_cast<std::size_t>(font)].Get()), FALSE);
     };
-    set(window_, 0);
+    if (!fonts_.empty()) {
+        set(window_, 0);
+    }
     for (const Control& control : layout_.controls) {
-        set(Item(control.id), control.font);
+        if (control.font != NoFont) {
+            set(Item(control.id), control.font);
+        }
     }
 }
 

@@ -34,6 +34,12 @@ class Dialog {
     void SetChecked(int id, bool isChecked) { CheckDlgButton(window_, id, isChecked ? BST_CHECKED : BST_UNCHECKED); }
 
   protected:
+    // Whether a button's notification is a click, or the stroke of an accelerator, which counts as one.
+    static bool IsClick(int notification) {
+        constexpr int Accelerator = 1;
+        return notification == BN_CLICKED || notification == Accelerator;
+    }
+
     // All controls are there, with their fonts.
     virtual void OnStart() {}
 

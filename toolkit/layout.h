@@ -22,6 +22,8 @@ using WindowColor = std::uint32_t;
 inline constexpr WindowColor Cyan = 0xFFFF00;
 inline constexpr WindowColor SystemColor = 0xFFFFFFFF; // none is set
 
+inline constexpr int NoFont = -1; // the one of the platform's dialogs stays
+
 // Styles beside those of the kind, under the platform's numbers.
 inline constexpr std::uint32_t StartsGroup = 0x00020000;     // WS_GROUP
 inline constexpr std::uint32_t TextAtLeft = 0x00000100;      // BS_LEFT
@@ -36,7 +38,7 @@ struct Control {
     int y;
     int width;
     int height;
-    int font = 0;                         // index into the window's fonts
+    int font = 0;                         // index into the window's fonts, or NoFont
     WindowColor background = SystemColor; // the text keeps its default colour
     std::uint32_t extraStyle = 0;
 };
@@ -47,8 +49,20 @@ struct WindowFont {
     int weight; // 400 is regular, 700 bold
 };
 
-// The controls are created in the order of their table, which is also the tab order. The first font is the window's
-// own.
+// Styles of windows, under the platform's numbers. A fixed dialog is a popup with a caption and a modal frame,
+// clipping, with its own font, three-dimensional, made even where a control cannot be.
+inline constexpr std::uint32_t FixedDialog =
+    0x80000000 | 0x04000000 | 0x00C00000 | 0x80 | 0x40 | 0x10 | 0x04; // WS_POPUP and on
+inline constexpr std::uint32_t Centered = 0x0800;                     // DS_CENTER
+inline constexpr std::uint32_t HasSystemMenu = 0x00080000;            // WS_SYSMENU, and with it the close box
+inline constexpr std::uint32_t HasMinimizeBox = 0x00020000;           // WS_MINIMIZEBOX
+inline constexpr std::uint32_t HasMaximizeBox = 0x00010000;           // WS_MAXIMIZEBOX
+
+// Extended: the keyboard goes through the controls, and the frame has a raised edge.
+inline constexpr std::uint32_t DialogFrame = 0x00010000 | 0x00000100;
+
+// The controls are created in the order of their table, which is also the tab order. The first font, if there is one,
+// is the window's own.
 struct WindowLayout {
     const char* caption;
     int x;

@@ -1,0 +1,21 @@
+// A crop rectangle from what was typed.
+#include "annotate/typedrectangle.h"
+
+#include "batch/options.h"
+#include "imaging/rounding.h"
+
+namespace lumbrix {
+
+CropRectangle TypedRectangle(std::string_view left, std::string_view top, std::string_view width,
+                             std::string_view height) {
+    const double x = LeadingNumber(left);
+    const double y = LeadingNumber(top);
+    return {
+        .left = RoundToEven(x),
+        .top = RoundToEven(y),
+        .right = RoundToEven(x + LeadingNumber(width)),
+        .bottom = RoundToEven(y + LeadingNumber(height)),
+    };
+}
+
+} // namespace lumbrix
