@@ -1,6 +1,7 @@
 // The window from which everything starts.
 #include "mainwindow/mainwindow.h"
 
+#include "annotate/cropdimensions.h"
 #include "batch/driver.h"
 #include "batch/options.h"
 #include "imaging/exports/lumbrix.h"
@@ -39,6 +40,7 @@ class MainWindow : public Dialog, private OrderDesk {
     void BrowseSourceFolder();
     void ApplyOutputType();
     void RotateAndFlip();
+    void Crop();
 
     template <std::size_t Count> std::array<bool, Count> ChecksOf(const std::array<MainWindowId, Count>& ids) const {
         std::array<bool, Count> checks;
@@ -82,6 +84,9 @@ void MainWindow::OnCommand(int id, int notification) {
     if (id == RotateFlipButton) {
         return RotateAndFlip();
     }
+    if (id == CropCheck && IsChecked(CropCheck)) {
+        return Crop();
+    }
     if (!IsClick(notification)) {
         return;
     }
@@ -98,6 +103,8 @@ void MainWindow::OnCommand(int id, int notification) {
     case SourceFolderButton:
         RefreshSizeLabel();
         return BrowseSourceFolder();
+    case CropButton:
+        return Crop();
     default:
         return;
     }
@@ -172,6 +179,13 @@ void MainWindow::RotateAndFlip() {
     const std::string flip = SelectedFlip(IsChecked(FlipVerticalCheck), IsChecked(FlipHorizontalCheck));
     RotateImage(source.c_str(), target.c_str(), SelectedRotation(ChecksOf(RotationRadioIds)), flip.c_str());
     ShowMessage(FileExists(target) ? "Done" : "Faliure", ProgramTitle);
+}
+
+// Without a picture to mark it in, the rectangle for a batch is typed.
+void MainWindow::Crop() {
+    if (SourceFile().empty()) {
+        ShowCropDimensions(Handle());
+    }
 }
 
 } // namespace
