@@ -2,6 +2,7 @@
 #include "mainwindow/rules.h"
 
 #include "imaging/paths.h"
+#include "platform/text.h"
 
 namespace lumbrix {
 
@@ -18,13 +19,7 @@ std::string WithOutputType(const std::string& target, const std::string& outputW
     if (extension.empty()) {
         return target;
     }
-    const std::string before = "." + extension;
-    const std::string after = "." + outputWord;
-    std::string changed = target;
-    for (std::size_t at = changed.find(before); at != std::string::npos; at = changed.find(before, at + after.size())) {
-        changed.replace(at, before.size(), after);
-    }
-    return changed;
+    return ReplaceAll(target, "." + extension, "." + outputWord);
 }
 
 std::string SizeText(std::int32_t width, std::int32_t height) {

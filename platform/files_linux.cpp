@@ -92,6 +92,8 @@ void RemoveFolder(const std::string& folder) {
 
 void WriteIntoFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_RDWR); }
 
+void WriteWholeFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_WRONLY | O_TRUNC); }
+
 void AppendToFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_WRONLY | O_APPEND); }
 
 std::string ReadFileContent(const std::string& path) {

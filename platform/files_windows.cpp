@@ -110,6 +110,10 @@ void WriteIntoFile(const std::string& path, const std::string& bytes) {
     WriteAll(Open(path, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS), path, bytes);
 }
 
+void WriteWholeFile(const std::string& path, const std::string& bytes) {
+    WriteAll(Open(path, GENERIC_WRITE, CREATE_ALWAYS), path, bytes);
+}
+
 void AppendToFile(const std::string& path, const std::string& bytes) {
     const File file = Open(path, GENERIC_WRITE, OPEN_ALWAYS);
     SetFilePointer(file.get(), 0, nullptr, FILE_END);

@@ -1,4 +1,4 @@
-// 8-bit text in the system's code page, and wide text as the imaging library and COM want it.
+// 8-bit text: replacing in it, and going to wide text and back, as the imaging library and COM want it.
 #pragma once
 
 #include <string>
@@ -6,8 +6,13 @@
 
 namespace lumbrix {
 
-// On Windows the code page is the ANSI one. On Linux it is UTF-8; a byte that is not valid there becomes the lone
-// surrogate 0xDC00 + byte and comes back as that byte, so every file name survives the way there and back.
+// The text with `before` replaced by `after` wherever it stands; what was put in is not looked at again. `before` is
+// not empty.
+std::string ReplaceAll(std::string text, std::string_view before, std::string_view after);
+
+// Between the system's code page and wide text. On Windows the code page is the ANSI one. On Linux it is UTF-8; a byte
+// that is not valid there becomes the lone surrogate 0xDC00 + byte and comes back as that byte, so every file name
+// survives the way there and back.
 std::u16string ToWide(std::string_view text);
 std::string ToNarrow(std::u16string_view text);
 

@@ -48,6 +48,15 @@ TEST_F(PlatformFiles, WritingKeepsWhatStandsBehind) {
 
 TEST_F(PlatformFiles, WritingToAnEmptyNameRaises) { EXPECT_THROW(WriteIntoFile("", "x"), RuntimeError); }
 
+TEST_F(PlatformFiles, WritingAWholeFileLeavesNothingOfTheOldOne) {
+    WriteBytes(folder_ / "file", "abcdef");
+    WriteWholeFile(Path("file"), "X\r\n");
+    EXPECT_EQ(ReadBytes(folder_ / "file"), "X\r\n");
+    WriteWholeFile(Path("new"), "Z");
+    EXPECT_EQ(ReadBytes(folder_ / "new"), "Z");
+    EXPECT_THROW(WriteWholeFile(Path("none/new"), "Z"), RuntimeError);
+}
+
 TEST_F(PlatformFiles, AppendingMakesTheFileAndAddsToIt) {
     AppendToFile(Path("list"), "a");
     AppendToFile(Path("list"), "b");

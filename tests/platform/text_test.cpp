@@ -1,4 +1,4 @@
-// 8-bit text to wide text and back.
+// Replacing in 8-bit text, and to wide text and back.
 #include "platform/text.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +6,14 @@
 namespace {
 
 using namespace lumbrix;
+
+TEST(ReplaceAll, ReplacesEveryOccurrence) {
+    EXPECT_EQ(ReplaceAll("a.tmp.b.tmp", ".tmp", ".txt"), "a.txt.b.txt");
+    EXPECT_EQ(ReplaceAll("a.txt", ".tmp", ".txt"), "a.txt");
+    EXPECT_EQ(ReplaceAll("", ".tmp", ".txt"), "");
+}
+
+TEST(ReplaceAll, DoesNotLookAtWhatItPutIn) { EXPECT_EQ(ReplaceAll("aa", "a", "aba"), "abaaba"); }
 
 TEST(Text, AsciiGoesThereAndBack) {
     EXPECT_EQ(ToWide("C:\\a b.png"), u"C:\\a b.png");
