@@ -17,6 +17,22 @@ std::u16string NarrowBytesAsWide(const std::string& name) {
     return wide;
 }
 
+// At its size in pixels, whatever its resolution.
+FlatStatus DrawPixelForPixel(ImageHandle image, DeviceContextHandle context) {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    GdipGetImageWidth(image, &width);
+    GdipGetImageHeight(image, &height);
+    GraphicsHandle graphics = nullptr;
+    if (const FlatStatus status = GdipCreateFromHDC(context, &graphics); status != 0) {
+        return status;
+    }
+    const FlatStatus status =
+        GdipDrawImageRectI(graphics, image, 0, 0, static_cast<std::int32_t>(width), static_cast<std::int32_t>(height));
+    GdipDeleteGraphics(graphics);
+    return status;
+}
+
 } // namespace
 
 StatusValue DisplayImage(const std::string& name, DeviceContextHandle context, float x, float y) {
@@ -32,6 +48,21 @@ StatusValue DisplayImage(const std::string& name, DeviceContextHandle context, f
         GdipDeleteGraphics(graphics);
     }
     return Done;
+}
+
+StatusValue DrawImageFile(const std::string& name, DeviceContextHandle context) {
+    const StatusValue token = StartImagingSession();
+    if (token == NoSession) {
+        return NoSession;
+    }
+    ImageHandle image = nullptr;
+    FlatStatus status = LoadImageFile(name, &image);
+    if (image != nullptr) {
+        status = DrawPixelForPixel(image, context);
+        DisposeImageHandle(image);
+    }
+    EndImagingSession(token);
+    return status;
 }
 
 } // namespace lumbrix

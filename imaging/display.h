@@ -12,4 +12,7 @@ namespace lumbrix {
 // becoming wide text, so no real file is ever found under it.
 StatusValue DisplayImage(const std::string& name, DeviceContextHandle context, float x, float y);
 
+// Draws an image file at the top left of a device context, pixel for pixel. NoSession, or the imaging library's status.
+StatusValue DrawImageFile(const std::string& name, DeviceContextHandle context);
+
 } // namespace lumbrix

@@ -96,6 +96,18 @@ void WriteWholeFile(const std::string& path, const std::string& bytes) { WriteAt
 
 void AppendToFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_WRONLY | O_APPEND); }
 
+void DuplicateFile(const std::string& source, const std::string& target) {
+    const std::string beside = target + "." + HexadecimalDigits() + ".tmp";
+    std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
+    if (!target.empty() && std::filesystem::copy_file(source, beside, error)) {
+        std::filesystem::rename(beside, target, error);
+    }
+    if (error) {
+        unlink(beside.c_str());
+        Raise(error.value(), "cannot copy to", target);
+    }
+}
+
 std::string ReadFileContent(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {

@@ -120,6 +120,20 @@ void AppendToFile(const std::string& path, const std::string& bytes) {
     WriteAll(file, path, bytes);
 }
 
+void DuplicateFile(const std::string& source, const std::string& target) {
+    const std::string beside = target + "." + std::to_string(GetTickCount()) + ".tmp";
+    if (target.empty() || !CopyFileA(source.c_str(), beside.c_str(), TRUE)) {
+        Raise("cannot copy to", target);
+    }
+    SetFileAttributesA(beside.c_str(), FILE_ATTRIBUTE_NORMAL);
+    if (!MoveFileExA(beside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+        const DWORD error = GetLastError();
+        DeleteFileA(beside.c_str());
+        SetLastError(error);
+        Raise("cannot replace", target);
+    }
+}
+
 std::string ReadFileContent(const std::string& path) {
     const File file = Open(path, GENERIC_READ, OPEN_EXISTING);
     std::string bytes(GetFileSize(file.get(), nullptr), 0);

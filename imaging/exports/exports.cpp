@@ -154,6 +154,10 @@ int32_t LUMBRIX_CALL DisplayImage(const char* file, void* context, float x, floa
     return Door([&] { return lumbrix::DisplayImage(Text(file), context, x, y); });
 }
 
+int32_t LUMBRIX_CALL DrawImageFile(const char* file, void* context) {
+    return Door([&] { return lumbrix::DrawImageFile(Text(file), context); });
+}
+
 int32_t LUMBRIX_CALL AnnotateImage(const char* source, const char* destination, float x, float y, const char* text,
                                    const char* font, int32_t size, int32_t bold, int32_t italic, int32_t underline,
                                    int32_t strikeout, int32_t alpha, int32_t blue, int32_t green, int32_t red) {

@@ -1,7 +1,7 @@
 // lumbrix-cli run as a process in a folder of its own, and what came of it.
 #include "tests/cli/commandline.h"
 
-#include "tests/cli/bmpfiles.h"
+#include "tests/support/bmpfiles.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>

@@ -1,5 +1,5 @@
 // The commands annotate and stamp: what they draw and what they refuse.
-#include "tests/cli/bmpfiles.h"
+#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
 
 namespace {

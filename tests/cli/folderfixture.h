@@ -1,7 +1,7 @@
 // A folder of pictures for tests of the command that converts whole folders.
 #pragma once
 
-#include "tests/cli/bmpfiles.h"
+#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
 
 namespace tests {

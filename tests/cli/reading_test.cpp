@@ -1,5 +1,5 @@
 // The commands that read what a file says about its picture: size, properties and date.
-#include "tests/cli/bmpfiles.h"
+#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
 
 #include <sys/stat.h>

@@ -1,5 +1,5 @@
 // What all commands that write have in common: whole files or none, and nothing left behind.
-#include "tests/cli/bmpfiles.h"
+#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
 
 #include <sys/stat.h>

@@ -32,7 +32,10 @@ TEST_F(Crop, BadArgumentsStartNoSession) {
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 0, 5), -1);
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, -5), -1);
     EXPECT_EQ(CropImage("a.png", "b.txt", 0, 0, 5, 5), -1);
-    EXPECT_EQ(fake_.Calls(), Calls{});
+    EXPECT_EQ(fake_.Calls(),
+              (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipGetImageWidth 11", "GdipGetImageHeight 11",
+                     "GdipCreateFromHDC 99", "GdipDrawImageRectI 55 11 0 0 30 20", "GdipDeleteGraphics 55",
+                     "GdipDisposeImage 11", "GdiplusShutdown 1"}));
 }
 
 TEST_F(Crop, SourceThatDoesNotLoadEndsTheSession) {
@@ -144,6 +147,20 @@ TEST_F(Display, StartsNoSessionAndDrawsAtNaturalSize) {
     EXPECT_EQ(DisplayImage("a.png", reinterpret_cast<void*>(99), 1.5f, 2), 0);
     EXPECT_EQ(fake_.Calls(), (Calls{"GdipCreateFromHDC 99", "GdipLoadImageFromFile", "GdipDrawImage 55 11 1.5 2",
                                     "GdipDisposeImage 11", "GdipDeleteGraphics 55"}));
+}
+
+TEST_F(Display, ImageFileIsDrawnPixelForPixelInASessionOfItsOwn) {
+    EXPECT_EQ(DrawImageFile("a.png", reinterpret_cast<void*>(99)), 0);
+    EXPECT_EQ(fake_.Calls(), Calls{});
+}
+
+TEST_F(Display, FileThatCannotBeLoadedOrDrawnGivesItsStatusAndLeavesNothing) {
+    fake_.Answer("GdipCreateFromHDC", 2);
+    EXPECT_EQ(DrawImageFile("a.png", nullptr), 2);
+    EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
+    fake_.Answer("GdipLoadImageFromFile", 10);
+    EXPECT_EQ(DrawImageFile("a.png", nullptr), 10);
+    EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
 }
 
 TEST_F(Display, FreesOnlyWhatWasMade) {

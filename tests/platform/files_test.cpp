@@ -64,6 +64,27 @@ TEST_F(PlatformFiles, AppendingMakesTheFileAndAddsToIt) {
     EXPECT_THROW(AppendToFile(Path("none/list"), "a"), RuntimeError);
 }
 
+TEST_F(PlatformFiles, DuplicateReplacesTheWholeTarget) {
+    WriteBytes(folder_ / "a", "new");
+    WriteBytes(folder_ / "b", "older and longer");
+    DuplicateFile(Path("a"), Path("b"));
+    EXPECT_EQ(ReadBytes(folder_ / "b"), "new");
+    EXPECT_EQ(ReadBytes(folder_ / "a"), "new");
+    EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
+}
+
+TEST_F(PlatformFiles, DuplicateThatCannotBeMadeRaisesAndLeavesTheTarget) {
+    WriteBytes(folder_ / "a", "new");
+    WriteBytes(folder_ / "b", "old");
+    std::filesystem::create_directory(folder_ / "folder");
+    EXPECT_THROW(DuplicateFile(Path("none"), Path("b")), RuntimeError);
+    EXPECT_THROW(DuplicateFile(Path("a"), ""), RuntimeError);
+    EXPECT_THROW(DuplicateFile(Path("a"), Path("none") + PathSeparator + "b"), RuntimeError);
+    EXPECT_THROW(DuplicateFile(Path("a"), Path("folder")), RuntimeError);
+    EXPECT_EQ(ReadBytes(folder_ / "b"), "old");
+    EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
+}
+
 TEST_F(PlatformFiles, ListingPassesOverFolders) {
     std::filesystem::create_directory(folder_ / "folder");
     WriteBytes(folder_ / "b", "");

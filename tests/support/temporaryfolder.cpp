@@ -1,12 +1,25 @@
 // A folder that exists for one test and is gone behind it.
 #include "tests/support/temporaryfolder.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <stdexcept>
 
 namespace tests {
+
+namespace {
+
+void SetTemporaryFolder(const std::filesystem::path& folder) {
+#ifdef _WIN32
+    _putenv_s("TMP", folder.string().c_str());
+#else
+    setenv("TMPDIR", folder.c_str(), 1);
+#endif
+}
+
+} // namespace
 
 TemporaryFolder::TemporaryFolder() {
     std::random_device random;
@@ -19,6 +32,13 @@ TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
 }
+
+TemporaryFilesIn::TemporaryFilesIn(const std::filesystem::path& folder)
+    : before_(std::filesystem::temp_directory_path()) {
+    SetTemporaryFolder(folder);
+}
+
+TemporaryFilesIn::~TemporaryFilesIn() { SetTemporaryFolder(before_); }
 
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes) {
     std::ofstream file(path, std::ios::binary);

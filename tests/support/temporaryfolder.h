@@ -22,6 +22,18 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
+// While it lives the system's folder for temporary files is another one.
+class TemporaryFilesIn {
+  public:
+    explicit TemporaryFilesIn(const std::filesystem::path& folder);
+    ~TemporaryFilesIn();
+    TemporaryFilesIn(const TemporaryFilesIn&) = delete;
+    TemporaryFilesIn& operator=(const TemporaryFilesIn&) = delete;
+
+  private:
+    std::filesystem::path before_;
+};
+
 // Whole files as strings of bytes. Both throw if the file cannot be opened.
 void WriteBytes(const std::filesystem::path& path, const std::string& bytes);
 std::string ReadBytes(const std::filesystem::path& path);

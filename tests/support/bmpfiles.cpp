@@ -1,5 +1,5 @@
-// BMP files made and looked into for tests of the command line.
-#include "tests/cli/bmpfiles.h"
+// BMP files made and looked into.
+#include "tests/support/bmpfiles.h"
 
 #include <cstring>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-// BMP files made and looked into for tests of the command line.
+// BMP files made and looked into.
 #pragma once
 
 #include <cstdint>
