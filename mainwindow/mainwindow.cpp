@@ -1,16 +1,19 @@
 // The window from which everything starts.
 #include "mainwindow/mainwindow.h"
 
+#include "annotate/annotatewindow.h"
 #include "annotate/cropdimensions.h"
 #include "batch/driver.h"
 #include "batch/options.h"
 #include "imaging/exports/lumbrix.h"
 #include "imaging/paths.h"
+#include "mainwindow/actions.h"
 #include "mainwindow/layout.h"
 #include "mainwindow/rules.h"
 #include "platform/files.h"
 #include "toolkit/browsefolder.h"
 #include "toolkit/dialog.h"
+#include "toolkit/dropping.h"
 #include "toolkit/messages.h"
 #include "toolkit/picker.h"
 
@@ -19,9 +22,8 @@ namespace lumbrix {
 namespace {
 
 constexpr const char* InitialHeight = "512";
-constexpr std::size_t LongestDroppedPath = 254;
 
-class MainWindow : public Dialog, private OrderDesk {
+class MainWindow : public Dialog, private OrderDesk, private ActionDesk {
   public:
     MainWindow() : Dialog(MainWindowLayout) {}
 
@@ -33,14 +35,12 @@ class MainWindow : public Dialog, private OrderDesk {
     void SetInitialChecks();
     void RefreshSizeLabel();
     void TakeSource(const std::string& path);
-    void TakeDroppedFile(const std::string& path);
 
     void BrowseSourceFile();
     void BrowseTarget();
     void BrowseSourceFolder();
     void ApplyOutputType();
     void RotateAndFlip();
-    void Crop();
 
     template <std::size_t Count> std::array<bool, Count> ChecksOf(const std::array<MainWindowId, Count>& ids) const {
         std::array<bool, Count> checks;
@@ -50,7 +50,7 @@ class MainWindow : public Dialog, private OrderDesk {
         return checks;
     }
 
-    // The order as the controls have it.
+    // The order as the controls have it, and the windows of the actions.
     std::string SourceFile() const override { return TextOf(SourceFileBox); }
     std::string SourceFolder() const override { return TextOf(SourceFolderBox); }
     std::string Target() const override { return TextOf(TargetBox); }
@@ -60,10 +60,16 @@ class MainWindow : public Dialog, private OrderDesk {
     std::string SelectedOutputWord() const override { return lumbrix::SelectedOutputWord(ChecksOf(OutputRadioIds)); }
     void Show(const std::string& text, const std::string& title) override { ShowMessage(text, title); }
     bool Confirm(const std::string& text, const std::string& title) override { return AskYesNo(text, title); }
+    void RefreshSizeLabel(std::int32_t* width, std::int32_t* height) override;
+    void ShowAnnotateWindow(std::size_t stage, std::int32_t width, std::int32_t height,
+                            const std::string& title) override {
+        lumbrix::ShowAnnotateWindow(Handle(), stage, width, height, title);
+    }
+    void ShowCropDimensions() override { lumbrix::ShowCropDimensions(Handle()); }
 };
 
 void MainWindow::OnStart() {
-    ShowWindow(Item(CropCheck), SW_HIDE);
+    Hide(CropCheck);
     SetInitialChecks();
     SetWindowIconFromModule(Handle());
     DragAcceptFiles(Handle(), TRUE);
@@ -85,7 +91,7 @@ void MainWindow::OnCommand(int id, int notification) {
         return RotateAndFlip();
     }
     if (id == CropCheck && IsChecked(CropCheck)) {
-        return Crop();
+        return RunCropAction(*this);
     }
     if (!IsClick(notification)) {
         return;
@@ -103,8 +109,10 @@ void MainWindow::OnCommand(int id, int notification) {
     case SourceFolderButton:
         RefreshSizeLabel();
         return BrowseSourceFolder();
+    case AnnotateButton:
+        return RunAnnotateAction(*this);
     case CropButton:
-        return Crop();
+        return RunCropAction(*this);
     default:
         return;
     }
@@ -112,17 +120,7 @@ void MainWindow::OnCommand(int id, int notification) {
 
 // Each file replaces the one before it, so the last one stands.
 void MainWindow::OnDrop(HDROP files) {
-    const UINT count = DragQueryFileA(files, 0xFFFFFFFF, nullptr, 0);
-    for (UINT i = 0; i < count; ++i) {
-        char path[LongestDroppedPath + 1] = "";
-        DragQueryFileA(files, i, path, sizeof path);
-        TakeDroppedFile(path);
-    }
-    DragFinish(files);
-}
-
-void MainWindow::TakeDroppedFile(const std::string& path) {
-    if (!IsPlainFolder(GetFileAttributesA(path.c_str()))) {
+    for (const std::string& path : TakeDroppedFiles(files)) {
         TakeSource(path);
     }
 }
@@ -138,8 +136,12 @@ void MainWindow::TakeSource(const std::string& path) {
 void MainWindow::RefreshSizeLabel() {
     std::int32_t width = 0;
     std::int32_t height = 0;
-    GetImageDimensions(SourceFile().c_str(), &width, &height);
-    SetText(SizeLabel, SizeText(width, height));
+    RefreshSizeLabel(&width, &height);
+}
+
+void MainWindow::RefreshSizeLabel(std::int32_t* width, std::int32_t* height) {
+    GetImageDimensions(SourceFile().c_str(), width, height);
+    SetText(SizeLabel, SizeText(*width, *height));
 }
 
 // Empty text of a picker that was cancelled counts like any other.
@@ -179,13 +181,6 @@ void MainWindow::RotateAndFlip() {
     const std::string flip = SelectedFlip(IsChecked(FlipVerticalCheck), IsChecked(FlipHorizontalCheck));
     RotateImage(source.c_str(), target.c_str(), SelectedRotation(ChecksOf(RotationRadioIds)), flip.c_str());
     ShowMessage(FileExists(target) ? "Done" : "Faliure", ProgramTitle);
-}
-
-// Without a picture to mark it in, the rectangle for a batch is typed.
-void MainWindow::Crop() {
-    if (SourceFile().empty()) {
-        ShowCropDimensions(Handle());
-    }
 }
 
 } // namespace

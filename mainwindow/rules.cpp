@@ -29,9 +29,4 @@ std::string SizeText(std::int32_t width, std::int32_t height) {
     return "(W" + std::to_string(width) + " x H" + std::to_string(height) + ")";
 }
 
-bool IsPlainFolder(std::uint32_t attributes) {
-    constexpr std::uint32_t FolderAttribute = 0x10;
-    return attributes == FolderAttribute;
-}
-
 } // namespace lumbrix

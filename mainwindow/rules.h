@@ -20,7 +20,4 @@ std::string WithOutputType(const std::string& target, const std::string& outputW
 // "(W640 x H480)"; empty unless both are above 0. In pixels.
 std::string SizeText(std::int32_t width, std::int32_t height);
 
-// Whether a dropped path is passed over: a folder without any other attribute.
-bool IsPlainFolder(std::uint32_t attributes);
-
 } // namespace lumbrix

@@ -33,6 +33,18 @@ std::string Dialog::TextOf(int id) const {
     return text;
 }
 
+RECT Dialog::InPixels(RECT units) const {
+    MapDialogRect(window_, &units);
+    return units;
+}
+
+void Dialog::MoveTo(int x, int y, int width, int height) {
+    RECT frame = InPixels({0, 0, width, height});
+    AdjustWindowRectEx(&frame, static_cast<DWORD>(GetWindowLongPtrA(window_, GWL_STYLE)), FALSE,
+                       static_cast<DWORD>(GetWindowLongPtrA(window_, GWL_EXSTYLE)));
+    SetWindowPos(window_, nullptr, x, y, frame.right - frame.left, frame.bottom - frame.top, SWP_NOZORDER);
+}
+
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrA(window, GWLP_USERDATA, second);
@@ -59,6 +71,9 @@ INT_PTR Dialog::Handle(UINT message, WPARAM first, LPARAM second) {
         return reinterpret_cast<INT_PTR>(Paint(reinterpret_cast<HDC>(first), reinterpret_cast<HWND>(second)));
     case WM_COMMAND:
         OnCommand(LOWORD(first), HIWORD(first));
+        return FALSE;
+    case WM_NOTIFY:
+        OnNotify(*reinterpret_cast<const NMHDR*>(second));
         return FALSE;
     case WM_DROPFILES:
         OnDrop(reinterpret_cast<HDROP>(first));
@@ -100,6 +115,9 @@ HBRUSH Dialog::Paint(HDC context, HWND control) {
         return nullptr;
     }
     SetBkColor(context, row->background);
+    if (row->text != SystemColor) {
+        SetTextColor(context, row->text);
+    }
     return BrushFor(row->background);
 }
 

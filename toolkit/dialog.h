@@ -32,6 +32,14 @@ class Dialog {
     void SetText(int id, const std::string& text) { SetDlgItemTextA(window_, id, text.c_str()); }
     bool IsChecked(int id) const { return IsDlgButtonChecked(window_, id) == BST_CHECKED; }
     void SetChecked(int id, bool isChecked) { CheckDlgButton(window_, id, isChecked ? BST_CHECKED : BST_UNCHECKED); }
+    void Hide(int id) { ShowWindow(Item(id), SW_HIDE); }
+
+    // Dialog units as pixels of this window.
+    RECT InPixels(RECT units) const;
+
+    // Puts the frame's top left corner at a place of the screen, in pixels, and gives the area inside a size, in dialog
+    // units.
+    void MoveTo(int x, int y, int width, int height);
 
   protected:
     // Whether a button's notification is a click, or the stroke of an accelerator, which counts as one.
@@ -44,6 +52,7 @@ class Dialog {
     virtual void OnStart() {}
 
     virtual void OnCommand(int /*id*/, int /*notification*/) {}
+    virtual void OnNotify(const NMHDR& /*notification*/) {}
     virtual void OnDrop(HDROP /*files*/) {}
 
     // The close box and the system menu.

@@ -22,6 +22,9 @@ template <class Handle, auto Free> class Owned {
     Handle Get() const { return handle_; }
     explicit operator bool() const { return handle_ != nullptr; }
 
+    // Gives the handle to somebody who frees it.
+    Handle Release() { return std::exchange(handle_, nullptr); }
+
     void Reset() {
         if (handle_ != nullptr) {
             Free(std::exchange(handle_, nullptr));
@@ -33,6 +36,8 @@ template <class Handle, auto Free> class Owned {
 };
 
 using OwnedBrush = Owned<HBRUSH, DeleteObject>;
+using OwnedBitmap = Owned<HBITMAP, DeleteObject>;
+using OwnedContext = Owned<HDC, DeleteDC>; // one that was created
 using OwnedFont = Owned<HFONT, DeleteObject>;
 
 // The device context of a window, or of the screen for null.

@@ -14,12 +14,15 @@ enum class ControlKind {
     CheckBox,
     RadioButton,
     Frame,
+    PictureList, // a list view of icons, for the picture behind it
 };
 
 // A colour as the platform packs it: blue, green and red from the top down.
 using WindowColor = std::uint32_t;
 
 inline constexpr WindowColor Cyan = 0xFFFF00;
+inline constexpr WindowColor Black = 0x000000;
+inline constexpr WindowColor Red = 0x0000FF;
 inline constexpr WindowColor SystemColor = 0xFFFFFFFF; // none is set
 
 inline constexpr int NoFont = -1; // the one of the platform's dialogs stays
@@ -38,9 +41,10 @@ struct Control {
     int y;
     int width;
     int height;
-    int font = 0;                         // index into the window's fonts, or NoFont
-    WindowColor background = SystemColor; // the text keeps its default colour
+    int font = 0; // index into the window's fonts, or NoFont
+    WindowColor background = SystemColor;
     std::uint32_t extraStyle = 0;
+    WindowColor text = SystemColor; // labels and boxes to check only
 };
 
 struct WindowFont {

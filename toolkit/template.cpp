@@ -13,7 +13,7 @@ constexpr const char* UnitFontFace = "MS Sans Serif";
 
 // What a kind of control is on the platform.
 struct KindStyle {
-    WORD classAtom;
+    WORD classAtom; // 0 for a class that is known by its name
     DWORD style;
     DWORD extendedStyle;
 };
@@ -21,6 +21,8 @@ struct KindStyle {
 constexpr WORD ButtonClass = 0x0080;
 constexpr WORD EditClass = 0x0081;
 constexpr WORD StaticClass = 0x0082;
+constexpr WORD NamedClass = 0;
+constexpr const char* ListViewClass = "syslistview32";
 constexpr DWORD Shown = WS_CHILD | WS_VISIBLE;
 
 KindStyle StyleOf(ControlKind kind) {
@@ -35,6 +37,8 @@ KindStyle StyleOf(ControlKind kind) {
         return {ButtonClass, Shown | WS_TABSTOP | BS_AUTOCHECKBOX, 0};
     case ControlKind::RadioButton:
         return {ButtonClass, Shown | WS_TABSTOP | BS_AUTORADIOBUTTON, 0};
+    case ControlKind::PictureList:
+        return {NamedClass, Shown, 0};
     case ControlKind::Frame:
         break;
     }
@@ -74,8 +78,12 @@ void AddControl(Pieces& pieces, const Control& control) {
     pieces.Add(DLGITEMTEMPLATE{kind.style | control.extraStyle, kind.extendedStyle, static_cast<short>(control.x),
                                static_cast<short>(control.y), static_cast<short>(control.width),
                                static_cast<short>(control.height), static_cast<WORD>(control.id)});
-    pieces.Add(ClassAtomFollows);
-    pieces.Add(kind.classAtom);
+    if (kind.classAtom == NamedClass) {
+        pieces.AddText(ListViewClass);
+    } else {
+        pieces.Add(ClassAtomFollows);
+        pieces.Add(kind.classAtom);
+    }
     pieces.AddText(control.caption);
     pieces.Add(WORD{0}); // no creation data
 }

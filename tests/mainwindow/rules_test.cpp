@@ -59,11 +59,4 @@ TEST(SizeText, ShowsBothSidesOrNothing) {
     EXPECT_EQ(SizeText(-1, 5), "");
 }
 
-TEST(PlainFolder, HasNoOtherAttribute) {
-    EXPECT_TRUE(IsPlainFolder(16));
-    EXPECT_FALSE(IsPlainFolder(16 | 1));
-    EXPECT_FALSE(IsPlainFolder(32));
-    EXPECT_FALSE(IsPlainFolder(0xFFFFFFFF));
-}
-
 } // namespace

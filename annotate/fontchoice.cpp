@@ -1,0 +1,34 @@
+// The system's dialog for the font of annotations.
+#include "annotate/fontchoice.h"
+
+#include "annotate/rules.h"
+#include "annotate/state.h"
+
+#include <commdlg.h>
+
+#include <cstdlib>
+
+namespace lumbrix {
+
+void ChooseAnnotationFont(const Dialog& owner) {
+    LOGFONTA chosen{};
+    CHOOSEFONTA dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner.Handle();
+    dialog.lpLogFont = &chosen;
+    dialog.Flags = CF_SCREENFONTS | CF_EFFECTS;
+    if (!ChooseFontA(&dialog)) {
+        return;
+    }
+    DefaultTextFontName = FontNameOrDefault(chosen.lfFaceName);
+    // The height is in pixels already. Taking it for dialog units makes annotations larger than the dialog shows them,
+    // and that is how large they have always been.
+    DefaultTextFontSize = owner.InPixels({0, 0, 0, std::abs(chosen.lfHeight)}).bottom;
+    AnnotationBold = IsBoldWeight(chosen.lfWeight) ? 1 : 0;
+    AnnotationItalic = chosen.lfItalic;
+    AnnotationUnderline = chosen.lfUnderline;
+    AnnotationStrikeout = chosen.lfStrikeOut;
+    SplitColor(dialog.rgbColors, &AnnotationRed, &AnnotationGreen, &AnnotationBlue);
+}
+
+} // namespace lumbrix

@@ -1,0 +1,98 @@
+// The list view that shows a picture behind its icons.
+#include "annotate/picturelist.h"
+
+#include "annotate/layout.h"
+#include "imaging/exports/internal.h"
+#include "toolkit/handles.h"
+
+#include <commctrl.h>
+
+namespace lumbrix {
+
+namespace {
+
+// As the control would load and draw it: over white, pixel for pixel. Null for what cannot be read.
+OwnedBitmap LoadPicture(const std::string& path) {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    GetImageDimensions(path.c_str(), &width, &height);
+    if (width <= 0 || height <= 0) {
+        return {};
+    }
+    const WindowContext screen(nullptr);
+    const OwnedContext context(CreateCompatibleDC(screen.Get()));
+    OwnedBitmap bitmap(CreateCompatibleBitmap(screen.Get(), width, height));
+    const HGDIOBJ before = SelectObject(context.Get(), bitmap.Get());
+    const RECT all{0, 0, width, height};
+    FillRect(context.Get(), &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    const bool isDrawn = DrawImageFile(path.c_str(), context.Get()) == 0;
+    SelectObject(context.Get(), before);
+    return isDrawn ? std::move(bitmap) : OwnedBitmap();
+}
+
+bool SetBackground(HWND control, const LVBKIMAGEA& background) {
+    return SendMessageA(control, LVM_SETBKIMAGEA, 0, reinterpret_cast<LPARAM>(&background)) != 0;
+}
+
+// A control that takes a bitmap owns it.
+void ShowAsBitmap(HWND control, const std::string& path) {
+    OwnedBitmap bitmap = LoadPicture(path);
+    LVBKIMAGEA background{};
+    background.ulFlags = LVBKIF_SOURCE_HBITMAP | LVBKIF_STYLE_NORMAL;
+    background.hbm = bitmap.Get();
+    if (bitmap && SetBackground(control, background)) {
+        bitmap.Release();
+    }
+}
+
+void Notify(HWND control, UINT code) {
+    NMHDR notification{control, static_cast<UINT_PTR>(GetDlgCtrlID(control)), code};
+    SendMessageA(GetParent(control), WM_NOTIFY, notification.idFrom, reinterpret_cast<LPARAM>(&notification));
+}
+
+bool IsButtonDown() { return GetKeyState(VK_LBUTTON) < 0; }
+
+} // namespace
+
+void SetPreviewImage(HWND window, const std::string& path) {
+    const HWND control = GetDlgItem(window, PictureControl);
+    std::string url = path;
+    LVBKIMAGEA background{};
+    background.ulFlags = LVBKIF_SOURCE_URL | LVBKIF_STYLE_NORMAL;
+    background.pszImage = url.data();
+    background.cchImageMax = static_cast<UINT>(url.size());
+    if (!SetBackground(control, background)) {
+        ShowAsBitmap(control, path);
+    }
+    InvalidateRect(control, nullptr, TRUE);
+    UpdateWindow(control);
+}
+
+void ButtonWatch::Attach(HWND control) { SetWindowSubclass(control, Procedure, 0, reinterpret_cast<DWORD_PTR>(this)); }
+
+LRESULT CALLBACK ButtonWatch::Procedure(HWND control, UINT message, WPARAM first, LPARAM second, UINT_PTR /*id*/,
+                                        DWORD_PTR watch) {
+    return reinterpret_cast<ButtonWatch*>(watch)->Handle(control, message, first, second);
+}
+
+LRESULT ButtonWatch::Handle(HWND control, UINT message, WPARAM first, LPARAM second) {
+    if (message == WM_LBUTTONDOWN) {
+        isPressed_ = true;
+        Notify(control, NM_LDOWN);
+    }
+    const LRESULT result = DefSubclassProc(control, message, first, second);
+    // A control that waits for the release within its answer to the press swallows the message of it.
+    if (message == WM_LBUTTONUP || (message == WM_LBUTTONDOWN && !IsButtonDown())) {
+        Release(control);
+    }
+    return result;
+}
+
+void ButtonWatch::Release(HWND control) {
+    if (isPressed_) {
+        isPressed_ = false;
+        Notify(control, NM_RELEASEDCAPTURE);
+    }
+}
+
+} // namespace lumbrix

@@ -1,0 +1,35 @@
+// The list view that shows a picture behind its icons, of which it has none: its marquee is the rubber band of a crop.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace lumbrix {
+
+// Shows a picture file in a window's picture control, at its top left in its own size, and draws it at once. The
+// control loads the file itself; where it cannot, it is given the same picture as a bitmap. A file that cannot be read
+// changes nothing.
+void SetPreviewImage(HWND window, const std::string& path);
+
+// Sees to it that a press of the left button is notified once as NM_LDOWN, and its release once as NM_RELEASEDCAPTURE:
+// the control itself does not notify a press, and notifies the release of the mouse when it pleases: at the press, at
+// the beginning of a marquee or at its end.
+class ButtonWatch {
+  public:
+    void Attach(HWND control);
+
+    // Whether a notification of NM_RELEASEDCAPTURE is about the release of the button. While the button is down it is
+    // the control's own, at one of those other moments.
+    bool IsRelease() const { return !isPressed_; }
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND control, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
+                                      DWORD_PTR watch);
+    LRESULT Handle(HWND control, UINT message, WPARAM first, LPARAM second);
+    void Release(HWND control);
+
+    bool isPressed_ = false;
+};
+
+} // namespace lumbrix
