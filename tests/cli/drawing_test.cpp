@@ -1,6 +1,6 @@
 // The commands annotate and stamp: what they draw and what they refuse.
-#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
+#include "tests/support/bmpfiles.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // A folder of pictures for tests of the command that converts whole folders.
 #pragma once
 
-#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
+#include "tests/support/bmpfiles.h"
 
 namespace tests {
 

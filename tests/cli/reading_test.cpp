@@ -1,6 +1,6 @@
 // The commands that read what a file says about its picture: size, properties and date.
-#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
+#include "tests/support/bmpfiles.h"
 
 #include <sys/stat.h>
 

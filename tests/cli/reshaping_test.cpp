@@ -1,6 +1,6 @@
 // The commands resize, crop and rotate: what they write and what they refuse.
-#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
+#include "tests/support/bmpfiles.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // What all commands that write have in common: whole files or none, and nothing left behind.
-#include "tests/support/bmpfiles.h"
 #include "tests/cli/commandline.h"
+#include "tests/support/bmpfiles.h"
 
 #include <sys/stat.h>
 

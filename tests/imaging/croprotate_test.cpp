@@ -32,10 +32,7 @@ TEST_F(Crop, BadArgumentsStartNoSession) {
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 0, 5), -1);
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, -5), -1);
     EXPECT_EQ(CropImage("a.png", "b.txt", 0, 0, 5, 5), -1);
-    EXPECT_EQ(fake_.Calls(),
-              (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipGetImageWidth 11", "GdipGetImageHeight 11",
-                     "GdipCreateFromHDC 99", "GdipDrawImageRectI 55 11 0 0 30 20", "GdipDeleteGraphics 55",
-                     "GdipDisposeImage 11", "GdiplusShutdown 1"}));
+    EXPECT_EQ(fake_.Calls(), Calls{});
 }
 
 TEST_F(Crop, SourceThatDoesNotLoadEndsTheSession) {
@@ -151,7 +148,10 @@ TEST_F(Display, StartsNoSessionAndDrawsAtNaturalSize) {
 
 TEST_F(Display, ImageFileIsDrawnPixelForPixelInASessionOfItsOwn) {
     EXPECT_EQ(DrawImageFile("a.png", reinterpret_cast<void*>(99)), 0);
-    EXPECT_EQ(fake_.Calls(), Calls{});
+    EXPECT_EQ(fake_.Calls(),
+              (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipGetImageWidth 11", "GdipGetImageHeight 11",
+                     "GdipCreateFromHDC 99", "GdipDrawImageRectI 55 11 0 0 30 20", "GdipDeleteGraphics 55",
+                     "GdipDisposeImage 11", "GdiplusShutdown 1"}));
 }
 
 TEST_F(Display, FileThatCannotBeLoadedOrDrawnGivesItsStatusAndLeavesNothing) {
