@@ -62,14 +62,6 @@ const char* ClassOf(ControlKind kind) {
     return kind == ControlKind::Label ? "Static" : kind == ControlKind::TextBox ? "Edit" : "Button";
 }
 
-// The colour of a pixel of the screen.
-COLORREF ScreenPixel(int x, int y) {
-    const HDC screen = GetDC(nullptr);
-    const COLORREF color = GetPixel(screen, x, y);
-    ReleaseDC(nullptr, screen);
-    return color;
-}
-
 TEST_F(MainWindow, EveryControlIsAsTabled) {
     const HWND window = program_.Window();
     HWND next = GetWindow(window, GW_CHILD);
@@ -128,16 +120,12 @@ TEST_F(MainWindow, ColorsAreAsTabled) {
     };
     for (const int id : {SingleFileLabel, BmpRadio, SmallerCheck, Rotate270Radio, FlipHorizontalCheck}) {
         const POINT point = leftTopOf(id);
-        EXPECT_TRUE(WaitFor([&] { return ScreenPixel(point.x, point.y) == Cyan; })) << id;
+        EXPECT_TRUE(WaitFor([&] { return PixelAt(point) == Cyan; })) << id;
     }
     RECT client{};
     GetClientRect(program_.Window(), &client);
-    POINT corner{client.right - 3, client.bottom - 3};
-    ClientToScreen(program_.Window(), &corner);
-    EXPECT_EQ(ScreenPixel(corner.x, corner.y), Cyan);
-    RECT box{};
-    GetWindowRect(program_.Item(TargetBox), &box);
-    EXPECT_EQ(ScreenPixel((box.left + box.right) / 2, (box.top + box.bottom) / 2), GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(PixelAt(ScreenPointOf(program_.Window(), {client.right - 3, client.bottom - 3})), Cyan);
+    EXPECT_EQ(PixelAt(MiddleOf(program_.Item(TargetBox))), GetSysColor(COLOR_WINDOW));
 }
 
 TEST_F(MainWindow, FrameIsAFixedOneInTheMiddleOfTheScreen) {

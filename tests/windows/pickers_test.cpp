@@ -137,12 +137,7 @@ TEST_F(FilePicker, SelectedPictureIsShown) {
     // list may cover the left one.
     RECT pane{};
     GetWindowRect(GetDlgItem(dialog, PreviewPaneId), &pane);
-    const auto pixel = [&](int x, int y) {
-        const HDC screen = GetDC(nullptr);
-        const COLORREF color = GetPixel(screen, pane.left + x, pane.top + y);
-        ReleaseDC(nullptr, screen);
-        return color;
-    };
+    const auto pixel = [&](int x, int y) { return PixelAt({pane.left + x, pane.top + y}); };
     EXPECT_TRUE(WaitFor([&] { return GetRValue(pixel(148, 85)) > 200 && GetBValue(pixel(148, 85)) < 60; }));
     EXPECT_EQ(pixel(148, 20), RGB(255, 255, 255));
     EXPECT_EQ(pixel(148, 150), RGB(255, 255, 255));

@@ -1,0 +1,134 @@
+// What a person does and sees on the desktop: waits, reads windows, presses keys, looks at the screen.
+#include "tests/windows/desktop.h"
+
+#include "tests/support/temporaryfolder.h"
+
+namespace tests {
+
+namespace {
+
+constexpr DWORD BetweenAsksMs = 15;
+
+struct WindowSearch {
+    DWORD process;
+    const std::function<bool(HWND)>& fits;
+    HWND found = nullptr;
+};
+
+BOOL CALLBACK TryWindow(HWND window, LPARAM argument) {
+    auto& search = *reinterpret_cast<WindowSearch*>(argument);
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    if (owner == search.process && IsWindowVisible(window) && search.fits(window)) {
+        search.found = window;
+    }
+    return search.found == nullptr;
+}
+
+} // namespace
+
+bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs) {
+    for (const DWORD start = GetTickCount(); GetTickCount() - start < patienceMs; Sleep(BetweenAsksMs)) {
+        if (holds()) {
+            return true;
+        }
+    }
+    return holds();
+}
+
+bool WaitUntilLasting(const std::function<bool()>& holds) {
+    constexpr int Lasting = 15;
+    int inRow = 0;
+    return WaitFor([&] { return (inRow = holds() ? inRow + 1 : 0) >= Lasting; });
+}
+
+std::string WindowText(HWND window) {
+    std::string text(static_cast<std::size_t>(SendMessageA(window, WM_GETTEXTLENGTH, 0, 0)) + 1, '\0');
+    text.resize(
+        static_cast<std::size_t>(SendMessageA(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+std::string WindowClass(HWND window) {
+    char name[80] = "";
+    GetClassNameA(window, name, sizeof name);
+    return name;
+}
+
+HWND FindTopWindow(DWORD process, const std::function<bool(HWND)>& fits) {
+    WindowSearch search{process, fits};
+    EnumWindows(TryWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND FindBelow(HWND window, const char* className) {
+    if (HWND direct = FindWindowExA(window, nullptr, className, nullptr)) {
+        return direct;
+    }
+    for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (HWND deeper = FindBelow(child, className)) {
+            return deeper;
+        }
+    }
+    return nullptr;
+}
+
+POINT ScreenPointOf(HWND window, POINT client) {
+    ClientToScreen(window, &client);
+    return client;
+}
+
+POINT MiddleOf(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    return {(place.left + place.right) / 2, (place.top + place.bottom) / 2};
+}
+
+void PressKey(WORD key, bool withShift) {
+    if (withShift) {
+        keybd_event(VK_SHIFT, 0, 0, 0);
+    }
+    keybd_event(static_cast<BYTE>(key), 0, 0, 0);
+    keybd_event(static_cast<BYTE>(key), 0, KEYEVENTF_KEYUP, 0);
+    if (withShift) {
+        keybd_event(VK_SHIFT, 0, KEYEVENTF_KEYUP, 0);
+    }
+}
+
+COLORREF PixelAt(POINT screen) {
+    const HDC context = GetDC(nullptr);
+    const COLORREF color = GetPixel(context, screen.x, screen.y);
+    ReleaseDC(nullptr, context);
+    return color;
+}
+
+void SaveScreenshot(const std::string& path) {
+    const int width = GetSystemMetrics(SM_CXSCREEN);
+    const int height = GetSystemMetrics(SM_CYSCREEN);
+    BITMAPINFOHEADER header{};
+    header.biSize = sizeof header;
+    header.biWidth = width;
+    header.biHeight = height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    std::string pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4, '\0');
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
+    SelectObject(memory, before);
+    GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), pixels.data(), reinterpret_cast<BITMAPINFO*>(&header),
+              DIB_RGB_COLORS);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    BITMAPFILEHEADER file{};
+    file.bfType = 0x4D42;
+    file.bfOffBits = sizeof file + sizeof header;
+    file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
+    WriteBytes(path, std::string(reinterpret_cast<const char*>(&file), sizeof file) +
+                         std::string(reinterpret_cast<const char*>(&header), sizeof header) + pixels);
+}
+
+} // namespace tests
