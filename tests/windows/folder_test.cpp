@@ -1,5 +1,6 @@
 // A folder of two hundred files through the batch in the real window.
 #include "imaging/exports/lumbrix.h"
+#include "tests/support/bmpfiles.h"
 #include "tests/windows/programfixture.h"
 
 namespace {
@@ -13,15 +14,10 @@ class WholeFolder : public ProgramTest {
   protected:
     // A picture of 24 by 16 pixels whose colours depend on its number.
     static std::string PictureOf(int number) {
-        constexpr int Width = 24, Height = 16, HeaderBytes = 54;
-        std::string bytes("BM\0\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x18\0\0\0\x10\0\0\0\1\0\x18\0", 30);
-        bytes.resize(HeaderBytes);
-        for (int y = 0; y < Height; ++y) {
-            for (int x = 0; x < Width; ++x) {
-                bytes += {static_cast<char>(x * 10), static_cast<char>(y * 15), static_cast<char>(number)};
-            }
-        }
-        return bytes;
+        return MakeBmp(24, 16, [&](int x, int y) {
+            return Rgb{static_cast<std::uint8_t>(number), static_cast<std::uint8_t>(y * 15),
+                       static_cast<std::uint8_t>(x * 10)};
+        });
     }
 
     // Every tenth file each: all formats, a wrong extension, a broken file, one that is not in the list, no picture.

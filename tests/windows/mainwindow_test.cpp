@@ -1,5 +1,6 @@
 // The main window of the running program: what it looks like, and what each control does.
 #include "tests/windows/programfixture.h"
+#include "tests/windows/tabledwindow.h"
 
 namespace {
 
@@ -8,107 +9,42 @@ using namespace tests;
 
 class MainWindow : public ProgramTest {
   protected:
-    // A control's rectangle relative to the window's client area, in pixels.
-    RECT PlaceOf(int id) const {
-        RECT place{};
-        GetWindowRect(program_.Item(id), &place);
-        MapWindowPoints(nullptr, program_.Window(), reinterpret_cast<POINT*>(&place), 2);
-        return place;
-    }
-
-    // Dialog units as pixels, each number on its own, rounded to the nearest.
-    RECT InPixels(const RECT& units) const {
-        constexpr RECT OneCharacter{0, 0, 4, 8};
-        const std::uint32_t inside = program_.PutInside(&OneCharacter, sizeof OneCharacter);
-        EXPECT_NE(program_.CallInside("user32.dll", "MapDialogRect", {AsNumber(program_.Window()), inside}), 0u);
-        RECT base{};
-        program_.GetFromInside(inside, &base, sizeof base);
-        return {MulDiv(units.left, base.right, 4), MulDiv(units.top, base.bottom, 8),
-                MulDiv(units.right, base.right, 4), MulDiv(units.bottom, base.bottom, 8)};
-    }
-
-    LOGFONTA FontOf(HWND window) const {
-        const std::uint32_t font =
-            program_.CallInside("user32.dll", "SendMessageA", {AsNumber(window), WM_GETFONT, 0, 0});
-        LOGFONTA description{};
-        const std::uint32_t inside = program_.PutInside(&description, sizeof description);
-        EXPECT_NE(program_.CallInside("gdi32.dll", "GetObjectA", {font, sizeof description, inside}), 0u);
-        program_.GetFromInside(inside, &description, sizeof description);
-        return description;
-    }
-
-    static std::uint32_t AsNumber(HWND window) {
-        return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window));
-    }
+    TabledWindow Seen() const { return TabledWindow(program_); }
 };
 
-bool HasFamilyStyle(const Control& control, LONG style) {
-    const LONG kind = style & BS_TYPEMASK;
-    switch (control.kind) {
-    case ControlKind::PushButton:
-        return kind == BS_PUSHBUTTON || kind == BS_DEFPUSHBUTTON; // the focus makes one the default
-    case ControlKind::CheckBox:
-        return kind == BS_AUTOCHECKBOX;
-    case ControlKind::RadioButton:
-        return kind == BS_AUTORADIOBUTTON;
-    case ControlKind::Frame:
-        return kind == BS_GROUPBOX;
-    default:
-        return true;
+TEST_F(MainWindow, EveryControlIsAsTabled) { Seen().ExpectControls(MainWindowControls); }
+
+TEST_F(MainWindow, OnlyTheCropBoxIsHidden) {
+    for (const Control& control : MainWindowControls) {
+        EXPECT_EQ(IsWindowVisible(program_.Item(control.id)) != 0, control.id != CropCheck) << control.id;
     }
 }
 
-const char* ClassOf(ControlKind kind) {
-    return kind == ControlKind::Label ? "Static" : kind == ControlKind::TextBox ? "Edit" : "Button";
+TEST_F(MainWindow, OnlyTheHeightIsFilledIn) {
+    for (const int id : {SourceFileBox, TargetBox, SourceFolderBox}) {
+        EXPECT_EQ(program_.Text(id), "") << id;
+    }
+    EXPECT_EQ(program_.Text(HeightBox), "512");
 }
 
-TEST_F(MainWindow, EveryControlIsAsTabled) {
-    const HWND window = program_.Window();
-    HWND next = GetWindow(window, GW_CHILD);
+TEST_F(MainWindow, BitmapAndNoTurnAreChecked) {
     for (const Control& control : MainWindowControls) {
-        const HWND item = program_.Item(control.id);
-        ASSERT_NE(item, nullptr) << control.id;
-        EXPECT_EQ(item, next) << control.id << " is out of order";
-        next = GetWindow(item, GW_HWNDNEXT);
-        EXPECT_EQ(WindowClass(item), ClassOf(control.kind)) << control.id;
-        EXPECT_EQ(WindowText(item), control.id == HeightBox ? "512" : control.caption) << control.id;
-        const LONG style = GetWindowLongA(item, GWL_STYLE);
-        EXPECT_TRUE(HasFamilyStyle(control, style)) << control.id;
-        EXPECT_EQ((style & WS_VISIBLE) != 0, control.id != CropCheck) << control.id;
-        EXPECT_TRUE(IsWindowEnabled(item)) << control.id;
-        const bool takesFocus = control.kind != ControlKind::Label && control.kind != ControlKind::Frame;
-        if (control.kind != ControlKind::RadioButton) { // a group keeps its stop on the checked one
-            EXPECT_EQ((style & WS_TABSTOP) != 0, takesFocus) << control.id;
-        }
-        EXPECT_EQ((style & WS_GROUP) != 0, (control.extraStyle & StartsGroup) != 0) << control.id;
-        const bool isBox = control.kind == ControlKind::TextBox;
-        EXPECT_EQ((GetWindowLongA(item, GWL_EXSTYLE) & WS_EX_CLIENTEDGE) != 0, isBox) << control.id;
-        const RECT size = InPixels({control.x, control.y, control.width, control.height});
-        const RECT expected{size.left, size.top, size.left + size.right, size.top + size.bottom};
-        const RECT place = PlaceOf(control.id);
-        EXPECT_TRUE(EqualRect(&place, &expected))
-            << expected.left << "," << expected.top << "," << expected.right << "," << expected.bottom << control.id
-            << ": " << place.left << "," << place.top << "," << place.right << "," << place.bottom;
-        const bool isChecked = control.id == BmpRadio || control.id == Rotate0Radio;
         if (control.kind == ControlKind::RadioButton || control.kind == ControlKind::CheckBox) {
+            const bool isChecked = control.id == BmpRadio || control.id == Rotate0Radio;
             EXPECT_EQ(program_.IsChecked(control.id), isChecked) << control.id;
         }
     }
-    EXPECT_EQ(next, nullptr) << "there are more controls than are tabled";
 }
 
 TEST_F(MainWindow, FontsAreArialOfTenAndBoldOfTwelvePoints) {
     const HDC screen = GetDC(nullptr);
     const int dots = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
-    const auto expectFont = [&](HWND window, int font) {
-        const LOGFONTA seen = FontOf(window);
-        EXPECT_STREQ(seen.lfFaceName, "Arial");
-        EXPECT_EQ(seen.lfHeight, FontHeight(MainWindowFonts[font].points, dots));
-        EXPECT_EQ(seen.lfWeight, MainWindowFonts[font].weight);
-    };
     for (const Control& control : MainWindowControls) {
-        expectFont(program_.Item(control.id), control.font);
+        const LOGFONTA seen = Seen().FontOf(control.id);
+        EXPECT_STREQ(seen.lfFaceName, "Arial");
+        EXPECT_EQ(seen.lfHeight, FontHeight(MainWindowFonts[control.font].points, dots));
+        EXPECT_EQ(seen.lfWeight, MainWindowFonts[control.font].weight);
     }
 }
 
@@ -130,6 +66,7 @@ TEST_F(MainWindow, ColorsAreAsTabled) {
 
 TEST_F(MainWindow, FrameIsAFixedOneInTheMiddleOfTheScreen) {
     const HWND window = program_.Window();
+    Seen().ExpectFrame(MainWindowLayout);
     const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
     constexpr DWORD Parts[] = {WS_POPUP,       WS_CLIPSIBLINGS, WS_CAPTION, WS_SYSMENU,    WS_MINIMIZEBOX,
                                WS_MAXIMIZEBOX, WS_VISIBLE,      DS_CENTER,  DS_MODALFRAME, DS_SETFONT};
@@ -139,16 +76,7 @@ TEST_F(MainWindow, FrameIsAFixedOneInTheMiddleOfTheScreen) {
     EXPECT_EQ(style & WS_THICKFRAME, 0u);
     EXPECT_NE(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_CONTROLPARENT, 0);
     EXPECT_NE(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
-    EXPECT_EQ(WindowText(window), "Lumbrix");
-    RECT frame{};
-    GetWindowRect(window, &frame);
-    EXPECT_NEAR((frame.left + frame.right) / 2, GetSystemMetrics(SM_CXSCREEN) / 2, 20);
-    EXPECT_NEAR((frame.top + frame.bottom) / 2, GetSystemMetrics(SM_CYSCREEN) / 2, 40);
-    RECT client{};
-    GetClientRect(window, &client);
-    const RECT expected = InPixels({0, 0, MainWindowLayout.width, MainWindowLayout.height});
-    EXPECT_TRUE(EqualRect(&client, &expected));
-    EXPECT_NE(program_.CallInside("user32.dll", "SendMessageA", {AsNumber(window), WM_GETICON, ICON_BIG, 0}), 0u);
+    EXPECT_NE(Seen().Ask(window, WM_GETICON, ICON_BIG), 0u);
 }
 
 TEST_F(MainWindow, CloseBoxEndsTheProgramWithZero) { EXPECT_EQ(program_.Close(), 0u); }

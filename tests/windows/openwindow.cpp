@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <dlgs.h>
 #include <shlobj.h>
 
 #include <algorithm>
@@ -106,6 +107,13 @@ std::uint32_t OpenWindow::PutInside(const void* bytes, std::size_t count) const 
 
 void OpenWindow::GetFromInside(std::uint32_t address, void* bytes, std::size_t count) const {
     Inside(window_).Get(address, bytes, count);
+}
+
+void SetFileName(const OpenWindow& picker, const std::string& name) {
+    // The box for the name is one of its own, or that of a list.
+    const HWND list = picker.Item(cmb13);
+    const HWND box = list != nullptr ? FindBelow(list, "Edit") : picker.Item(edt1);
+    SendMessageA(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
 }
 
 } // namespace tests

@@ -70,4 +70,7 @@ class OpenWindow {
     std::vector<HWND> below_;
 };
 
+// Types a name into a dialog that chooses files.
+void SetFileName(const OpenWindow& picker, const std::string& name);
+
 } // namespace tests

@@ -22,15 +22,9 @@ class FilePicker : public ProgramTest {
         return dialog;
     }
 
-    // The box for the name: one of its own, or that of a list.
-    static HWND NameBox(HWND dialog) {
-        const HWND list = GetDlgItem(dialog, cmb13);
-        return list != nullptr ? FindBelow(list, "Edit") : GetDlgItem(dialog, edt1);
-    }
-
     // Types a name and presses the dialog's own button.
     static void Choose(HWND dialog, const std::string& name) {
-        SendMessageA(NameBox(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+        SetFileName(OpenWindow(dialog), name);
         PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
         EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
     }

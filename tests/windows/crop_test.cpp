@@ -1,0 +1,143 @@
+// Cropping a picture in the running program with a real mouse.
+#include "tests/windows/annotatefixture.h"
+
+namespace {
+
+using namespace lumbrix;
+using namespace tests;
+
+class CropWindow : public PictureWindowTest {
+  protected:
+    // A picture smaller than the control, so that one pixel of the screen is one of its own. Its colours tell places.
+    CropWindow() { WriteBytes(program_.Folder() / "map.bmp", MakeBmp(250, 200, ColorOfMap)); }
+
+    static Rgb ColorOfMap(int x, int y) { return {static_cast<std::uint8_t>(x), static_cast<std::uint8_t>(y), 7}; }
+
+    OpenWindow OpenMap() const { return Open(CropButton, Path("map.bmp"), Path("out.png")); }
+
+    OpenWindow Cropped() const {
+        const OpenWindow window = Opened(program_.Further());
+        EXPECT_EQ(WindowText(window.Window()), "Cropped image");
+        return window;
+    }
+
+    void End(const OpenWindow& window) const {
+        CloseAndWait(window);
+        WaitForTheEnd();
+    }
+
+    // Sends a notification of the picture control, as one that notifies no press would.
+    static void Notify(const OpenWindow& window, UINT code) {
+        const std::uint32_t control =
+            static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window.Item(PictureControl)));
+        const std::uint32_t dialog = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window.Window()));
+        const std::uint32_t notification[] = {control, PictureControl, code};
+        const std::uint32_t inside = window.PutInside(notification, sizeof notification);
+        window.CallInside("user32.dll", "SendMessageA", {dialog, WM_NOTIFY, PictureControl, inside});
+    }
+};
+
+TEST_F(CropWindow, DraggingCutsOutWhatWasMarkedAndShowsIt) {
+    const OpenWindow window = OpenMap();
+    DragMouse(On(window, 30, 20), On(window, 180, 120));
+    window.WaitUntilGone();
+    const OpenWindow cropped = Cropped();
+    EXPECT_TRUE(WaitFor([&] { return PixelAt(On(cropped, 0, 0)) == RGB(30, 20, 7); }));
+    EXPECT_EQ(PixelAt(On(cropped, 149, 99)), RGB(179, 119, 7));
+    EXPECT_EQ(PixelAt(On(cropped, 150, 50)), RGB(255, 255, 255));
+    End(cropped);
+    const BmpView picture = ReadPicture(Path("out.png"));
+    ASSERT_EQ(picture.Width(), 150);
+    ASSERT_EQ(picture.Height(), 100);
+    EXPECT_EQ(picture.At(0, 0), ColorOfMap(30, 20));
+    EXPECT_EQ(picture.At(149, 99), ColorOfMap(179, 119));
+    EXPECT_EQ(TemporaryFiles().size(), 3u); // they stay
+}
+
+TEST_F(CropWindow, RubberBandFollowsTheMouse) {
+    const OpenWindow window = OpenMap();
+    MoveMouse(On(window, 30, 20));
+    PressMouse();
+    for (int step = 1; step <= 8; ++step) {
+        MoveMouse(On(window, 30 + 15 * step, 20 + 10 * step));
+    }
+    // The frame of the marquee is drawn over the picture.
+    EXPECT_TRUE(WaitFor([&] { return PixelAt(On(window, 90, 20)) != RGB(90, 20, 7); }));
+    ReleaseMouse();
+    window.WaitUntilGone();
+    End(Cropped());
+}
+
+TEST_F(CropWindow, PictureMayBeLeftWhileMarking) {
+    const OpenWindow window = OpenMap();
+    DragMouse(On(window, 30, 20), On(window, 240, 450)); // far below the control
+    window.WaitUntilGone();
+    End(Cropped());
+    // The rectangle runs over the edge, which the crop refuses.
+    EXPECT_FALSE(Exists("out.png"));
+}
+
+TEST_F(CropWindow, RectangleDrawnUpwardsIsNotTurnedRound) {
+    const OpenWindow window = OpenMap();
+    DragMouse(On(window, 180, 120), On(window, 30, 20));
+    window.WaitUntilGone();
+    End(Cropped());
+    EXPECT_FALSE(Exists("out.png"));
+}
+
+TEST_F(CropWindow, ClickOnOnePlaceMakesNoCrop) {
+    const OpenWindow window = OpenMap();
+    ClickAt(On(window, 50, 60));
+    window.WaitUntilGone();
+    WaitForTheEnd();
+    EXPECT_TRUE(program_.IsQuiet());
+    EXPECT_FALSE(Exists("out.png"));
+}
+
+TEST_F(CropWindow, WithoutANotifiedPressTwoReleasesMarkTheCorners) {
+    const OpenWindow window = OpenMap();
+    MoveMouse(On(window, 30, 20));
+    Notify(window, static_cast<UINT>(NM_RELEASEDCAPTURE));
+    EXPECT_TRUE(IsWindow(window.Window()));
+    MoveMouse(On(window, 130, 70));
+    Notify(window, static_cast<UINT>(NM_RELEASEDCAPTURE));
+    window.WaitUntilGone();
+    End(Cropped());
+    EXPECT_EQ(SizeOf(Path("out.png")), std::pair(100, 50));
+}
+
+TEST_F(CropWindow, ClosingItMakesNoCrop) {
+    End(OpenMap());
+    EXPECT_TRUE(program_.IsQuiet());
+    EXPECT_FALSE(Exists("out.png"));
+    EXPECT_EQ(TemporaryFiles().size(), 2u); // they stay
+}
+
+TEST_F(CropWindow, KeepClosesItWithoutACropAndIsForgottenAtTheNextOpening) {
+    const OpenWindow window = OpenMap();
+    window.BeginClick(KeepCheck);
+    window.WaitUntilGone();
+    WaitForTheEnd();
+    EXPECT_FALSE(Exists("out.png"));
+    const OpenWindow again = Open(AnnotateButton, Path("map.bmp"), Path("out.png"));
+    End(again); // a Keep that is still asked for would open it once more
+    EXPECT_TRUE(program_.IsQuiet());
+}
+
+TEST_F(CropWindow, ExistingTargetIsReplacedWithoutAQuestion) {
+    WriteBytes(program_.Folder() / "out.png", "old");
+    const OpenWindow window = OpenMap();
+    DragMouse(On(window, 30, 20), On(window, 180, 120));
+    window.WaitUntilGone();
+    End(Cropped());
+    EXPECT_EQ(SizeOf(Path("out.png")), std::pair(150, 100));
+}
+
+TEST_F(CropWindow, EmptyTargetShowsTheCroppedWindowAllTheSame) {
+    const OpenWindow window = Open(CropButton, Path("map.bmp"), "");
+    DragMouse(On(window, 30, 20), On(window, 180, 120));
+    window.WaitUntilGone();
+    End(Cropped());
+}
+
+} // namespace
