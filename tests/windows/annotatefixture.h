@@ -17,9 +17,9 @@ class OwnTemporaryFiles {
     std::map<std::string, std::string> TemporaryFiles() const {
         std::map<std::string, std::string> files;
         for (const auto& entry : std::filesystem::directory_iterator(temporary_.Path())) {
-            std::error_code beingWritten;
-            files[entry.path().filename().string()] =
-                std::filesystem::file_size(entry.path(), beingWritten) > 0 ? ReadBytes(entry.path()) : "";
+            if (entry.is_regular_file()) {
+                files[entry.path().filename().string()] = ContentOf(entry.path());
+            }
         }
         return files;
     }
@@ -27,6 +27,15 @@ class OwnTemporaryFiles {
     TemporaryFolder temporary_;
 
   private:
+    // A file that is being written at this moment has none yet.
+    static std::string ContentOf(const std::filesystem::path& path) {
+        try {
+            return ReadBytes(path);
+        } catch (const std::runtime_error&) {
+            return {};
+        }
+    }
+
     TemporaryFilesIn in_{temporary_.Path()};
 };
 

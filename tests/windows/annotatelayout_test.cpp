@@ -109,9 +109,9 @@ TEST_F(AnnotateLayout, FontsAreArialOfTenPointsOrTheSystems) {
 
 TEST_F(AnnotateLayout, ColorsAreAsTabled) {
     const OpenWindow window = OpenMode(AnnotateMode);
-    EXPECT_EQ(ColorsOf(window, AnnotationLabel), std::pair(Black, Cyan));
+    EXPECT_EQ(ColorsOf(window, AnnotationLabel), std::pair(lumbrix::Black, Cyan));
     EXPECT_EQ(ColorsOf(window, HelpLabel), std::pair(lumbrix::Red, Cyan));
-    EXPECT_EQ(ColorsOf(window, KeepCheck), std::pair<std::uint32_t>(GetSysColor(COLOR_WINDOWTEXT), Cyan));
+    EXPECT_EQ(ColorsOf(window, KeepCheck), std::pair(std::uint32_t{GetSysColor(COLOR_WINDOWTEXT)}, Cyan));
     RECT client{};
     GetClientRect(window.Window(), &client);
     EXPECT_EQ(PixelAt(ScreenPointOf(window.Window(), {client.right - 2, client.bottom - 2})), Cyan);

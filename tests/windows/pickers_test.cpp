@@ -105,7 +105,7 @@ TEST_F(FilePicker, OpensInTheFolderOfTheLastFile) {
 
 TEST_F(FilePicker, FileThatIsMissingIsNotTaken) {
     const HWND dialog = Open();
-    SendMessageA(NameBox(dialog), WM_SETTEXT, 0, reinterpret_cast<LPARAM>("none.bmp"));
+    SetFileName(OpenWindow(dialog), "none.bmp");
     PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
     const HWND message = program_.WaitForDialog(dialog);
     ASSERT_TRUE(WaitFor([&] { return GetDlgItem(message, IDOK) != nullptr; }));

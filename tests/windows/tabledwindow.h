@@ -26,14 +26,14 @@ class TabledWindow {
     // Sends a message from within the program, for answers that mean something only there.
     std::uint32_t Ask(HWND window, UINT message, std::uint32_t argument = 0) const;
 
+    // Dialog units as pixels, each number on its own, rounded to the nearest.
+    RECT InPixels(const RECT& units) const;
+
   private:
     void ExpectControl(const lumbrix::Control& control, HWND item) const;
 
     // A control's rectangle relative to the window's client area, in pixels.
     RECT PlaceOf(HWND item) const;
-
-    // Dialog units as pixels, each number on its own, rounded to the nearest.
-    RECT InPixels(const RECT& units) const;
 
     OpenWindow window_;
 };
