@@ -99,6 +99,8 @@ void AnnotateWindow::OnCommand(int id, int notification) {
     switch (id) {
     case FontButton:
         return ChooseAnnotationFont(*this);
+    case FontColorButton:
+        return ChooseColorInVain(*this);
     case StampButton:
         return PickStamp();
     case HelpButton:

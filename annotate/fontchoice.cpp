@@ -1,4 +1,4 @@
-// The system's dialog for the font of annotations.
+// The system's dialogs for the font and the colour of annotations.
 #include "annotate/fontchoice.h"
 
 #include "annotate/rules.h"
@@ -6,6 +6,7 @@
 
 #include <commdlg.h>
 
+#include <array>
 #include <cstdlib>
 
 namespace lumbrix {
@@ -29,6 +30,16 @@ void ChooseAnnotationFont(const Dialog& owner) {
     AnnotationUnderline = chosen.lfUnderline;
     AnnotationStrikeout = chosen.lfStrikeOut;
     SplitColor(dialog.rgbColors, &AnnotationRed, &AnnotationGreen, &AnnotationBlue);
+}
+
+void ChooseColorInVain(const Dialog& owner) {
+    std::array<COLORREF, 16> customColors{};
+    CHOOSECOLORA dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner.Handle();
+    dialog.lpCustColors = customColors.data();
+    dialog.Flags = CC_RGBINIT;
+    ChooseColorA(&dialog);
 }
 
 } // namespace lumbrix

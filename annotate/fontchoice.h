@@ -1,4 +1,4 @@
-// The system's dialog for the font of annotations.
+// The system's dialogs for the font and the colour of annotations.
 #pragma once
 
 #include "toolkit/dialog.h"
@@ -8,5 +8,9 @@ namespace lumbrix {
 // Lets the user choose font, styles and colour, and keeps them for all annotations to come. Where the dialog is
 // cancelled nothing changes.
 void ChooseAnnotationFont(const Dialog& owner);
+
+// Opens the dialog for a colour. Nothing comes of the choice: the button for it is never shown, for the dialog of the
+// font asks for the colour too.
+void ChooseColorInVain(const Dialog& owner);
 
 } // namespace lumbrix

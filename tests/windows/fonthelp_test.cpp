@@ -117,6 +117,16 @@ TEST_F(AnnotationFont, ColorOfTheDialogIsThatOfTheText) {
     EXPECT_GT(red, 100);
 }
 
+TEST_F(AnnotationFont, CommandOfTheHiddenColorButtonChangesNothing) {
+    const InkBox plain = Annotate(OpenWhite());
+    const OpenWindow window = OpenWhite();
+    PostMessageA(window.Window(), WM_COMMAND, MAKEWPARAM(FontColorButton, BN_CLICKED), 0);
+    const OpenWindow colors = window.Further();
+    EXPECT_EQ(WindowText(colors.Window()), "Color");
+    Press(colors, IDOK);
+    EXPECT_EQ(Annotate(window), plain);
+}
+
 class Help : public PictureWindowTest {};
 
 TEST_F(Help, OpensTheTextInTheSystemsViewer) {
