@@ -215,6 +215,26 @@ TEST_F(AnnotateWindow, EmptyTextIsAskedFor) {
     EXPECT_EQ(SizeOfOutput(), 0u);
 }
 
+// The message has no owner, so nothing waits for it.
+TEST_F(AnnotateWindow, WindowsGoOnBeingServedWhileAMessageIsShown) {
+    const OpenWindow window = OpenWhite();
+    ClickAt(On(window, 50, 30));
+    const OpenWindow message = window.Further();
+    window.Close();
+    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
+    program_.BeginClick(AnnotateButton);
+    const OpenWindow second = message.Further();
+    second.SetText(AnnotationBox, "text");
+    End(second);
+    EXPECT_EQ(SizeOfOutput(), 0u);
+    message.BeginClick(IDOK);
+    message.WaitUntilGone();
+    window.WaitUntilGone();
+    WaitForTheEnd();
+    EXPECT_TRUE(program_.IsQuiet());
+    EXPECT_EQ(program_.Close(), 0u);
+}
+
 TEST_F(AnnotateWindow, StampThatIsNoneIsTold) {
     const OpenWindow window = OpenWhite();
     window.SetText(AnnotationBox, "a: b");
