@@ -76,6 +76,9 @@ LRESULT CALLBACK ButtonWatch::Procedure(HWND control, UINT message, WPARAM first
 }
 
 LRESULT ButtonWatch::Handle(HWND control, UINT message, WPARAM first, LPARAM second) {
+    if (message == WM_LBUTTONDBLCLK) {
+        message = WM_LBUTTONDOWN; // nothing here can be double-clicked; it is a press like the one before
+    }
     if (message == WM_LBUTTONDOWN) {
         isPressed_ = true;
         Notify(control, NM_LDOWN);

@@ -102,7 +102,7 @@ void RunCropAction(ActionDesk& desk) {
     }
     CropImage(source.c_str(), target.c_str(), CropRect.left, CropRect.top, CropRect.right - CropRect.left,
               CropRect.bottom - CropRect.top);
-    GetImageDimensions(target.c_str(), &width, &height);
+    GetImageDimensions(desk.Target().c_str(), &width, &height);
     ImageStages[0].source = ImageStages[0].result;
     ImageStages[0].previewSource = NewStageFile();
     desk.ShowAnnotateWindow(0, width, height, CroppedTitle);

@@ -97,7 +97,8 @@ void WriteWholeFile(const std::string& path, const std::string& bytes) { WriteAt
 void AppendToFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_WRONLY | O_APPEND); }
 
 void DuplicateFile(const std::string& source, const std::string& target) {
-    const std::string beside = target + "." + HexadecimalDigits() + ".tmp";
+    const std::string folder = target.substr(0, target.rfind(PathSeparator) + 1);
+    const std::string beside = folder + "IMG" + HexadecimalDigits() + ".tmp"; // short whatever the target's name
     std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
     if (!target.empty() && std::filesystem::copy_file(source, beside, error)) {
         std::filesystem::rename(beside, target, error);

@@ -39,6 +39,21 @@ void WriteAll(const File& file, const std::string& path, const std::string& byte
     }
 }
 
+// A new, empty file in a folder.
+std::string NewFileIn(const std::string& folder, const std::string& prefix) {
+    char path[MAX_PATH] = {};
+    if (GetTempFileNameA(folder.c_str(), prefix.c_str(), 0, path) == 0) {
+        Raise("cannot make a temporary file in", folder);
+    }
+    return path;
+}
+
+// The folder of a file with its separator, or the current one.
+std::string FolderOf(const std::string& path) {
+    const std::size_t separator = path.find_last_of("\\/:");
+    return separator == std::string::npos ? "." : path.substr(0, separator + 1);
+}
+
 std::vector<std::string> Matches(const std::string& pattern) {
     std::vector<std::string> names;
     WIN32_FIND_DATAA found;
@@ -121,16 +136,17 @@ void AppendToFile(const std::string& path, const std::string& bytes) {
 }
 
 void DuplicateFile(const std::string& source, const std::string& target) {
-    const std::string beside = target + "." + std::to_string(GetTickCount()) + ".tmp";
-    if (target.empty() || !CopyFileA(source.c_str(), beside.c_str(), TRUE)) {
-        Raise("cannot copy to", target);
+    if (target.empty()) {
+        throw RuntimeError(ERROR_INVALID_NAME, "cannot copy to a file without a name");
     }
-    SetFileAttributesA(beside.c_str(), FILE_ATTRIBUTE_NORMAL);
-    if (!MoveFileExA(beside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+    const std::string beside = NewFileIn(FolderOf(target), "IMG"); // short whatever the target's name
+    if (!CopyFileA(source.c_str(), beside.c_str(), FALSE) ||
+        !SetFileAttributesA(beside.c_str(), FILE_ATTRIBUTE_NORMAL) ||
+        !MoveFileExA(beside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) {
         const DWORD error = GetLastError();
         DeleteFileA(beside.c_str());
         SetLastError(error);
-        Raise("cannot replace", target);
+        Raise("cannot copy to", target);
     }
 }
 
@@ -151,14 +167,7 @@ std::string TemporaryFolderPath() {
     return buffer;
 }
 
-std::string NewTemporaryFile(const std::string& prefix) {
-    char buffer[MAX_PATH] = {};
-    const std::string folder = TemporaryFolderPath();
-    if (GetTempFileNameA(folder.c_str(), prefix.c_str(), 0, buffer) == 0) {
-        Raise("cannot make a temporary file in", folder);
-    }
-    return buffer;
-}
+std::string NewTemporaryFile(const std::string& prefix) { return NewFileIn(TemporaryFolderPath(), prefix); }
 
 std::string ProgramPath() {
     char buffer[256] = {};

@@ -98,6 +98,24 @@ TEST_F(Preview, LargerPictureIsMadeSmallerAsJpeg) {
     EXPECT_EQ(SizeOf(Path("preview.tmp")), std::pair(99, 33));
 }
 
+// Of its ten rows a tenth of one is left on the screen.
+TEST_F(Preview, PictureTooFlatForTheScreenHasNone) {
+    Open(10000, 10);
+    EXPECT_EQ(PreviewScale, 100.0F);
+    EXPECT_EQ(PreviewHeight, 0);
+    EXPECT_TRUE(IsEmpty("preview.tmp"));
+    PlaceAnnotation(view_, "text");
+    EXPECT_EQ(view_.seen, Unable);
+    EXPECT_TRUE(IsEmpty("result.tmp"));
+}
+
+TEST_F(Preview, PictureTooNarrowForTheScreenHasNone) {
+    Open(2, 2000);
+    EXPECT_EQ(PreviewScale, 40.0F);
+    EXPECT_EQ(PreviewHeight, 50);
+    EXPECT_TRUE(IsEmpty("preview.tmp"));
+}
+
 TEST_F(Preview, SourceThatIsGonePassesInSilence) {
     WriteBytes(folder_ / "preview.tmp", "old");
     PreparePreview(0, 100, 50, 100, 50);

@@ -236,6 +236,17 @@ TEST_F(CropAction, EmptyTargetOpensTheCroppedWindowWithTheOldSize) {
     EXPECT_EQ(desk_.opened, (Opened{"Crop image 0 60x40", "Cropped image 0 60x40"}));
 }
 
+TEST_F(CropAction, SizeOfTheCroppedWindowIsThatOfTheFileInTheTargetBoxByThen) {
+    WritePlainPng(Path("other.png"), 7, 9, White);
+    desk_.inside = {[&] {
+        CropRect = {10, 5, 40, 25};
+        desk_.target = Path("other.png");
+    }};
+    RunCropAction(desk_);
+    EXPECT_EQ(desk_.opened, (Opened{"Crop image 0 60x40", "Cropped image 0 7x9"}));
+    EXPECT_EQ(SizeOf(Path("target.png")), std::pair(30, 20));
+}
+
 TEST_F(CropAction, KeepAsksForNothingHere) {
     desk_.inside = {[] { FakeActionDesk::Keep(); }};
     RunCropAction(desk_);

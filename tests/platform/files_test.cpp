@@ -73,6 +73,18 @@ TEST_F(PlatformFiles, DuplicateReplacesTheWholeTarget) {
     EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
 }
 
+// Whatever is made on the way has to have a shorter name.
+TEST_F(PlatformFiles, DuplicateMayHaveTheLongestName) {
+    constexpr std::size_t LongestName = 255;
+    constexpr std::size_t LongestWindowsPath = 259;
+    const std::size_t length =
+        PathSeparator == '/' ? LongestName : LongestWindowsPath - folder_.Path().string().size() - 1;
+    const std::string target = Path(std::string(length, 'n'));
+    WriteBytes(folder_ / "a", "new");
+    DuplicateFile(Path("a"), target);
+    EXPECT_EQ(ReadFileContent(target), "new");
+}
+
 TEST_F(PlatformFiles, DuplicateThatCannotBeMadeRaisesAndLeavesTheTarget) {
     WriteBytes(folder_ / "a", "new");
     WriteBytes(folder_ / "b", "old");

@@ -137,6 +137,25 @@ TEST_F(AnnotateWindow, DraggedMouseAnnotatesOnceAtItsRelease) {
     ExpectNear(InkIn(Path("out.jpg")), static_cast<int>(300 * scale), static_cast<int>(200 * scale), scale);
 }
 
+TEST_F(AnnotateWindow, SecondPressOfADoubleClickAnnotatesAtItsReleaseToo) {
+    const OpenWindow window = OpenWhite();
+    const double scale = ScaleOf(window, Width, Height);
+    window.SetText(AnnotationBox, MakeStamp(40, 20));
+    MoveMouse(On(window, 50, 30));
+    PressMouse();
+    ReleaseMouse();
+    PressMouse();
+    for (int step = 1; step <= 10; ++step) {
+        MoveMouse(On(window, 50 + 25 * step, 30 + 17 * step));
+    }
+    ReleaseMouse();
+    const POINT end = On(window, 300, 200);
+    EXPECT_TRUE(WaitFor([&] { return GetRValue(PixelAt({end.x + 5, end.y + 5})) < 50; }));
+    Settle(window);
+    End(window);
+    ExpectNear(InkIn(Path("out.jpg")), static_cast<int>(300 * scale), static_cast<int>(200 * scale), scale);
+}
+
 TEST_F(AnnotateWindow, LastDroppedFileIsTheStamp) {
     const OpenWindow window = OpenWhite();
     const double scale = ScaleOf(window, Width, Height);
@@ -194,6 +213,26 @@ TEST_F(AnnotateWindow, EmptyTextIsAskedFor) {
     EXPECT_TRUE(IsWindow(window.Window()));
     End(window);
     EXPECT_EQ(SizeOfOutput(), 0u);
+}
+
+// The message has no owner, so nothing waits for it.
+TEST_F(AnnotateWindow, WindowsGoOnBeingServedWhileAMessageIsShown) {
+    const OpenWindow window = OpenWhite();
+    ClickAt(On(window, 50, 30));
+    const OpenWindow message = window.Further();
+    window.Close();
+    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
+    program_.BeginClick(AnnotateButton);
+    const OpenWindow second = message.Further();
+    second.SetText(AnnotationBox, "text");
+    End(second);
+    EXPECT_EQ(SizeOfOutput(), 0u);
+    message.BeginClick(IDOK);
+    message.WaitUntilGone();
+    window.WaitUntilGone();
+    WaitForTheEnd();
+    EXPECT_TRUE(program_.IsQuiet());
+    EXPECT_EQ(program_.Close(), 0u);
 }
 
 TEST_F(AnnotateWindow, StampThatIsNoneIsTold) {

@@ -1,7 +1,6 @@
 // The crop dimensions dialog of the running program, and the batch that uses its rectangle.
 #include "annotate/dimensionslayout.h"
-#include "tests/support/bmpfiles.h"
-#include "tests/windows/programfixture.h"
+#include "tests/windows/annotatefixture.h"
 #include "tests/windows/tabledwindow.h"
 
 namespace {
@@ -9,7 +8,7 @@ namespace {
 using namespace lumbrix;
 using namespace tests;
 
-class CropDimensions : public ProgramTest {
+class CropDimensions : public OwnTemporaryFiles, public ProgramTest {
   protected:
     OpenWindow Open(int button = CropButton) const {
         program_.BeginClick(button);
