@@ -58,7 +58,7 @@ void PlaceAnnotation(PictureView& view, const std::string& text) {
     }
     CropCorner = view.CursorPoint();
     const PicturePoint onScreen{static_cast<float>(CropCorner.x), static_cast<float>(CropCorner.y)};
-    const ImageStage& files = ImageStages[CurrentStage];
+    const ImageStage files = ImageStages[CurrentStage]; // a copy: showing a picture may let other things happen
     if (!KeepRequested) {
         AnnotateOrStamp(files.previewSource, files.previewResult, onScreen, text, DefaultTextFontSize);
     }

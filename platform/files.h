@@ -46,8 +46,9 @@ void WriteWholeFile(const std::string& path, const std::string& bytes);
 // Adds bytes at the end of a file, and makes it if it is missing. Raises where it cannot.
 void AppendToFile(const std::string& path, const std::string& bytes);
 
-// Copies the bytes of a file to another name, without attributes. A file of that name is replaced in one step, so a
-// failure leaves it as it was. Raises on an empty name, and where the copy cannot be made.
+// Copies the bytes of a file to another name; should the source be hidden or read-only, the copy is not. A file of that
+// name is replaced in one step, so a failure leaves it as it was. Raises on an empty name, and where the copy cannot be
+// made.
 void DuplicateFile(const std::string& source, const std::string& target);
 
 // The whole content. Raises where it cannot be read.

@@ -25,6 +25,14 @@ bool CanReplace(const std::u16string& path) {
     return isDiskFile;
 }
 
+// Short, for the target's own path may be as long as paths can be.
+std::u16string ScratchNameBeside(const std::u16string& target, DWORD number) {
+    const std::string digits = std::to_string(number);
+    const std::size_t separator = target.find_last_of(u"\\/:");
+    const std::size_t folderLength = separator == std::u16string::npos ? 0 : separator + 1;
+    return target.substr(0, folderLength) + std::u16string(digits.begin(), digits.end()) + u".tmp";
+}
+
 bool SetDeleteOnClose(HANDLE file, bool doDelete) {
     FILE_DISPOSITION_INFO disposition{};
     disposition.DeleteFile = doDelete;
@@ -45,8 +53,7 @@ class WindowsOutputFile : public OutputFile {
     Status Open() {
         constexpr int Attempts = 100;
         for (int attempt = 0; attempt < Attempts && file_ == INVALID_HANDLE_VALUE; ++attempt) {
-            const std::string number = std::to_string(GetTickCount() + static_cast<DWORD>(attempt) * 7919u);
-            scratchName_ = target_ + u"." + std::u16string(number.begin(), number.end()) + u".tmp";
+            scratchName_ = ScratchNameBeside(target_, GetTickCount() + static_cast<DWORD>(attempt) * 7919u);
             file_ = CreateFileW(Wide(scratchName_), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
                                 FILE_ATTRIBUTE_NORMAL, nullptr);
             if (file_ == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_EXISTS) {
