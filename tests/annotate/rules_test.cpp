@@ -1,11 +1,14 @@
 // How screen and picture correspond, and what texts and choices mean.
 #include "annotate/rules.h"
 
+#include "tests/annotate/rectangles.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 
 using namespace lumbrix;
+using namespace tests;
 
 TEST(EditModeForTitle, ThreeTitlesAreKnownAndOthersChangeNothing) {
     for (const std::int32_t current : {AnnotateMode, CropMode, CroppedMode}) {
@@ -54,14 +57,6 @@ TEST(StampPath, HasAColonAsItsSecondCharacter) {
     EXPECT_FALSE(IsStampPath("ab:"));
     EXPECT_FALSE(IsStampPath("\\\\server\\stamp.png"));
     EXPECT_FALSE(IsStampPath(""));
-}
-
-void ExpectRectangle(const CropRectangle& rectangle, std::int32_t left, std::int32_t top, std::int32_t right,
-                     std::int32_t bottom) {
-    EXPECT_EQ(rectangle.left, left);
-    EXPECT_EQ(rectangle.top, top);
-    EXPECT_EQ(rectangle.right, right);
-    EXPECT_EQ(rectangle.bottom, bottom);
 }
 
 TEST(CropRectangle, IsScaledAndRoundedWithTiesToEven) {

@@ -1,19 +1,14 @@
 // A crop rectangle from what was typed.
 #include "annotate/typedrectangle.h"
 
+#include "tests/annotate/rectangles.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 
 using namespace lumbrix;
-
-void ExpectRectangle(const CropRectangle& rectangle, std::int32_t left, std::int32_t top, std::int32_t right,
-                     std::int32_t bottom) {
-    EXPECT_EQ(rectangle.left, left);
-    EXPECT_EQ(rectangle.top, top);
-    EXPECT_EQ(rectangle.right, right);
-    EXPECT_EQ(rectangle.bottom, bottom);
-}
+using namespace tests;
 
 TEST(TypedRectangle, ReachesFromTheCornerByTheSizes) {
     ExpectRectangle(TypedRectangle("10", "20", "30", "40"), 10, 20, 40, 60);
