@@ -160,8 +160,11 @@ TEST(GifWriter, FailureOfThePictureIsGivenBack) {
 }
 
 TEST(GifWriter, FailureOfTheFileIsGivenBack) {
-    const auto noise = MakePictureOf(
-        400, 400, [](auto x, auto y) { return 0xFF000000u | ((x * 2654435761u) ^ (y * 40503u * 97u)) >> 8; });
+    // Noise that hardly shrinks, in colours that a palette holds.
+    const auto noise = MakePictureOf(400, 400, [](auto x, auto y) {
+        const auto grey = static_cast<std::uint8_t>(((x * 2654435761u) ^ (y * 40503u * 97u)) >> 8);
+        return MakeColor(grey, grey, grey);
+    });
     for (const std::size_t limit : {0u, 70000u}) {
         MemoryOutput file(limit);
         EXPECT_EQ(GifCodec().write(*noise, {}, file), Status::AccessDenied) << limit;
