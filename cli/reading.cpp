@@ -62,7 +62,7 @@ std::string StampedName(const std::string& file) {
 std::int32_t StampDate(const std::string& file, const std::string& date, const std::string& copy) {
     TemporaryFolder folder;
     const fs::path picture = folder.PathOfNew("picture");
-    const fs::path stamped = folder.PathOfNew(std::string("picture") + StampedSuffix);
+    const fs::path stamped = folder.PathOfNew(StampedName("picture"));
     std::error_code error;
     if (!fs::copy_file(PathOf(file), picture, error)) {
         throw Failure{"cannot copy " + file + " into " + NameOf(folder.Path()) + ": " + error.message()};

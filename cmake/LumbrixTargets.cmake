@@ -35,6 +35,28 @@ if(LUMBRIX_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+# Reading the standard library takes longer than compiling most sources. Where this is on, libraries of many files read it
+# once. The plain native build reads every file on its own, so that a forgotten include shows.
+option(LUMBRIX_PRECOMPILE "Read the headers of the standard library once" OFF)
+set(LUMBRIX_STANDARD_HEADERS <algorithm> <array> <cmath> <cstring> <filesystem> <functional> <map> <memory> <mutex>
+    <optional> <span> <string> <string_view> <vector>)
+function(lumbrix_precompile)
+    if(NOT LUMBRIX_PRECOMPILE)
+        return()
+    endif()
+    if(NOT TARGET lumbrix_standard_headers)
+        file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/standardheaders.cpp CONTENT "")
+        add_library(lumbrix_standard_headers OBJECT ${CMAKE_BINARY_DIR}/standardheaders.cpp)
+        target_link_libraries(lumbrix_standard_headers PRIVATE lumbrix_options)
+        target_precompile_headers(lumbrix_standard_headers PRIVATE ${LUMBRIX_STANDARD_HEADERS})
+    endif()
+    foreach(target IN LISTS ARGN)
+        target_precompile_headers(${target} REUSE_FROM lumbrix_standard_headers)
+        # GCC 12 forgets that precompiled headers are the system's, and suspects its own std::string in them.
+        target_compile_options(${target} PRIVATE -Wno-array-bounds)
+    endforeach()
+endfunction()
+
 # Puts a finished artifact where people look for it.
 function(lumbrix_ship target)
     set_target_properties(${target} PROPERTIES
@@ -51,35 +73,41 @@ set(LUMBRIX_LEAK_OPTIONS
 # A test program on googletest. LABELS names the tiers it belongs to.
 #   lumbrix_test(NAME platform_test SOURCES … LIBRARIES …)
 # DESKTOP is for one that opens windows; such ones run one after the other.
-# Natively every case is a test of its own; under Wine a program is one test, for starting Wine costs more than a case.
+# Natively every case is a test of its own. A Windows or a sanitized program is one test, for starting Wine, or looking for
+# leaks at the end of a process, costs more than a case.
 function(lumbrix_test)
     cmake_parse_arguments(TEST "DESKTOP" "NAME" "SOURCES;LIBRARIES;ENVIRONMENT;LABELS" ${ARGN})
     add_executable(${TEST_NAME} ${TEST_SOURCES})
     target_link_libraries(${TEST_NAME} PRIVATE lumbrix_options ${TEST_LIBRARIES} GTest::gtest_main)
     # Tests run in no time and are built three times over.
     target_compile_options(${TEST_NAME} PRIVATE -O0)
-    list(LENGTH TEST_SOURCES count)
-    if(count GREATER 5)
-        # Reading googletest takes longer than most tests take to compile.
-        target_precompile_headers(${TEST_NAME} PRIVATE <gtest/gtest.h>)
+    # Several files are compiled as one, for what they share takes most of the time. So the helpers of the test files of one
+    # program need different names.
+    set_target_properties(${TEST_NAME} PROPERTIES UNITY_BUILD ON)
+    # Reading googletest takes longer than most tests take to compile, so the first program reads it for all.
+    if(TEST_NAME STREQUAL platform_test)
+        target_precompile_headers(${TEST_NAME} PRIVATE <gtest/gtest.h> ${LUMBRIX_STANDARD_HEADERS})
+    else()
+        target_precompile_headers(${TEST_NAME} REUSE_FROM platform_test)
     endif()
-    if(LUMBRIX_SANITIZE)
-        list(APPEND TEST_ENVIRONMENT "${LUMBRIX_LEAK_OPTIONS}")
-    endif()
+    set(properties LABELS "${TEST_LABELS}" TIMEOUT 300)
     if(WIN32)
         set(runner wine-run)
         if(TEST_DESKTOP)
             set(runner wine-desktop)
+            # First, for they mostly wait, and only one at a time can.
+            list(APPEND properties RESOURCE_LOCK desktop COST 100)
         endif()
         add_test(NAME ${TEST_NAME} COMMAND ${CMAKE_SOURCE_DIR}/tools/${runner} $<TARGET_FILE:${TEST_NAME}>)
-        set_tests_properties(${TEST_NAME} PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
-        if(TEST_DESKTOP)
-            set_tests_properties(${TEST_NAME} PROPERTIES RESOURCE_LOCK desktop)
-        endif()
+        set_tests_properties(${TEST_NAME} PROPERTIES ${properties} ENVIRONMENT "${TEST_ENVIRONMENT}")
+    elseif(LUMBRIX_SANITIZE)
+        add_test(NAME ${TEST_NAME}_sanitized COMMAND ${TEST_NAME})
+        set_tests_properties(${TEST_NAME}_sanitized PROPERTIES ${properties}
+            ENVIRONMENT "${TEST_ENVIRONMENT};${LUMBRIX_LEAK_OPTIONS}")
     else()
         include(GoogleTest)
         gtest_discover_tests(${TEST_NAME} TEST_PREFIX ${TEST_NAME}. DISCOVERY_MODE PRE_TEST NO_PRETTY_VALUES
-            PROPERTIES LABELS "${TEST_LABELS}" ENVIRONMENT "${TEST_ENVIRONMENT}" TIMEOUT 300)
+            PROPERTIES ${properties} ENVIRONMENT "${TEST_ENVIRONMENT}")
     endif()
 endfunction()
 

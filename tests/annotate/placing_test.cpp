@@ -168,7 +168,7 @@ TEST_F(Placing, SecondClickTakesThePlaceOfTheFirst) {
 TEST_F(Placing, StampStandsAtTheCursorInItsOwnSize) {
     Open(400, 200);
     const std::string stamp = StampPath();
-    WritePlainPng(stamp, 20, 8, Black);
+    WritePlainPng(stamp, 20, 8, tests::Black);
     view_.cursor = {50, 25};
     PlaceAnnotation(view_, stamp);
     const InkBox onScreen = InkIn(Path("shown.tmp"));

@@ -13,8 +13,6 @@ namespace tests {
 
 using namespace imaginglibrary;
 
-inline constexpr Color White = 0xFFFFFFFF;
-
 class Editing : public testing::Test {
   protected:
     void SetUp() override { LoadImagingLibrary(); }

@@ -76,11 +76,6 @@ class Bmp : public testing::Test {
     TemporaryFolder folder_;
 };
 
-constexpr Color Black = MakeColor(0, 0, 0);
-constexpr Color White = MakeColor(255, 255, 255);
-constexpr Color Red = MakeColor(255, 0, 0);
-constexpr Color Blue = MakeColor(0, 0, 255);
-
 // Bottom row red and blue, top row black and white, each row padded to eight bytes.
 const std::string TrueColorRows = Bytes({0, 0, 255, 255, 0, 0, 0, 0, 0, 0, 0, 255, 255, 255, 0, 0});
 const std::vector<Color> TrueColorPicture{Black, White, Red, Blue};

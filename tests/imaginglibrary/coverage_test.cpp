@@ -14,7 +14,7 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-constexpr std::int64_t Side = 40;
+constexpr std::int64_t CoverageSide = 40;
 
 std::vector<Edge> EdgesOf(const Path& path, const Affine& map = {}) {
     std::vector<Edge> edges;
@@ -28,12 +28,12 @@ Path Rectangle(double left, double top, double right, double bottom) {
     return path;
 }
 
-// Coverage of every pixel of a square with Side pixels a side.
+// Coverage of every pixel of a square with CoverageSide pixels a side.
 std::vector<int> CoverageOf(const std::vector<Edge>& edges) {
-    std::vector<int> all(Side * Side);
-    ForEachCoveredRow(edges, {0, 0, Side, Side},
+    std::vector<int> all(CoverageSide * CoverageSide);
+    ForEachCoveredRow(edges, {0, 0, CoverageSide, CoverageSide},
                       [&](std::int64_t x, std::int64_t y, const std::uint8_t* coverage, std::size_t count) {
-                          std::copy_n(coverage, count, all.begin() + y * Side + x);
+                          std::copy_n(coverage, count, all.begin() + y * CoverageSide + x);
                       });
     return all;
 }
@@ -42,19 +42,19 @@ double AreaOf(const std::vector<int>& coverage) { return std::accumulate(coverag
 
 TEST(Coverage, WholePixelsAreCoveredWhole) {
     const auto coverage = CoverageOf(EdgesOf(Rectangle(3, 4, 7, 9)));
-    for (std::int64_t y = 0; y < Side; ++y) {
-        for (std::int64_t x = 0; x < Side; ++x) {
+    for (std::int64_t y = 0; y < CoverageSide; ++y) {
+        for (std::int64_t x = 0; x < CoverageSide; ++x) {
             const bool isInside = x >= 3 && x < 7 && y >= 4 && y < 9;
-            EXPECT_EQ(coverage[static_cast<std::size_t>(y * Side + x)], isInside ? 255 : 0) << x << "," << y;
+            EXPECT_EQ(coverage[static_cast<std::size_t>(y * CoverageSide + x)], isInside ? 255 : 0) << x << "," << y;
         }
     }
 }
 
 TEST(Coverage, PartsOfPixelsCountByTheirArea) {
     const auto coverage = CoverageOf(EdgesOf(Rectangle(2.25, 3.5, 2.75, 5)));
-    EXPECT_EQ(coverage[3 * Side + 2], 64);  // a quarter
-    EXPECT_EQ(coverage[4 * Side + 2], 128); // a half
-    EXPECT_EQ(coverage[4 * Side + 3], 0);
+    EXPECT_EQ(coverage[3 * CoverageSide + 2], 64);  // a quarter
+    EXPECT_EQ(coverage[4 * CoverageSide + 2], 128); // a half
+    EXPECT_EQ(coverage[4 * CoverageSide + 3], 0);
 }
 
 TEST(Coverage, SlantedShapesKeepTheirArea) {
@@ -89,7 +89,7 @@ TEST(Coverage, DirectionOfAnOutlineDoesNotMatter) {
 }
 
 TEST(Coverage, ShapesThatReachBeyondEverySideAreCut) {
-    EXPECT_EQ(AreaOf(CoverageOf(EdgesOf(Rectangle(-1e6, -1e6, 1e6, 1e6)))), Side * Side);
+    EXPECT_EQ(AreaOf(CoverageOf(EdgesOf(Rectangle(-1e6, -1e6, 1e6, 1e6)))), CoverageSide * CoverageSide);
     EXPECT_EQ(AreaOf(CoverageOf(EdgesOf(Rectangle(-500, 10, 20, 20)))), 200);
     EXPECT_EQ(AreaOf(CoverageOf(EdgesOf(Rectangle(100, 10, 200, 20)))), 0);
     Path slanted;
@@ -97,7 +97,8 @@ TEST(Coverage, ShapesThatReachBeyondEverySideAreCut) {
     slanted.LineTo({100, 0});
     slanted.LineTo({100, 100});
     // Its lower border crosses the square from the top left corner to the middle of the right side.
-    EXPECT_NEAR(AreaOf(CoverageOf(EdgesOf(slanted, Affine::Translation(0, -50)))), Side * Side / 4.0, 0.5);
+    EXPECT_NEAR(AreaOf(CoverageOf(EdgesOf(slanted, Affine::Translation(0, -50)))), CoverageSide * CoverageSide / 4.0,
+                0.5);
 }
 
 TEST(Coverage, NothingIsCalledForNothing) {

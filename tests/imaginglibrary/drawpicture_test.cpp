@@ -13,9 +13,6 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-constexpr Color White = 0xFFFFFFFF;
-constexpr Color Black = 0xFF000000;
-
 std::shared_ptr<Bitmap> NewBitmap(std::uint32_t width, std::uint32_t height, PixelFormat format = PixelFormat::Argb32) {
     return *Bitmap::Create({.width = width, .height = height, .format = format});
 }
@@ -30,10 +27,6 @@ std::vector<Color> Drawn(std::shared_ptr<const PixelSource> picture, const Affin
     const PixelRect part = WholeOf(*picture);
     EXPECT_EQ(DrawPicture(canvas, {std::move(picture), part, map, resampling}), Status::Ok);
     return ColorsOf(*bitmap);
-}
-
-std::shared_ptr<Bitmap> WhitePicture(std::uint32_t width, std::uint32_t height) {
-    return MakePictureOf(width, height, [](auto, auto) { return White; });
 }
 
 TEST(DrawPicture, WholeMovesKeepEveryPixel) {

@@ -12,12 +12,7 @@ using namespace tests;
 using namespace tests::flat;
 using FlatDrawing = FlatTest;
 
-constexpr Color White = 0xFFFFFFFF;
 constexpr std::int32_t AntiAlias = 4;
-
-std::shared_ptr<Bitmap> WhitePicture(std::uint32_t width, std::uint32_t height) {
-    return MakePictureOf(width, height, [](auto, auto) { return White; });
-}
 
 TEST_F(FlatDrawing, IndexedPicturesGiveNoSurface) {
     GpGraphics* graphics = nullptr;

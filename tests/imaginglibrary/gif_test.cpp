@@ -13,12 +13,6 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-constexpr Color Red = 0xFFFF0000;
-constexpr Color Green = 0xFF00FF00;
-constexpr Color Blue = 0xFF0000FF;
-constexpr Color White = 0xFFFFFFFF;
-constexpr Color Black = 0xFF000000;
-
 struct Image {
     int left = 0;
     int top = 0;
@@ -104,37 +98,23 @@ std::string MakeGif(const GifSpec& spec) {
     return bytes;
 }
 
-Result<std::unique_ptr<Decoder>> Open(std::string bytes) {
-    return GifCodec().open(std::make_shared<MemoryInput>(std::move(bytes)));
-}
-
-std::unique_ptr<Decoder> OpenGood(const GifSpec& spec) {
-    auto decoder = Open(MakeGif(spec));
-    EXPECT_TRUE(decoder.Ok());
-    return std::move(*decoder);
-}
-
-// Opens and reads a file that may be broken in any way; the status of whichever failed first.
-Status OpenAndRead(std::string bytes) {
-    const auto decoder = Open(std::move(bytes));
-    return decoder.Ok() ? ReadAllRows(**decoder) : decoder.GetStatus();
-}
+std::unique_ptr<Decoder> OpenedGif(const GifSpec& spec) { return Opened(GifCodec(), MakeGif(spec)); }
 
 TEST(GifReader, OneImageIsIndexedWithThePaletteOfTheFile) {
-    const auto gif = OpenGood({});
+    const auto gif = OpenedGif({});
     EXPECT_EQ(gif->Info().format, PixelFormat::Indexed8);
     EXPECT_EQ(gif->Info().palette, (Palette{Red, Green, Blue, White}));
     EXPECT_EQ(ColorsOf(*gif), (Palette{Red, Green, Blue, White, Red, Green, Blue, White, Red, Green, Blue, White}));
 }
 
 TEST(GifReader, FileHasNoResolution) {
-    const auto gif = OpenGood({});
+    const auto gif = OpenedGif({});
     EXPECT_EQ(gif->Info().resolution.horizontal, 0);
     EXPECT_EQ(gif->Info().resolution.vertical, 0);
 }
 
 TEST(GifReader, LocalPaletteWinsOverTheGlobalOne) {
-    const auto gif = OpenGood({.images = {{.palette = {Blue, Red}, .transparent = NO_TRANSPARENT_COLOR}}});
+    const auto gif = OpenedGif({.images = {{.palette = {Blue, Red}, .transparent = NO_TRANSPARENT_COLOR}}});
     EXPECT_EQ(gif->Info().palette, (Palette{Blue, Red}));
 }
 
@@ -142,24 +122,24 @@ TEST(GifReader, MissingPaletteReadsAsGrey) {
     std::string bytes = MakeGif({});
     bytes[10] = static_cast<char>(bytes[10] & 0x7F);
     bytes.erase(13, 4 * 3);
-    auto gif = Open(bytes);
+    auto gif = OpenBytes(GifCodec(), bytes);
     ASSERT_TRUE(gif.Ok());
     EXPECT_EQ((*gif)->Info().palette, GreyPalette(256));
     EXPECT_EQ(ColorsOf(**gif)[3], 0xFF030303);
 }
 
 TEST(GifReader, TransparentEntryKeepsItsColorWithAlphaZero) {
-    const auto gif = OpenGood({.images = {{.transparent = 2}}});
+    const auto gif = OpenedGif({.images = {{.transparent = 2}}});
     EXPECT_EQ(gif->Info().palette, (Palette{Red, Green, 0x000000FF, White}));
 }
 
 TEST(GifReader, TransparentIndexBeyondThePaletteLengthensIt) {
-    const auto gif = OpenGood({.images = {{.transparent = 5}}});
+    const auto gif = OpenedGif({.images = {{.transparent = 5}}});
     EXPECT_EQ(gif->Info().palette, (Palette{Red, Green, Blue, White, Black, 0x00000000}));
 }
 
 TEST(GifReader, SeveralImagesAreShownAsTheFirstInTrueColor) {
-    const auto gif = OpenGood({.images = {{.transparent = 1}, {.palette = {White, White}}}});
+    const auto gif = OpenedGif({.images = {{.transparent = 1}, {.palette = {White, White}}}});
     EXPECT_EQ(gif->Info().format, PixelFormat::Argb32);
     EXPECT_TRUE(gif->Info().palette.empty());
     EXPECT_EQ(ColorsOf(*gif)[0], Red);
@@ -167,21 +147,21 @@ TEST(GifReader, SeveralImagesAreShownAsTheFirstInTrueColor) {
 }
 
 TEST(GifReader, TransparencyOfALaterImageDoesNotTouchTheFirst) {
-    const auto gif = OpenGood({.images = {{}, {.transparent = 0}}});
+    const auto gif = OpenedGif({.images = {{}, {.transparent = 0}}});
     EXPECT_EQ(ColorsOf(*gif)[0], Red);
 }
 
 TEST(GifReader, SecondImageCountsThoughItsPixelsAreMissing) {
     const std::string one = MakeGif({});
     const std::string two = MakeGif({.images = {{}, {}}});
-    const auto gif = Open(two.substr(0, one.size() - 1 + 10));
+    const auto gif = OpenBytes(GifCodec(), two.substr(0, one.size() - 1 + 10));
     ASSERT_TRUE(gif.Ok());
     EXPECT_EQ((*gif)->Info().format, PixelFormat::Argb32);
     EXPECT_EQ(ReadAllRows(**gif), Status::Ok);
 }
 
 TEST(GifReader, SmallerImageShowsTheTransparentEntryAroundIt) {
-    const auto gif = OpenGood({.images = {{.left = 1, .top = 1, .width = 2, .height = 1, .transparent = 3}}});
+    const auto gif = OpenedGif({.images = {{.left = 1, .top = 1, .width = 2, .height = 1, .transparent = 3}}});
     const Color clear = 0x00FFFFFF;
     EXPECT_EQ(gif->Info().palette.size(), 4u);
     EXPECT_EQ(ColorsOf(*gif),
@@ -189,31 +169,31 @@ TEST(GifReader, SmallerImageShowsTheTransparentEntryAroundIt) {
 }
 
 TEST(GifReader, SmallerImageWithoutTransparencyGetsAnEntryMore) {
-    const auto gif = OpenGood({.images = {{.left = 2, .top = 0, .width = 2, .height = 3}}});
+    const auto gif = OpenedGif({.images = {{.left = 2, .top = 0, .width = 2, .height = 3}}});
     EXPECT_EQ(gif->Info().format, PixelFormat::Indexed8);
     EXPECT_EQ(gif->Info().palette, (Palette{Red, Green, Blue, White, 0x00000000}));
     EXPECT_EQ(ColorsOf(*gif), (Palette{0, 0, Red, Green, 0, 0, Blue, White, 0, 0, Red, Green}));
 }
 
 TEST(GifReader, SmallerImageWithAFullPaletteIsTrueColor) {
-    const auto gif = OpenGood({.palette = GreyPalette(256), .images = {{.width = 1, .height = 1, .indices = {200}}}});
+    const auto gif = OpenedGif({.palette = GreyPalette(256), .images = {{.width = 1, .height = 1, .indices = {200}}}});
     EXPECT_EQ(gif->Info().format, PixelFormat::Argb32);
     EXPECT_EQ(ColorsOf(*gif)[0], 0xFFC8C8C8);
     EXPECT_EQ(ColorsOf(*gif)[1], 0u);
 }
 
 TEST(GifReader, ImageBeyondTheScreenIsClipped) {
-    const auto gif = OpenGood({.width = 3, .height = 2, .images = {{.left = 1, .top = 1, .width = 4, .height = 3}}});
+    const auto gif = OpenedGif({.width = 3, .height = 2, .images = {{.left = 1, .top = 1, .width = 4, .height = 3}}});
     EXPECT_EQ(ColorsOf(*gif), (Palette{0, 0, 0, 0, Red, Green}));
 }
 
 TEST(GifReader, ImageOutsideTheScreenIsNotSeen) {
-    const auto gif = OpenGood({.width = 2, .height = 1, .images = {{.left = 5, .top = 0}}});
+    const auto gif = OpenedGif({.width = 2, .height = 1, .images = {{.left = 5, .top = 0}}});
     EXPECT_EQ(ColorsOf(*gif), (Palette{0, 0}));
 }
 
 TEST(GifReader, ScreenWithoutSizeTakesTheImages) {
-    const auto gif = OpenGood({.width = 0, .height = 0});
+    const auto gif = OpenedGif({.width = 0, .height = 0});
     EXPECT_EQ(gif->Info().width, 4u);
     EXPECT_EQ(gif->Info().height, 3u);
     EXPECT_EQ(ColorsOf(*gif)[1], Green);
@@ -222,11 +202,11 @@ TEST(GifReader, ScreenWithoutSizeTakesTheImages) {
 // Some bytes must not cost an hour: a screen may be large, but not around next to nothing.
 TEST(GifReader, HugeScreenAroundASmallImageIsRefused) {
     std::string bytes = MakeGif({.width = 65000, .height = 65000});
-    EXPECT_EQ(Open(bytes).GetStatus(), Status::InvalidParameter);
+    EXPECT_EQ(OpenBytes(GifCodec(), bytes).GetStatus(), Status::InvalidParameter);
     bytes = MakeGif({.width = 9000, .height = 9000});
-    EXPECT_EQ(Open(bytes).GetStatus(), Status::InvalidParameter);
+    EXPECT_EQ(OpenBytes(GifCodec(), bytes).GetStatus(), Status::InvalidParameter);
     bytes = MakeGif({.width = 8000, .height = 8000});
-    EXPECT_TRUE(Open(bytes).Ok());
+    EXPECT_TRUE(OpenBytes(GifCodec(), bytes).Ok());
 }
 
 TEST(GifReader, InterlacedLinesComeInOrder) {
@@ -238,7 +218,7 @@ TEST(GifReader, InterlacedLinesComeInOrder) {
             image.indices.push_back(static_cast<GifPixelType>(y * 3));
             expected.push_back(greys[static_cast<std::size_t>(y) * 3]);
         }
-        const auto gif = OpenGood({.width = 1, .height = height, .palette = greys, .images = {image}});
+        const auto gif = OpenedGif({.width = 1, .height = height, .palette = greys, .images = {image}});
         EXPECT_EQ(ColorsOf(*gif), expected) << height;
     }
 }
@@ -246,7 +226,7 @@ TEST(GifReader, InterlacedLinesComeInOrder) {
 TEST(GifReader, TwoReadersOfOneFileDoNotDisturbEachOther) {
     for (const bool isInterlaced : {false, true}) {
         const auto gif =
-            OpenGood({.images = {{.indices = {0, 1, 2, 3, 1, 1, 2, 2, 3, 3, 0, 0}, .isInterlaced = isInterlaced}}});
+            OpenedGif({.images = {{.indices = {0, 1, 2, 3, 1, 1, 2, 2, 3, 3, 0, 0}, .isInterlaced = isInterlaced}}});
         auto first = std::move(*gif->OpenRows());
         auto second = std::move(*gif->OpenRows());
         std::array<std::uint8_t, 4> a;
@@ -263,7 +243,7 @@ TEST(GifReader, TwoReadersOfOneFileDoNotDisturbEachOther) {
 }
 
 TEST(GifReader, ReaderOutlivesItsDecoder) {
-    auto gif = OpenGood({});
+    auto gif = OpenedGif({});
     auto rows = std::move(*gif->OpenRows());
     gif.reset();
     std::array<std::uint8_t, 4> row;
@@ -271,24 +251,24 @@ TEST(GifReader, ReaderOutlivesItsDecoder) {
 }
 
 TEST(GifReader, FileWithoutAnImageIsRefused) {
-    EXPECT_EQ(Open(MakeGif({.images = {}})).GetStatus(), UndecodableContent);
+    EXPECT_EQ(OpenBytes(GifCodec(), MakeGif({.images = {}})).GetStatus(), UndecodableContent);
 }
 
 TEST(GifReader, EmptyImageIsRefused) {
-    EXPECT_EQ(Open(MakeGif({.images = {{.width = 0, .height = 0}}})).GetStatus(), UndecodableContent);
+    EXPECT_EQ(OpenBytes(GifCodec(), MakeGif({.images = {{.width = 0, .height = 0}}})).GetStatus(), UndecodableContent);
 }
 
 TEST(GifReader, FileThatEndsBehindItsLastPixelIsWhole) {
     const std::string whole = MakeGif({});
-    EXPECT_EQ(OpenAndRead(whole.substr(0, whole.size() - 1)), Status::Ok);
-    EXPECT_EQ(OpenAndRead(whole.substr(0, whole.size() - 2)), Status::Ok);
+    EXPECT_EQ(ReadAllRows(GifCodec(), whole.substr(0, whole.size() - 1)), Status::Ok);
+    EXPECT_EQ(ReadAllRows(GifCodec(), whole.substr(0, whole.size() - 2)), Status::Ok);
 }
 
 TEST(GifReader, FileThatEndsSoonerIsUndecodable) {
     for (const bool isInterlaced : {false, true}) {
         const std::string whole = MakeGif({.images = {{.transparent = 1, .isInterlaced = isInterlaced}}});
         for (std::size_t size = 0; size < whole.size() - 2; ++size) {
-            EXPECT_EQ(OpenAndRead(whole.substr(0, size)), UndecodableContent) << size;
+            EXPECT_EQ(ReadAllRows(GifCodec(), whole.substr(0, size)), UndecodableContent) << size;
         }
     }
 }
@@ -299,7 +279,7 @@ TEST(GifReader, SpoiledBytesNeverCrash) {
         for (const int flip : {0x01, 0x40, 0x80, 0xFF}) {
             std::string spoiled = whole;
             spoiled[at] = static_cast<char>(spoiled[at] ^ flip);
-            OpenAndRead(spoiled);
+            ReadAllRows(GifCodec(), spoiled);
         }
     }
 }
@@ -309,7 +289,7 @@ TEST(GifReader, LargePromiseInASmallFileIsUndecodable) {
     const std::size_t descriptor = 13 + 4 * 3;
     ASSERT_EQ(bytes[descriptor], ',');
     bytes.replace(descriptor + 5, 4, "\xFF\x7F\xFF\x7F");
-    EXPECT_EQ(OpenAndRead(bytes), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(GifCodec(), bytes), UndecodableContent);
 }
 
 } // namespace

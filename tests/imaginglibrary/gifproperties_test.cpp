@@ -27,7 +27,7 @@ std::string SubBlocks(const std::string& content) {
     return blocks + '\0';
 }
 
-std::string Comment(const std::string& text) { return "!\xFE" + SubBlocks(text); }
+std::string GifComment(const std::string& text) { return "!\xFE" + SubBlocks(text); }
 
 std::string Control(const std::string& delay, bool isTransparent = false) {
     return "!\xF9\4"s + (isTransparent ? '\1' : '\0') + delay + "\1\0"s;
@@ -52,8 +52,8 @@ TEST(GifProperties, ScreenWithoutPaletteHasNoBackgroundEither) {
 }
 
 TEST(GifProperties, AllItemsComeInTheOrderOfTheirTags) {
-    const auto bytes = Screen + LoopCount("NETSCAPE2.0", "\7\1") + Comment("remark") + Control("\5\1", true) + Image +
-                       ImageWithPalette + Control("\3\0"s) + Image + End;
+    const auto bytes = Screen + LoopCount("NETSCAPE2.0", "\7\1") + GifComment("remark") + Control("\5\1", true) +
+                       Image + ImageWithPalette + Control("\3\0"s) + Image + End;
     EXPECT_EQ(
         ItemsIn(bytes).Items(),
         (std::vector<Property>{NumbersProperty<std::uint32_t>(0x5100, PropertyType::Long, {0x0105, 0, 3}),
@@ -73,12 +73,12 @@ TEST(GifProperties, TransparencyOfALaterImageIsNotTheFirsts) {
 
 TEST(GifProperties, FirstCommentCountsWhereverItStands) {
     const std::string text(1000, 'x');
-    const auto properties = ItemsIn(Screen + Image + Comment("") + Comment(text) + Comment("later") + End);
+    const auto properties = ItemsIn(Screen + Image + GifComment("") + GifComment(text) + GifComment("later") + End);
     EXPECT_EQ(*properties.Find(0x9286), AsciiProperty(0x9286, text));
 }
 
 TEST(GifProperties, OverlongCommentIsCut) {
-    const auto properties = ItemsIn(Screen + Comment(std::string(MaximumCommentBytes + 1, 'x')) + Image + End);
+    const auto properties = ItemsIn(Screen + GifComment(std::string(MaximumCommentBytes + 1, 'x')) + Image + End);
     EXPECT_EQ(*properties.Find(0x9286), AsciiProperty(0x9286, std::string(MaximumCommentBytes, 'x')));
 }
 
@@ -92,7 +92,7 @@ TEST(GifProperties, ImagesBeyondTheLimitAreNotCounted) {
 
 TEST(GifProperties, CutFileGivesWhatIsThere) {
     const auto start = Screen + Control("\5\0"s) + Image;
-    const auto rest = Control("\3\0"s) + Image + Comment("remark");
+    const auto rest = Control("\3\0"s) + Image + GifComment("remark");
     for (std::size_t size = 0; size < rest.size(); ++size) {
         const auto properties = ItemsIn(start + rest.substr(0, size));
         EXPECT_EQ(*properties.Find(0x5102), PaletteItem);
@@ -107,7 +107,7 @@ TEST(GifProperties, CommentIsWritten) {
     for (const std::string& text : {"remark"s, std::string(600, 'x')}) {
         const std::string bytes = WrittenWith(GifCodec(), ListOf({AsciiProperty(0x9286, text)}), PixelFormat::Indexed4);
         EXPECT_EQ(bytes.substr(0, 6), "GIF89a");
-        EXPECT_NE(bytes.find(Comment(text)), std::string::npos);
+        EXPECT_NE(bytes.find(GifComment(text)), std::string::npos);
         EXPECT_EQ(*ItemsIn(bytes).Find(0x9286), AsciiProperty(0x9286, text));
         EXPECT_EQ(ColorsOf(**OpenBytes(GifCodec(), bytes)), ColorsOf(*MakePicture(PixelFormat::Indexed4, 5, 3)));
     }

@@ -14,17 +14,6 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-std::unique_ptr<Decoder> Open(std::string bytes) {
-    auto picture = OpenBytes(JpegCodec(), std::move(bytes));
-    EXPECT_EQ(picture.GetStatus(), Status::Ok);
-    return picture.Ok() ? std::move(*picture) : nullptr;
-}
-
-std::vector<Color> ColorsIn(const std::string& bytes) {
-    const auto picture = Open(bytes);
-    return picture ? ColorsOf(*picture) : std::vector<Color>();
-}
-
 // The colours that samples stand for, pixel by pixel.
 std::vector<Color> Expected(const JpegFile& file, const std::function<Color(const std::array<unsigned, 4>&)>& mix) {
     std::vector<Color> colors;
@@ -57,7 +46,7 @@ constexpr double GoodLikeness = 38; // dB
 
 TEST(Jpeg, ColorIsTrueColor) {
     const JpegFile file;
-    const auto picture = Open(MakeJpeg(file));
+    const auto picture = Opened(JpegCodec(), MakeJpeg(file));
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->Info().format, PixelFormat::Rgb24);
     EXPECT_EQ(picture->Info().width, file.width);
@@ -68,7 +57,7 @@ TEST(Jpeg, ColorIsTrueColor) {
 
 TEST(Jpeg, GreyIsIndexedWithAllGreys) {
     const JpegFile file{.given = JCS_GRAYSCALE, .stored = JCS_GRAYSCALE};
-    const auto picture = Open(MakeJpeg(file));
+    const auto picture = Opened(JpegCodec(), MakeJpeg(file));
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->Info().format, PixelFormat::Indexed8);
     EXPECT_EQ(picture->Info().palette, GreyPalette(256));
@@ -81,28 +70,29 @@ TEST(Jpeg, GreyIsIndexedWithAllGreys) {
 TEST(Jpeg, SizesThatFillNoBlockAreWhole) {
     for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 5u}, {8u, 8u}, {17u, 3u}, {65u, 33u}}) {
         const JpegFile file{.width = width, .height = height, .horizontalSampling = 2, .verticalSampling = 2};
-        EXPECT_GT(PeakSignalToNoise(ColorsIn(MakeJpeg(file)), Expected(file, MixLight)), 30) << width << 'x' << height;
+        EXPECT_GT(PeakSignalToNoise(ColorsOf(JpegCodec(), MakeJpeg(file)), Expected(file, MixLight)), 30)
+            << width << 'x' << height;
     }
 }
 
 TEST(Jpeg, StoredRedGreenBlueIsNotTakenForLuminance) {
     const JpegFile file{.stored = JCS_RGB, .hasAdobeMarker = true};
-    EXPECT_GT(PeakSignalToNoise(ColorsIn(MakeJpeg(file)), Expected(file, MixLight)), GoodLikeness);
+    EXPECT_GT(PeakSignalToNoise(ColorsOf(JpegCodec(), MakeJpeg(file)), Expected(file, MixLight)), GoodLikeness);
 }
 
 TEST(Jpeg, ScansAndCodingsOfTheSameCoefficientsLookTheSame) {
     for (const int sampling : {1, 2}) {
         JpegFile file{.horizontalSampling = sampling, .verticalSampling = sampling};
-        const std::vector<Color> colors = ColorsIn(MakeJpeg(file));
+        const std::vector<Color> colors = ColorsOf(JpegCodec(), MakeJpeg(file));
         file.restartInterval = 1;
-        EXPECT_EQ(ColorsIn(MakeJpeg(file)), colors) << "restart markers";
+        EXPECT_EQ(ColorsOf(JpegCodec(), MakeJpeg(file)), colors) << "restart markers";
         for (const JpegScans scans : {JpegScans::One, JpegScans::OnePerComponent, JpegScans::Progressive}) {
             file.scans = scans;
             file.isArithmetic = false;
-            EXPECT_EQ(ColorsIn(MakeJpeg(file)), colors) << static_cast<int>(scans);
+            EXPECT_EQ(ColorsOf(JpegCodec(), MakeJpeg(file)), colors) << static_cast<int>(scans);
 #if defined(C_ARITH_CODING_SUPPORTED) && defined(D_ARITH_CODING_SUPPORTED)
             file.isArithmetic = true;
-            EXPECT_EQ(ColorsIn(MakeJpeg(file)), colors) << static_cast<int>(scans) << ", arithmetic";
+            EXPECT_EQ(ColorsOf(JpegCodec(), MakeJpeg(file)), colors) << static_cast<int>(scans) << ", arithmetic";
 #endif
         }
     }
@@ -110,14 +100,14 @@ TEST(Jpeg, ScansAndCodingsOfTheSameCoefficientsLookTheSame) {
 
 TEST(Jpeg, ProgressiveGreyIsRead) {
     JpegFile file{.given = JCS_GRAYSCALE, .stored = JCS_GRAYSCALE};
-    const std::vector<Color> colors = ColorsIn(MakeJpeg(file));
+    const std::vector<Color> colors = ColorsOf(JpegCodec(), MakeJpeg(file));
     file.scans = JpegScans::Progressive;
-    EXPECT_EQ(ColorsIn(MakeJpeg(file)), colors);
+    EXPECT_EQ(ColorsOf(JpegCodec(), MakeJpeg(file)), colors);
 }
 
 TEST(Jpeg, InksOfAdobeFilesAreStoredInverted) {
     const JpegFile file{.given = JCS_CMYK, .stored = JCS_CMYK, .hasAdobeMarker = true};
-    const auto picture = Open(MakeJpeg(file));
+    const auto picture = Opened(JpegCodec(), MakeJpeg(file));
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->Info().format, PixelFormat::Rgb24);
     EXPECT_GT(PeakSignalToNoise(ColorsOf(*picture), Expected(file, MixBarePaper)), GoodLikeness);
@@ -125,13 +115,13 @@ TEST(Jpeg, InksOfAdobeFilesAreStoredInverted) {
 
 TEST(Jpeg, InksOfOtherFilesAreStoredAsTheyAre) {
     const JpegFile file{.given = JCS_CMYK, .stored = JCS_CMYK};
-    EXPECT_GT(PeakSignalToNoise(ColorsIn(MakeJpeg(file)), Expected(file, MixInk)), GoodLikeness);
+    EXPECT_GT(PeakSignalToNoise(ColorsOf(JpegCodec(), MakeJpeg(file)), Expected(file, MixInk)), GoodLikeness);
 }
 
 TEST(Jpeg, InksMayBeStoredAsLuminance) {
     for (const JpegScans scans : {JpegScans::One, JpegScans::Progressive}) {
         const JpegFile file{.given = JCS_CMYK, .stored = JCS_YCCK, .scans = scans, .hasAdobeMarker = true};
-        EXPECT_GT(PeakSignalToNoise(ColorsIn(MakeJpeg(file)), Expected(file, MixBarePaper)), GoodLikeness);
+        EXPECT_GT(PeakSignalToNoise(ColorsOf(JpegCodec(), MakeJpeg(file)), Expected(file, MixBarePaper)), GoodLikeness);
     }
 }
 
@@ -150,7 +140,7 @@ TEST(Jpeg, ResolutionIsTheDensityWithAUnit) {
         {{.stored = JCS_RGB, .densityUnit = 1, .horizontalDensity = 300, .verticalDensity = 300}, 0, 0}, // not JFIF
     };
     for (const DensityCase& density : cases) {
-        const auto picture = Open(MakeJpeg(density.file));
+        const auto picture = Opened(JpegCodec(), MakeJpeg(density.file));
         ASSERT_TRUE(picture);
         EXPECT_DOUBLE_EQ(picture->Info().resolution.horizontal, density.horizontal);
         EXPECT_DOUBLE_EQ(picture->Info().resolution.vertical, density.vertical);
@@ -159,14 +149,14 @@ TEST(Jpeg, ResolutionIsTheDensityWithAUnit) {
 
 TEST(Jpeg, TwoReadersOfOnePictureDoNotDisturbEachOther) {
     for (const JpegScans scans : {JpegScans::One, JpegScans::Progressive}) {
-        const auto picture = Open(MakeJpeg({.width = 40, .height = 64, .scans = scans}));
+        const auto picture = Opened(JpegCodec(), MakeJpeg({.width = 40, .height = 64, .scans = scans}));
         ASSERT_TRUE(picture);
         ExpectIndependentReaders(*picture);
     }
 }
 
 TEST(Jpeg, ReadersOutliveTheirPicture) {
-    auto picture = Open(MakeJpeg({}));
+    auto picture = Opened(JpegCodec(), MakeJpeg({}));
     ASSERT_TRUE(picture);
     std::vector<std::uint8_t> row(BytesPerRow(picture->Info().format, picture->Info().width));
     auto rows = picture->OpenRows();
@@ -181,7 +171,7 @@ struct ReductionCase {
 };
 
 TEST(Jpeg, ReductionIsTheSmallestThatIsStillLargeEnough) {
-    const auto picture = Open(MakeJpeg({.width = 161, .height = 90}));
+    const auto picture = Opened(JpegCodec(), MakeJpeg({.width = 161, .height = 90}));
     ASSERT_TRUE(picture);
     for (const ReductionCase& reduction : {ReductionCase{1, 1, 21, 12}, ReductionCase{21, 12, 21, 12},
                                            ReductionCase{22, 1, 41, 23}, ReductionCase{1, 24, 81, 45}}) {
@@ -202,7 +192,7 @@ TEST(Jpeg, ReductionLooksLikeTheAverageOfWhatItCovers) {
         const auto slope = [](unsigned x, unsigned y, int channel) {
             return static_cast<std::uint8_t>(channel == 1 ? y * 3 : x + 20 * static_cast<unsigned>(channel));
         };
-        const auto picture = Open(MakeJpeg(file, slope));
+        const auto picture = Opened(JpegCodec(), MakeJpeg(file, slope));
         ASSERT_TRUE(picture);
         const std::vector<Color> full = ColorsOf(*picture);
         const auto reduced = picture->ReducedTo(16, 8);
@@ -226,7 +216,7 @@ TEST(Jpeg, ReductionLooksLikeTheAverageOfWhatItCovers) {
 }
 
 TEST(Jpeg, ProgressivePictureHasAReductionToo) {
-    const auto picture = Open(MakeJpeg({.width = 64, .height = 64, .scans = JpegScans::Progressive}));
+    const auto picture = Opened(JpegCodec(), MakeJpeg({.width = 64, .height = 64, .scans = JpegScans::Progressive}));
     ASSERT_TRUE(picture);
     const auto reduced = picture->ReducedTo(9, 9);
     ASSERT_TRUE(reduced);

@@ -12,18 +12,8 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-Status Decode(const std::string& bytes) {
-    const auto picture = OpenBytes(JpegCodec(), bytes);
-    return picture.Ok() ? ReadAllRows(**picture) : picture.GetStatus();
-}
-
-std::vector<Color> ColorsIn(const std::string& bytes) {
-    const auto picture = OpenBytes(JpegCodec(), bytes);
-    return picture.Ok() ? ColorsOf(**picture) : std::vector<Color>();
-}
-
 // One file for each way of laying out the data.
-std::vector<JpegFile> Layouts() {
+std::vector<JpegFile> JpegLayouts() {
     const JpegFile base{.horizontalSampling = 2, .verticalSampling = 2, .quality = 60};
     std::vector<JpegFile> layouts;
     for (const JpegScans scans : {JpegScans::One, JpegScans::OnePerComponent, JpegScans::Progressive}) {
@@ -43,15 +33,15 @@ std::vector<JpegFile> Layouts() {
 }
 
 TEST(JpegDamage, CutFileIsUndecodableUnlessAllItsPixelsAreThere) {
-    for (const JpegFile& layout : Layouts()) {
+    for (const JpegFile& layout : JpegLayouts()) {
         const std::string whole = MakeJpeg(layout);
-        const std::vector<Color> colors = ColorsIn(whole);
+        const std::vector<Color> colors = ColorsOf(JpegCodec(), whole);
         ASSERT_FALSE(colors.empty());
         for (std::size_t size = 0; size < whole.size(); ++size) {
             const std::string cut = whole.substr(0, size);
-            const Status status = Decode(cut);
+            const Status status = ReadAllRows(JpegCodec(), cut);
             if (status == Status::Ok) {
-                EXPECT_EQ(ColorsIn(cut), colors) << size << " of " << whole.size() << " bytes";
+                EXPECT_EQ(ColorsOf(JpegCodec(), cut), colors) << size << " of " << whole.size() << " bytes";
             } else {
                 EXPECT_EQ(status, UndecodableContent);
             }
@@ -62,8 +52,8 @@ TEST(JpegDamage, CutFileIsUndecodableUnlessAllItsPixelsAreThere) {
 TEST(JpegDamage, OnlyTheEndMarkerMayBeMissing) {
     for (const JpegScans scans : {JpegScans::One, JpegScans::OnePerComponent, JpegScans::Progressive}) {
         const std::string whole = MakeJpeg({.scans = scans});
-        EXPECT_EQ(Decode(whole.substr(0, whole.size() - 2)), Status::Ok);
-        EXPECT_EQ(Decode(whole.substr(0, whole.size() - 3)), UndecodableContent);
+        EXPECT_EQ(ReadAllRows(JpegCodec(), whole.substr(0, whole.size() - 2)), Status::Ok);
+        EXPECT_EQ(ReadAllRows(JpegCodec(), whole.substr(0, whole.size() - 3)), UndecodableContent);
     }
 }
 
@@ -73,14 +63,14 @@ TEST(JpegDamage, PictureWithoutItsLastScansIsUndecodable) {
         const std::size_t first = FindMarker(whole, 0xDA);
         const std::size_t second = FindMarker(whole, 0xDA, first + 2);
         ASSERT_NE(second, std::string::npos);
-        EXPECT_EQ(Decode(whole.substr(0, second)), UndecodableContent);
+        EXPECT_EQ(ReadAllRows(JpegCodec(), whole.substr(0, second)), UndecodableContent);
     }
 }
 
 TEST(JpegDamage, ComponentThatIsNeverSentIsUndecodable) {
     const std::string whole = MakeJpeg({.scans = JpegScans::OnePerComponent});
     const std::size_t second = FindMarker(whole, 0xDA, FindMarker(whole, 0xDA) + 2);
-    EXPECT_EQ(Decode(whole.substr(0, second) + "\xFF\xD9"), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(JpegCodec(), whole.substr(0, second) + "\xFF\xD9"), UndecodableContent);
 }
 
 TEST(JpegDamage, OpeningNeedsTheHeaderOnly) {
@@ -96,13 +86,13 @@ TEST(JpegDamage, OpeningNeedsTheHeaderOnly) {
 
 TEST(JpegDamage, AnyDamagedByteGivesAStatusAndSaysNothing) {
     testing::internal::CaptureStderr();
-    for (const JpegFile& layout : Layouts()) {
+    for (const JpegFile& layout : JpegLayouts()) {
         const std::string whole = MakeJpeg(layout);
         for (std::size_t i = 0; i < whole.size(); ++i) {
             for (const int flip : {0x01, 0x80, 0xFF}) {
                 std::string damaged = whole;
                 damaged[i] = static_cast<char>(damaged[i] ^ flip);
-                const Status status = Decode(damaged);
+                const Status status = ReadAllRows(JpegCodec(), damaged);
                 EXPECT_TRUE(status == Status::Ok || status == UndecodableContent || status == Status::InvalidParameter);
             }
         }
@@ -113,19 +103,19 @@ TEST(JpegDamage, AnyDamagedByteGivesAStatusAndSaysNothing) {
 TEST(JpegDamage, LostRestartMarkerIsUndecodable) {
     std::string bytes = MakeJpeg({.restartInterval = 1});
     bytes.erase(FindMarker(bytes, 0xD1), 2);
-    EXPECT_EQ(Decode(bytes), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(JpegCodec(), bytes), UndecodableContent);
 }
 
 TEST(JpegDamage, StrayBytesBetweenScansAreHarmless) {
     const std::string whole = MakeJpeg({.scans = JpegScans::Progressive});
     std::string padded = whole;
     padded.insert(FindMarker(padded, 0xC4, FindMarker(padded, 0xDA)), 7, '\0');
-    ASSERT_EQ(Decode(padded), Status::Ok);
-    EXPECT_EQ(ColorsIn(padded), ColorsIn(whole));
+    ASSERT_EQ(ReadAllRows(JpegCodec(), padded), Status::Ok);
+    EXPECT_EQ(ColorsOf(JpegCodec(), padded), ColorsOf(JpegCodec(), whole));
 }
 
 TEST(JpegDamage, StrayBytesBehindThePictureAreHarmless) {
-    EXPECT_EQ(Decode(MakeJpeg({}) + "another program's data"), Status::Ok);
+    EXPECT_EQ(ReadAllRows(JpegCodec(), MakeJpeg({}) + "another program's data"), Status::Ok);
 }
 
 TEST(JpegDamage, ZeroProgressionFieldsOfABaselineScanAreHarmless) {
@@ -134,8 +124,8 @@ TEST(JpegDamage, ZeroProgressionFieldsOfABaselineScanAreHarmless) {
     const std::size_t spectralEnd = FindMarker(zeroed, 0xDA) + 12;
     ASSERT_EQ(zeroed[spectralEnd], 63);
     zeroed[spectralEnd] = 0;
-    ASSERT_EQ(Decode(zeroed), Status::Ok);
-    EXPECT_EQ(ColorsIn(zeroed), ColorsIn(whole));
+    ASSERT_EQ(ReadAllRows(JpegCodec(), zeroed), Status::Ok);
+    EXPECT_EQ(ColorsOf(JpegCodec(), zeroed), ColorsOf(JpegCodec(), whole));
 }
 
 TEST(JpegDamage, SideBeyondTheLimitIsInvalid) {
@@ -159,7 +149,7 @@ TEST(JpegDamage, TwelveBitsPerSampleAreUndecodable) {
 TEST(JpegDamage, LosslessProcessIsUndecodable) {
     std::string bytes = MakeJpeg({});
     bytes[FindMarker(bytes, 0xC0) + 1] = '\xC3';
-    EXPECT_EQ(Decode(bytes), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(JpegCodec(), bytes), UndecodableContent);
 }
 
 TEST(JpegDamage, TwoComponentsAreNoPicture) {
@@ -193,8 +183,8 @@ TEST(JpegDamage, EndlessScansAreRefused) {
         }
         return bytes + whole.substr(first);
     };
-    EXPECT_EQ(Decode(withScans(MaximumJpegScans)), Status::Ok);
-    EXPECT_EQ(Decode(withScans(MaximumJpegScans + 1)), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(JpegCodec(), withScans(MaximumJpegScans)), Status::Ok);
+    EXPECT_EQ(ReadAllRows(JpegCodec(), withScans(MaximumJpegScans + 1)), UndecodableContent);
 }
 
 // The disk fails behind the header.

@@ -11,7 +11,7 @@ using namespace tests;
 
 constexpr std::size_t BehindStart = 2;
 
-std::string Comment(const std::string& text) { return "\xFF\xFE" + NumberBytes(true, text.size() + 2, 2) + text; }
+std::string JpegComment(const std::string& text) { return "\xFF\xFE" + NumberBytes(true, text.size() + 2, 2) + text; }
 
 std::string WithMarkers(const std::string& markers, const JpegFile& file = {}) {
     return MakeJpeg(file).insert(BehindStart, markers);
@@ -25,7 +25,7 @@ std::uint16_t ShortAt(const Property& property, std::size_t index) {
 
 TEST(JpegProperties, ExifAndCommentAndTablesComeInThisOrder) {
     const std::string exif = MakeExif({.isBigEndian = true, .main = {{0x010F, 2, 6, std::string("maker\0", 6)}}});
-    const auto properties = PropertiesIn(JpegCodec(), WithMarkers(Comment("remark") + ExifMarker(exif)));
+    const auto properties = PropertiesIn(JpegCodec(), WithMarkers(JpegComment("remark") + ExifMarker(exif)));
     EXPECT_EQ(TagsOf(properties), (std::vector<std::uint32_t>{0x010F, 0x9286, 0x5091, 0x5090}));
     EXPECT_EQ(*properties.Find(0x010F), AsciiProperty(0x010F, "maker"));
     EXPECT_EQ(*properties.Find(0x9286), AsciiProperty(0x9286, "remark"));
@@ -33,7 +33,7 @@ TEST(JpegProperties, ExifAndCommentAndTablesComeInThisOrder) {
 
 TEST(JpegProperties, CommentOfExifStays) {
     const std::string exif = MakeExif({.exif = {{0x9286, 7, 12, std::string("ASCII\0\0\0user", 12)}}});
-    const auto properties = PropertiesIn(JpegCodec(), WithMarkers(Comment("remark") + ExifMarker(exif)));
+    const auto properties = PropertiesIn(JpegCodec(), WithMarkers(JpegComment("remark") + ExifMarker(exif)));
     EXPECT_EQ(*properties.Find(0x9286),
               BytesProperty(0x9286, PropertyType::Undefined, std::string("ASCII\0\0\0user", 12)));
 }
@@ -79,7 +79,7 @@ TEST(JpegProperties, SpoiledExifNeverKeepsAPictureFromOpening) {
 TEST(JpegProperties, MarkersBeyondTheLimitArePassedOver) {
     std::string markers;
     while (markers.size() < (20u << 20)) {
-        markers += Comment(std::string(65533, 'x'));
+        markers += JpegComment(std::string(65533, 'x'));
     }
     const std::string exif = MakeExif({.main = {{0x0112, 3, 1, NumberBytes(false, 3, 2)}}});
     const auto picture = OpenBytes(JpegCodec(), WithMarkers(markers + ExifMarker(exif)));
@@ -88,7 +88,7 @@ TEST(JpegProperties, MarkersBeyondTheLimitArePassedOver) {
     EXPECT_EQ(ReadAllRows(**picture), Status::Ok);
 }
 
-const std::vector<Property> CameraItems = {
+const std::vector<Property> JpegCameraItems = {
     AsciiProperty(0x010F, "maker"),
     ShortProperty(0x0112, 6),
     NumbersProperty<std::uint32_t>(0x829A, PropertyType::Rational, {1, 250}),
@@ -101,7 +101,7 @@ const std::vector<Property> CameraItems = {
 };
 
 TEST(JpegProperties, WhatIsWrittenComesBack) {
-    auto items = CameraItems;
+    auto items = JpegCameraItems;
     items.push_back(AsciiProperty(0x9286, "remark"));
     const auto properties = PropertiesIn(JpegCodec(), WrittenWith(JpegCodec(), ListOf(items)));
     ASSERT_EQ(properties.Items().size(), items.size() + 2); // and the quantisation tables
@@ -109,7 +109,7 @@ TEST(JpegProperties, WhatIsWrittenComesBack) {
 }
 
 TEST(JpegProperties, ExifStandsDirectlyBehindJfif) {
-    const std::string bytes = WrittenWith(JpegCodec(), ListOf(CameraItems));
+    const std::string bytes = WrittenWith(JpegCodec(), ListOf(JpegCameraItems));
     constexpr std::size_t BehindJfif = 2 + 18;
     EXPECT_EQ(FindMarker(bytes, 0xE1), BehindJfif);
     EXPECT_EQ(bytes.substr(BehindJfif + 4, 6), std::string("Exif\0\0", 6));
@@ -141,13 +141,13 @@ TEST(JpegProperties, NothingToWriteLeavesTheFileAsItWas) {
 }
 
 TEST(JpegProperties, WhatFitsNoMarkerIsLeftOut) {
-    auto items = CameraItems;
+    auto items = JpegCameraItems;
     items.push_back(BytesProperty(0xC000, PropertyType::Undefined, std::string(70000, 'x')));
     items.push_back(AsciiProperty(0x9286, std::string(70000, 'y')));
     const auto properties = PropertiesIn(JpegCodec(), WrittenWith(JpegCodec(), ListOf(items)));
     EXPECT_EQ(properties.Find(0xC000), nullptr);
     EXPECT_EQ(properties.Find(0x501B), nullptr);
-    ExpectItems(properties, {CameraItems.begin(), CameraItems.end() - 2});
+    ExpectItems(properties, {JpegCameraItems.begin(), JpegCameraItems.end() - 2});
     EXPECT_EQ(*properties.Find(0x9286), AsciiProperty(0x9286, std::string(65533, 'y')));
 }
 

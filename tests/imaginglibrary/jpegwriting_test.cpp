@@ -12,10 +12,10 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-constexpr PixelFormat AllFormats[] = {PixelFormat::Indexed1, PixelFormat::Indexed4, PixelFormat::Indexed8,
-                                      PixelFormat::Rgb555,   PixelFormat::Rgb565,   PixelFormat::Argb1555,
-                                      PixelFormat::Rgb24,    PixelFormat::Rgb32,    PixelFormat::Argb32,
-                                      PixelFormat::Pargb32,  PixelFormat::Rgb48};
+constexpr PixelFormat JpegFormats[] = {PixelFormat::Indexed1, PixelFormat::Indexed4, PixelFormat::Indexed8,
+                                       PixelFormat::Rgb555,   PixelFormat::Rgb565,   PixelFormat::Argb1555,
+                                       PixelFormat::Rgb24,    PixelFormat::Rgb32,    PixelFormat::Argb32,
+                                       PixelFormat::Pargb32,  PixelFormat::Rgb48};
 
 Color SmoothColor(std::uint32_t x, std::uint32_t y) {
     return MakeColor(SmoothSample(x, y, 0), SmoothSample(x, y, 1), SmoothSample(x, y, 2));
@@ -28,7 +28,7 @@ constexpr std::size_t DensityUnit = 13;
 
 unsigned Number16At(const std::string& bytes, std::size_t at) { return ByteAt(bytes, at) << 8 | ByteAt(bytes, at + 1); }
 
-std::string WrittenWith(Resolution resolution) {
+std::string JpegWrittenWith(Resolution resolution) {
     PictureInfo info{.width = 3, .height = 2, .format = PixelFormat::Rgb24, .resolution = resolution};
     return BytesWritten(JpegCodec(), **Bitmap::Create(info));
 }
@@ -45,7 +45,7 @@ TEST(JpegWriting, WhatIsWrittenReadsBackAlike) {
 }
 
 TEST(JpegWriting, EveryFormatIsWrittenAsTrueColorOverWhite) {
-    for (const PixelFormat format : AllFormats) {
+    for (const PixelFormat format : JpegFormats) {
         for (const auto& [width, height] : {std::pair{1u, 1u}, {7u, 5u}, {65u, 33u}}) {
             const auto picture = MakePicture(format, width, height);
             const auto overWhite = *Bitmap::Copy(*ConvertedTo(picture, PixelFormat::Rgb24));
@@ -88,7 +88,7 @@ TEST(JpegWriting, QuantisationIsThatOfQuality75) {
 }
 
 TEST(JpegWriting, ResolutionIsInWholeDotsPerInch) {
-    const std::string bytes = WrittenWith({299.999, 72.5});
+    const std::string bytes = JpegWrittenWith({299.999, 72.5});
     EXPECT_EQ(bytes.substr(6, 7), (std::string{'J', 'F', 'I', 'F', '\0', 1, 1}));
     EXPECT_EQ(ByteAt(bytes, DensityUnit), 1u);
     EXPECT_EQ(Number16At(bytes, DensityUnit + 1), 299u);
@@ -96,13 +96,13 @@ TEST(JpegWriting, ResolutionIsInWholeDotsPerInch) {
 }
 
 TEST(JpegWriting, UnknownResolutionIsThatOfTheScreen) {
-    const std::string bytes = WrittenWith({});
+    const std::string bytes = JpegWrittenWith({});
     EXPECT_EQ(Number16At(bytes, DensityUnit + 1), 96u);
     EXPECT_EQ(Number16At(bytes, DensityUnit + 3), 96u);
 }
 
 TEST(JpegWriting, ResolutionsOutOfRangeAreBroughtIntoIt) {
-    const std::string bytes = WrittenWith({0.25, 1e9});
+    const std::string bytes = JpegWrittenWith({0.25, 1e9});
     EXPECT_EQ(Number16At(bytes, DensityUnit + 1), 1u);
     EXPECT_EQ(Number16At(bytes, DensityUnit + 3), 65535u);
 }

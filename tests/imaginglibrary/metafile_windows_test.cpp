@@ -12,9 +12,6 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-constexpr Color White = MakeColor(255, 255, 255);
-constexpr Color Blue = MakeColor(0, 0, 255);
-
 // Fills a rectangle in blue.
 void DrawBlueBox(HDC context, const RECT& box) {
     const HBRUSH brush = CreateSolidBrush(RGB(0, 0, 255));

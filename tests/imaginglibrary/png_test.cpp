@@ -13,12 +13,6 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-std::unique_ptr<Decoder> Open(std::string bytes) {
-    auto picture = OpenBytes(PngCodec(), std::move(bytes));
-    EXPECT_EQ(picture.GetStatus(), Status::Ok);
-    return picture.Ok() ? std::move(*picture) : nullptr;
-}
-
 // Every sample value there is at a depth turns up, next to unlike ones.
 PngSamples MixedSamples(int depth) {
     return [depth](unsigned x, unsigned y, unsigned channel) {
@@ -71,7 +65,7 @@ std::vector<Color> ExpectedColors(const PngFile& file, const PngSamples& samples
     return colors;
 }
 
-struct Kind {
+struct PngKind {
     int type;
     int depth;
     bool isTransparent; // has a tRNS chunk
@@ -84,7 +78,7 @@ constexpr int Indexed = PNG_COLOR_TYPE_PALETTE;
 constexpr int GreyAlpha = PNG_COLOR_TYPE_GRAY_ALPHA;
 constexpr int RgbAlpha = PNG_COLOR_TYPE_RGB_ALPHA;
 
-constexpr Kind Kinds[] = {
+constexpr PngKind AllPngKinds[] = {
     {Grey, 1, false, PixelFormat::Indexed1},    {Grey, 1, true, PixelFormat::Argb32},
     {Grey, 2, false, PixelFormat::Argb32},      {Grey, 2, true, PixelFormat::Argb32},
     {Grey, 4, false, PixelFormat::Argb32},      {Grey, 4, true, PixelFormat::Argb32},
@@ -100,7 +94,7 @@ constexpr Kind Kinds[] = {
     {RgbAlpha, 8, false, PixelFormat::Argb32},  {RgbAlpha, 16, false, PixelFormat::Argb32},
 };
 
-PngFile FileOf(const Kind& kind) {
+PngFile FileOf(const PngKind& kind) {
     PngFile file{.depth = kind.depth, .type = kind.type};
     if (kind.type == Indexed) {
         file.palette = ColorsFor(kind.depth, kind.isTransparent);
@@ -113,10 +107,10 @@ PngFile FileOf(const Kind& kind) {
     return file;
 }
 
-class PngKinds : public testing::TestWithParam<Kind> {};
+class PngKinds : public testing::TestWithParam<PngKind> {};
 
 TEST_P(PngKinds, FormatIsThePlatformsForThisKind) {
-    const auto picture = Open(MakePng(FileOf(GetParam()), MixedSamples(GetParam().depth)));
+    const auto picture = Opened(PngCodec(), MakePng(FileOf(GetParam()), MixedSamples(GetParam().depth)));
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->Info().format, GetParam().format);
     EXPECT_EQ(picture->Info().palette.empty(), !IsIndexed(GetParam().format));
@@ -130,33 +124,33 @@ TEST_P(PngKinds, PixelsAreExact) {
         file.height = height;
         for (const bool isInterlaced : {false, true}) {
             file.isInterlaced = isInterlaced;
-            const auto picture = Open(MakePng(file, samples));
+            const auto picture = Opened(PngCodec(), MakePng(file, samples));
             ASSERT_TRUE(picture);
             EXPECT_EQ(ColorsOf(*picture), ExpectedColors(file, samples)) << width << 'x' << height << isInterlaced;
         }
     }
 }
 
-std::string NameOf(const testing::TestParamInfo<Kind>& kind) {
+std::string NameOf(const testing::TestParamInfo<PngKind>& kind) {
     const char* const names[] = {"Grey", "", "Rgb", "Palette", "GreyAlpha", "", "RgbAlpha"};
     return names[kind.param.type] + std::to_string(kind.param.depth) + (kind.param.isTransparent ? "Transparent" : "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Png, PngKinds, testing::ValuesIn(Kinds), NameOf);
+INSTANTIATE_TEST_SUITE_P(Png, PngKinds, testing::ValuesIn(AllPngKinds), NameOf);
 
 TEST(Png, PaletteIsAsLongAsInTheFile) {
     for (const int depth : {1, 4, 8}) {
         Palette palette = ColorsFor(depth, false);
         palette.resize(palette.size() / 2 + 1);
         const PngSamples zero = [](unsigned, unsigned, unsigned) { return 0; };
-        const auto picture = Open(MakePng({.depth = depth, .type = Indexed, .palette = palette}, zero));
+        const auto picture = Opened(PngCodec(), MakePng({.depth = depth, .type = Indexed, .palette = palette}, zero));
         ASSERT_TRUE(picture);
         EXPECT_EQ(picture->Info().palette, palette);
     }
 }
 
 TEST(Png, BlackAndWhiteGreyIsAPaletteOfTheTwo) {
-    const auto picture = Open(MakePng({.depth = 1, .type = Grey}, MixedSamples(1)));
+    const auto picture = Opened(PngCodec(), MakePng({.depth = 1, .type = Grey}, MixedSamples(1)));
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->Info().palette, (Palette{MakeColor(0, 0, 0), MakeColor(255, 255, 255)}));
 }
@@ -167,24 +161,27 @@ TEST(Png, IndexBeyondThePaletteIsOpaqueBlack) {
     const std::size_t at = FindChunk(bytes, "PLTE");
     const std::string shortened = PngChunk("PLTE", std::string("\xFF\x00\x00\x00\xFF\x00", 6));
     bytes = bytes.substr(0, at) + shortened + bytes.substr(at + 12 + 4 * 3);
-    const auto picture = Open(bytes);
+    const auto picture = Opened(PngCodec(), bytes);
     ASSERT_TRUE(picture);
     EXPECT_EQ(ColorsOf(*picture), (std::vector<Color>{MakeColor(255, 0, 0), MakeColor(0, 255, 0), MakeColor(0, 0, 0)}));
 }
 
 TEST(Png, ResolutionIsThatOfDotsPerMetre) {
-    const auto picture = Open(MakePng(
-        {.more = [](png_structp png, png_infop info) { png_set_pHYs(png, info, 11811, 2835, PNG_RESOLUTION_METER); }},
-        MixedSamples(8)));
+    const auto picture =
+        Opened(PngCodec(),
+               MakePng({.more = [](png_structp png,
+                                   png_infop info) { png_set_pHYs(png, info, 11811, 2835, PNG_RESOLUTION_METER); }},
+                       MixedSamples(8)));
     ASSERT_TRUE(picture);
     EXPECT_NEAR(picture->Info().resolution.horizontal, 300, 0.01);
     EXPECT_NEAR(picture->Info().resolution.vertical, 72, 0.01);
 }
 
 TEST(Png, AspectAloneIsNoResolution) {
-    const auto picture = Open(MakePng(
-        {.more = [](png_structp png, png_infop info) { png_set_pHYs(png, info, 4, 3, PNG_RESOLUTION_UNKNOWN); }},
-        MixedSamples(8)));
+    const auto picture = Opened(
+        PngCodec(), MakePng({.more = [](png_structp png,
+                                        png_infop info) { png_set_pHYs(png, info, 4, 3, PNG_RESOLUTION_UNKNOWN); }},
+                            MixedSamples(8)));
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->Info().resolution.horizontal, 0);
     EXPECT_EQ(picture->Info().resolution.vertical, 0);
@@ -198,13 +195,14 @@ TEST(Png, GammaDoesNotChangeTheColors) {
             png_set_gAMA_fixed(png, info, gamma);
             png_set_cHRM_fixed(png, info, 31270, 32900, 60000, 33000, 25000, 60000, 15000, 6000);
         };
-        EXPECT_EQ(ColorsOf(*Open(MakePng(file, MixedSamples(8)))), colors);
+        EXPECT_EQ(ColorsOf(*Opened(PngCodec(), MakePng(file, MixedSamples(8)))), colors);
     }
 }
 
 TEST(Png, TwoReadersOfOnePictureDoNotDisturbEachOther) {
     for (const bool isInterlaced : {false, true}) {
-        const auto picture = Open(MakePng({.width = 40, .height = 64, .isInterlaced = isInterlaced}, MixedSamples(8)));
+        const auto picture =
+            Opened(PngCodec(), MakePng({.width = 40, .height = 64, .isInterlaced = isInterlaced}, MixedSamples(8)));
         ASSERT_TRUE(picture);
         ExpectIndependentReaders(*picture);
     }
@@ -212,7 +210,7 @@ TEST(Png, TwoReadersOfOnePictureDoNotDisturbEachOther) {
 
 TEST(Png, ReadersOutliveTheirPicture) {
     for (const bool isInterlaced : {false, true}) {
-        auto picture = Open(MakePng({.isInterlaced = isInterlaced}, MixedSamples(8)));
+        auto picture = Opened(PngCodec(), MakePng({.isInterlaced = isInterlaced}, MixedSamples(8)));
         ASSERT_TRUE(picture);
         std::vector<std::uint8_t> row(BytesPerRow(picture->Info().format, picture->Info().width));
         auto rows = picture->OpenRows();
@@ -223,7 +221,7 @@ TEST(Png, ReadersOutliveTheirPicture) {
 }
 
 TEST(Png, NoReductionIsCheaperThanTheWhole) {
-    const auto picture = Open(MakePng({}, MixedSamples(8)));
+    const auto picture = Opened(PngCodec(), MakePng({}, MixedSamples(8)));
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->ReducedTo(1, 1), nullptr);
 }

@@ -12,22 +12,12 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-Status Decode(const std::string& bytes) {
-    const auto picture = OpenBytes(PngCodec(), bytes);
-    return picture.Ok() ? ReadAllRows(**picture) : picture.GetStatus();
-}
-
-std::vector<Color> ColorsIn(const std::string& bytes) {
-    const auto picture = OpenBytes(PngCodec(), bytes);
-    return picture.Ok() ? ColorsOf(**picture) : std::vector<Color>();
-}
-
 unsigned MixedSample(unsigned x, unsigned y, unsigned channel) { return (x * 77 + y * 31 + channel * 91) & 255; }
 
 std::string WholeFile(bool isInterlaced = false) { return MakePng({.isInterlaced = isInterlaced}, MixedSample); }
 
 // One file for each way of laying out the data.
-std::vector<std::string> Layouts() {
+std::vector<std::string> PngLayouts() {
     std::vector<std::string> files;
     for (const bool isInterlaced : {false, true}) {
         files.push_back(WholeFile(isInterlaced));
@@ -52,16 +42,16 @@ std::string WithChunk(const std::string& png, const std::string& chunk, const st
 }
 
 TEST(PngDamage, CutFileIsUndecodableUnlessAllItsPixelsAreThere) {
-    for (const std::string& whole : Layouts()) {
-        const std::vector<Color> colors = ColorsIn(whole);
+    for (const std::string& whole : PngLayouts()) {
+        const std::vector<Color> colors = ColorsOf(PngCodec(), whole);
         const std::size_t endOfPixels = FindChunk(whole, "IEND");
         ASSERT_FALSE(colors.empty());
         for (std::size_t size = 0; size < whole.size(); ++size) {
             const std::string cut = whole.substr(0, size);
-            const Status status = Decode(cut);
+            const Status status = ReadAllRows(PngCodec(), cut);
             if (size >= endOfPixels) {
                 ASSERT_EQ(status, Status::Ok);
-                EXPECT_EQ(ColorsIn(cut), colors);
+                EXPECT_EQ(ColorsOf(PngCodec(), cut), colors);
             } else {
                 EXPECT_EQ(status, UndecodableContent) << size << " of " << whole.size() << " bytes";
             }
@@ -71,12 +61,12 @@ TEST(PngDamage, CutFileIsUndecodableUnlessAllItsPixelsAreThere) {
 
 TEST(PngDamage, AnyDamagedByteGivesAStatusAndSaysNothing) {
     testing::internal::CaptureStderr();
-    for (const std::string& whole : Layouts()) {
+    for (const std::string& whole : PngLayouts()) {
         for (std::size_t i = 0; i < whole.size(); ++i) {
             for (const int flip : {0x01, 0x80, 0xFF}) {
                 std::string damaged = whole;
                 damaged[i] = static_cast<char>(damaged[i] ^ flip);
-                const Status status = Decode(damaged);
+                const Status status = ReadAllRows(PngCodec(), damaged);
                 EXPECT_TRUE(status == Status::Ok || status == UndecodableContent || status == Status::InvalidParameter);
             }
         }
@@ -91,7 +81,7 @@ TEST(PngDamage, DamagedPixelDataIsUndecodable) {
         for (std::size_t i = FindChunk(whole, "IDAT"); i < end; ++i) {
             std::string damaged = whole;
             damaged[i] = static_cast<char>(damaged[i] ^ 0x10);
-            EXPECT_EQ(Decode(damaged), UndecodableContent) << i;
+            EXPECT_EQ(ReadAllRows(PngCodec(), damaged), UndecodableContent) << i;
         }
     }
 }
@@ -107,19 +97,19 @@ TEST(PngDamage, OpeningNeedsTheHeaderOnly) {
 
 TEST(PngDamage, TooFewRowsAreUndecodable) {
     for (const bool isInterlaced : {false, true}) {
-        EXPECT_EQ(Decode(WithClaimedSides(WholeFile(isInterlaced), 33, 10)), UndecodableContent);
+        EXPECT_EQ(ReadAllRows(PngCodec(), WithClaimedSides(WholeFile(isInterlaced), 33, 10)), UndecodableContent);
     }
 }
 
 TEST(PngDamage, WhatStandsBehindThePixelsMayBeBroken) {
     const std::string whole = WholeFile();
-    EXPECT_EQ(Decode(WithChunk(whole, "rubbish of any kind", "IEND")), Status::Ok);
-    EXPECT_EQ(Decode(whole + "another program's data"), Status::Ok);
+    EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(whole, "rubbish of any kind", "IEND")), Status::Ok);
+    EXPECT_EQ(ReadAllRows(PngCodec(), whole + "another program's data"), Status::Ok);
 }
 
 TEST(PngDamage, BrokenAncillaryChunksArePassedOver) {
     const std::string whole = WholeFile();
-    const std::vector<Color> colors = ColorsIn(whole);
+    const std::vector<Color> colors = ColorsOf(PngCodec(), whole);
     std::string badChecksum = PngChunk("pHYs", std::string("\0\0\x10\0\0\0\x10\0\1", 9));
     badChecksum.back() = static_cast<char>(badChecksum.back() ^ 1);
     for (const std::string& chunk :
@@ -127,14 +117,14 @@ TEST(PngDamage, BrokenAncillaryChunksArePassedOver) {
           PngChunk("pHYs", "short"), PngChunk("tRNS", "x"), PngChunk("zTXt", "key"), PngChunk("sRGB", "\x7F"),
           PngChunk("prVt", "unknown to all"), badChecksum}) {
         const std::string bytes = WithChunk(whole, chunk, "IDAT");
-        ASSERT_EQ(Decode(bytes), Status::Ok) << chunk.substr(4, 4);
-        EXPECT_EQ(ColorsIn(bytes), colors);
+        ASSERT_EQ(ReadAllRows(PngCodec(), bytes), Status::Ok) << chunk.substr(4, 4);
+        EXPECT_EQ(ColorsOf(PngCodec(), bytes), colors);
     }
 }
 
 TEST(PngDamage, LongTextIsPassedOver) {
     const std::string text = "Comment" + std::string(1, '\0') + std::string(MaximumMetadataBytes + 1, 'x');
-    EXPECT_EQ(Decode(WithChunk(WholeFile(), PngChunk("tEXt", text), "IDAT")), Status::Ok);
+    EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(WholeFile(), PngChunk("tEXt", text), "IDAT")), Status::Ok);
 }
 
 TEST(PngDamage, ManyChunksArePassedOver) {
@@ -142,18 +132,19 @@ TEST(PngDamage, ManyChunksArePassedOver) {
     for (int i = 0; i < 5000; ++i) {
         chunks += PngChunk("tEXt", std::string("Comment\0text", 12));
     }
-    EXPECT_EQ(Decode(WithChunk(WholeFile(), chunks, "IDAT")), Status::Ok);
+    EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(WholeFile(), chunks, "IDAT")), Status::Ok);
 }
 
 TEST(PngDamage, UnknownCriticalChunkIsUndecodable) {
-    EXPECT_EQ(Decode(WithChunk(WholeFile(), PngChunk("PRIV", "must be understood"), "IDAT")), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(WholeFile(), PngChunk("PRIV", "must be understood"), "IDAT")),
+              UndecodableContent);
 }
 
 TEST(PngDamage, PaletteMustBeThere) {
     const std::string whole =
         MakePng({.type = PNG_COLOR_TYPE_PALETTE, .palette = Palette(256, MakeColor(1, 2, 3))}, MixedSample);
     const std::size_t at = FindChunk(whole, "PLTE");
-    EXPECT_EQ(Decode(whole.substr(0, at) + whole.substr(at + 12 + 3 * 256)), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(PngCodec(), whole.substr(0, at) + whole.substr(at + 12 + 3 * 256)), UndecodableContent);
 }
 
 TEST(PngDamage, SideBeyondTheLimitIsInvalid) {

@@ -12,7 +12,7 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-constexpr std::pair<std::uint32_t, std::uint32_t> OddSizes[] = {{1, 1}, {7, 5}, {17, 3}, {65, 33}, {8, 8}, {3, 100}};
+constexpr std::pair<std::uint32_t, std::uint32_t> PngSizes[] = {{1, 1}, {7, 5}, {17, 3}, {65, 33}, {8, 8}, {3, 100}};
 
 struct Kept {
     PixelFormat source;
@@ -20,7 +20,7 @@ struct Kept {
     int depth;
 };
 
-constexpr Kept Formats[] = {
+constexpr Kept KeptFormats[] = {
     {PixelFormat::Indexed1, PNG_COLOR_TYPE_PALETTE, 1},   {PixelFormat::Indexed4, PNG_COLOR_TYPE_PALETTE, 4},
     {PixelFormat::Indexed8, PNG_COLOR_TYPE_PALETTE, 8},   {PixelFormat::Rgb555, PNG_COLOR_TYPE_RGB, 8},
     {PixelFormat::Rgb565, PNG_COLOR_TYPE_RGB, 8},         {PixelFormat::Rgb24, PNG_COLOR_TYPE_RGB, 8},
@@ -29,13 +29,7 @@ constexpr Kept Formats[] = {
     {PixelFormat::Pargb32, PNG_COLOR_TYPE_RGB_ALPHA, 8},
 };
 
-std::unique_ptr<Decoder> Reread(const PixelSource& picture) {
-    auto read = OpenBytes(PngCodec(), BytesWritten(PngCodec(), picture));
-    EXPECT_EQ(read.GetStatus(), Status::Ok);
-    return read.Ok() ? std::move(*read) : nullptr;
-}
-
-std::string WrittenWith(Resolution resolution) {
+std::string PngWrittenWith(Resolution resolution) {
     const PictureInfo info{.width = 3, .height = 2, .format = PixelFormat::Rgb24, .resolution = resolution};
     return BytesWritten(PngCodec(), **Bitmap::Create(info));
 }
@@ -50,15 +44,11 @@ std::shared_ptr<Bitmap> RowOf(const std::string& indices, Palette palette) {
     return bitmap;
 }
 
-constexpr Color Black = MakeColor(0, 0, 0);
-constexpr Color Red = MakeColor(255, 0, 0);
-constexpr Color Blue = MakeColor(0, 0, 255);
-
 TEST(PngWriting, NothingIsLostOfAnyFormat) {
-    for (const Kept& kept : Formats) {
-        for (const auto& [width, height] : OddSizes) {
+    for (const Kept& kept : KeptFormats) {
+        for (const auto& [width, height] : PngSizes) {
             const auto picture = MakePicture(kept.source, width, height);
-            const auto read = Reread(*picture);
+            const auto read = Rewritten(PngCodec(), *picture);
             ASSERT_TRUE(read);
             EXPECT_EQ(ColorsOf(*read), ColorsOf(*picture))
                 << std::hex << static_cast<unsigned>(kept.source) << std::dec << ' ' << width << 'x' << height;
@@ -67,7 +57,7 @@ TEST(PngWriting, NothingIsLostOfAnyFormat) {
 }
 
 TEST(PngWriting, DepthAndTypeFollowTheFormat) {
-    for (const Kept& kept : Formats) {
+    for (const Kept& kept : KeptFormats) {
         const std::string header = *ChunkData(BytesWritten(PngCodec(), *MakePicture(kept.source, 5, 5)), "IHDR");
         EXPECT_EQ(header[8], kept.depth);
         EXPECT_EQ(header[9], kept.type);
@@ -78,7 +68,7 @@ TEST(PngWriting, DepthAndTypeFollowTheFormat) {
 TEST(PngWriting, IndexedPictureStaysWhatItWas) {
     for (const PixelFormat format : {PixelFormat::Indexed1, PixelFormat::Indexed4, PixelFormat::Indexed8}) {
         const auto picture = MakePicture(format, 19, 4);
-        const auto read = Reread(*picture);
+        const auto read = Rewritten(PngCodec(), *picture);
         ASSERT_TRUE(read);
         EXPECT_EQ(read->Info().format, format);
         EXPECT_EQ(read->Info().palette, picture->Info().palette);
@@ -111,7 +101,7 @@ TEST(PngWriting, IndexBeyondThePaletteBecomesBlackWithinIt) {
 
 TEST(PngWriting, BlackOfTheOwnPaletteServesForIndicesBeyondIt) {
     const auto picture = RowOf(std::string("\0\1\2\xFF", 4), {Red, Black});
-    const auto read = Reread(*picture);
+    const auto read = Rewritten(PngCodec(), *picture);
     ASSERT_TRUE(read);
     EXPECT_EQ(read->Info().palette, (Palette{Red, Black}));
     EXPECT_EQ(ColorsOf(*read), (std::vector<Color>{Red, Black, Black, Black}));
@@ -127,7 +117,7 @@ TEST(PngWriting, ShortPaletteOfPackedPixelsIsMadeValidToo) {
             for (std::uint32_t y = 0; y < info.height; ++y) {
                 std::copy_n(full->Row(y), full->RowBytes(), picture->Row(y));
             }
-            const auto read = Reread(*picture);
+            const auto read = Rewritten(PngCodec(), *picture);
             ASSERT_TRUE(read);
             EXPECT_EQ(read->Info().palette.size(), length + 1);
             EXPECT_EQ(ColorsOf(*read), ColorsOf(*picture));
@@ -136,15 +126,15 @@ TEST(PngWriting, ShortPaletteOfPackedPixelsIsMadeValidToo) {
 }
 
 TEST(PngWriting, ResolutionIsInDotsPerMetreRounded) {
-    EXPECT_EQ(ChunkData(WrittenWith({300, 72}), "pHYs"), std::string("\x00\x00\x2E\x23\x00\x00\x0B\x13\x01", 9));
+    EXPECT_EQ(ChunkData(PngWrittenWith({300, 72}), "pHYs"), std::string("\x00\x00\x2E\x23\x00\x00\x0B\x13\x01", 9));
 }
 
 TEST(PngWriting, UnknownResolutionIsThatOfTheScreen) {
-    EXPECT_EQ(ChunkData(WrittenWith({}), "pHYs"), std::string("\x00\x00\x0E\xC4\x00\x00\x0E\xC4\x01", 9));
+    EXPECT_EQ(ChunkData(PngWrittenWith({}), "pHYs"), std::string("\x00\x00\x0E\xC4\x00\x00\x0E\xC4\x01", 9));
 }
 
 TEST(PngWriting, ResolutionsOutOfRangeAreBroughtIntoIt) {
-    EXPECT_EQ(ChunkData(WrittenWith({1e-9, 1e30}), "pHYs"), std::string("\x00\x00\x00\x01\x7F\xFF\xFF\xFF\x01", 9));
+    EXPECT_EQ(ChunkData(PngWrittenWith({1e-9, 1e30}), "pHYs"), std::string("\x00\x00\x00\x01\x7F\xFF\xFF\xFF\x01", 9));
 }
 
 TEST(PngWriting, ColorsAreMarkedAsTheScreens) {

@@ -13,9 +13,11 @@ TEST(TiffReader, CompressionsWithoutLossAreRead) {
     for (const int compression :
          {COMPRESSION_NONE, COMPRESSION_PACKBITS, COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE, COMPRESSION_DEFLATE}) {
         for (const std::uint32_t tileSide : {0u, 16u}) {
-            const auto tiff = OpenGood(MakeTiff(
-                {.samples = 3, .photometric = PHOTOMETRIC_RGB, .compression = compression, .tileSide = tileSide},
-                [](auto x, auto y, unsigned sample) { return Mixed(x, y, sample, 8); }));
+            const auto tiff = Opened(
+                TiffCodec(),
+                MakeTiff(
+                    {.samples = 3, .photometric = PHOTOMETRIC_RGB, .compression = compression, .tileSide = tileSide},
+                    [](auto x, auto y, unsigned sample) { return Mixed(x, y, sample, 8); }));
             ASSERT_NE(tiff, nullptr) << compression;
             EXPECT_EQ(ColorsOf(*tiff)[37 + 2], RgbFrom({Mixed(2, 1, 0, 8), Mixed(2, 1, 1, 8), Mixed(2, 1, 2, 8)}, 8))
                 << compression;
@@ -26,9 +28,9 @@ TEST(TiffReader, CompressionsWithoutLossAreRead) {
 
 TEST(TiffReader, HorizontalDifferencesAreUndone) {
     for (const int bits : {8, 16}) {
-        const auto tiff =
-            OpenGood(MakeTiff({.bits = bits, .compression = COMPRESSION_LZW, .predictor = PREDICTOR_HORIZONTAL},
-                              [&](auto x, auto y, unsigned) { return Mixed(x, y, 0, bits); }));
+        const auto tiff = Opened(
+            TiffCodec(), MakeTiff({.bits = bits, .compression = COMPRESSION_LZW, .predictor = PREDICTOR_HORIZONTAL},
+                                  [&](auto x, auto y, unsigned) { return Mixed(x, y, 0, bits); }));
         EXPECT_EQ(ColorsOf(*tiff)[37 * 3 + 4], GreyFrom({Mixed(4, 3, 0, bits)}, bits));
     }
 }
@@ -36,9 +38,12 @@ TEST(TiffReader, HorizontalDifferencesAreUndone) {
 TEST(TiffReader, FaxCompressionsAreReadInEitherBitOrder) {
     for (const int compression : {COMPRESSION_CCITTRLE, COMPRESSION_CCITTFAX3, COMPRESSION_CCITTFAX4}) {
         for (const int fillOrder : {FILLORDER_MSB2LSB, FILLORDER_LSB2MSB}) {
-            const auto tiff = OpenGood(MakeTiff(
-                {.bits = 1, .photometric = PHOTOMETRIC_MINISWHITE, .compression = compression, .fillOrder = fillOrder},
-                [](auto x, auto y, unsigned) { return Mixed(x / 3, y, 0, 1); }));
+            const auto tiff =
+                Opened(TiffCodec(), MakeTiff({.bits = 1,
+                                              .photometric = PHOTOMETRIC_MINISWHITE,
+                                              .compression = compression,
+                                              .fillOrder = fillOrder},
+                                             [](auto x, auto y, unsigned) { return Mixed(x / 3, y, 0, 1); }));
             const auto colors = ColorsOf(*tiff);
             for (std::uint32_t i = 0; i < colors.size(); ++i) {
                 ASSERT_EQ(colors[i], InvertedGreyFrom({Mixed(i % 37 / 3, i / 37, 0, 1)}, 1)) << compression;
@@ -51,12 +56,12 @@ TEST(TiffReader, JpegColorsAreRead) {
     const auto smooth = [](auto x, auto y, unsigned sample) { return 40 + x * 4 + y * 2 + sample * 10; };
     for (const int photometric : {PHOTOMETRIC_YCBCR, PHOTOMETRIC_RGB}) {
         for (const std::uint32_t tileSide : {0u, 16u}) {
-            const auto tiff = OpenGood(MakeTiff({.samples = 3,
-                                                 .photometric = photometric,
-                                                 .compression = COMPRESSION_JPEG,
-                                                 .rowsPerStrip = 8,
-                                                 .tileSide = tileSide},
-                                                smooth));
+            const auto tiff = Opened(TiffCodec(), MakeTiff({.samples = 3,
+                                                            .photometric = photometric,
+                                                            .compression = COMPRESSION_JPEG,
+                                                            .rowsPerStrip = 8,
+                                                            .tileSide = tileSide},
+                                                           smooth));
             ASSERT_NE(tiff, nullptr);
             EXPECT_EQ(tiff->Info().format, PixelFormat::Rgb24);
             std::vector<Color> expected;
@@ -73,12 +78,13 @@ TEST(TiffReader, ChromaticColorsThatAreNotJpegAreConverted) {
     for (const std::uint32_t tileSide : {0u, 16u}) {
         for (const int orientation : {ORIENTATION_TOPLEFT, ORIENTATION_BOTRIGHT}) {
             const auto tiff =
-                OpenGood(MakeTiff({.samples = 3,
-                                   .photometric = PHOTOMETRIC_YCBCR,
-                                   .compression = COMPRESSION_LZW,
-                                   .tileSide = tileSide,
-                                   .orientation = orientation},
-                                  [](auto x, auto y, unsigned sample) { return sample == 0 ? x * 3 + y * 5 : 128u; }));
+                Opened(TiffCodec(),
+                       MakeTiff({.samples = 3,
+                                 .photometric = PHOTOMETRIC_YCBCR,
+                                 .compression = COMPRESSION_LZW,
+                                 .tileSide = tileSide,
+                                 .orientation = orientation},
+                                [](auto x, auto y, unsigned sample) { return sample == 0 ? x * 3 + y * 5 : 128u; }));
             ASSERT_NE(tiff, nullptr);
             std::vector<Color> expected;
             for (std::uint32_t i = 0; i < 37 * 19; ++i) {
@@ -90,29 +96,31 @@ TEST(TiffReader, ChromaticColorsThatAreNotJpegAreConverted) {
 }
 
 TEST(TiffReader, LabColorsAreConverted) {
-    const auto tiff = OpenGood(MakeTiff({.samples = 3, .photometric = PHOTOMETRIC_CIELAB},
-                                        [](auto, auto, unsigned sample) { return sample == 0 ? 255u : 0u; }));
+    const auto tiff =
+        Opened(TiffCodec(), MakeTiff({.samples = 3, .photometric = PHOTOMETRIC_CIELAB},
+                                     [](auto, auto, unsigned sample) { return sample == 0 ? 255u : 0u; }));
     ASSERT_NE(tiff, nullptr);
     EXPECT_GT(PeakSignalToNoise(ColorsOf(*tiff), std::vector<Color>(37 * 19, 0xFFFFFFFF)), 20);
 }
 
 TEST(TiffReader, OrientationIsNotApplied) {
-    const auto tiff =
-        OpenGood(MakeTiff({.orientation = ORIENTATION_BOTRIGHT}, [](auto x, auto y, unsigned) { return x + y * 10; }));
+    const auto tiff = Opened(TiffCodec(), MakeTiff({.orientation = ORIENTATION_BOTRIGHT},
+                                                   [](auto x, auto y, unsigned) { return x + y * 10; }));
     EXPECT_EQ(ColorsOf(*tiff)[1], 0xFF010101);
 }
 
 TEST(TiffReader, AssociatedAlphaIsPremultiplied) {
-    const auto tiff =
-        OpenGood(MakeTiff({.samples = 4, .photometric = PHOTOMETRIC_RGB, .extraSamples = {EXTRASAMPLE_ASSOCALPHA}},
-                          [](auto, auto, unsigned sample) { return sample == 3 ? 128u : 64u; }));
+    const auto tiff = Opened(
+        TiffCodec(), MakeTiff({.samples = 4, .photometric = PHOTOMETRIC_RGB, .extraSamples = {EXTRASAMPLE_ASSOCALPHA}},
+                              [](auto, auto, unsigned sample) { return sample == 3 ? 128u : 64u; }));
     EXPECT_EQ(tiff->Info().format, PixelFormat::Pargb32);
     EXPECT_EQ(ColorsOf(*tiff)[0], 0x80808080u);
 }
 
 TEST(TiffReader, Rgb48KeepsAllBits) {
-    const auto tiff = OpenGood(MakeTiff({.bits = 16, .samples = 3, .photometric = PHOTOMETRIC_RGB, .mode = "wb"},
-                                        [](auto, auto, unsigned sample) { return 0x1234u + sample; }));
+    const auto tiff =
+        Opened(TiffCodec(), MakeTiff({.bits = 16, .samples = 3, .photometric = PHOTOMETRIC_RGB, .mode = "wb"},
+                                     [](auto, auto, unsigned sample) { return 0x1234u + sample; }));
     std::vector<std::uint8_t> row(BytesPerRow(PixelFormat::Rgb48, 37));
     ASSERT_EQ((*tiff->OpenRows())->ReadRow(row.data()), Status::Ok);
     std::array<std::uint16_t, 3> pixel;
@@ -121,16 +129,16 @@ TEST(TiffReader, Rgb48KeepsAllBits) {
 }
 
 TEST(TiffReader, ColorMapInTheLowerBytesIsRead) {
-    const auto tiff =
-        OpenGood(MakeTiff({.bits = 1, .photometric = PHOTOMETRIC_PALETTE, .colorMap = {10, 200, 20, 210, 30, 220}},
-                          [](auto x, auto, unsigned) { return x % 2; }));
+    const auto tiff = Opened(
+        TiffCodec(), MakeTiff({.bits = 1, .photometric = PHOTOMETRIC_PALETTE, .colorMap = {10, 200, 20, 210, 30, 220}},
+                              [](auto x, auto, unsigned) { return x % 2; }));
     EXPECT_EQ(tiff->Info().palette, (Palette{MakeColor(10, 20, 30), MakeColor(200, 210, 220)}));
 }
 
 TEST(TiffReader, ResolutionIsInDotsPerInch) {
     const auto resolutionOf = [](double value, int unit) {
-        const auto tiff =
-            OpenGood(MakeTiff({.resolution = value, .resolutionUnit = unit}, [](auto, auto, unsigned) { return 0u; }));
+        const auto tiff = Opened(TiffCodec(), MakeTiff({.resolution = value, .resolutionUnit = unit},
+                                                       [](auto, auto, unsigned) { return 0u; }));
         return std::pair(tiff->Info().resolution.horizontal, tiff->Info().resolution.vertical);
     };
     EXPECT_EQ(resolutionOf(300, RESUNIT_INCH), std::pair(300.0, 600.0));
@@ -141,8 +149,8 @@ TEST(TiffReader, ResolutionIsInDotsPerInch) {
 
 TEST(TiffReader, TwoReadersOfOneFileDoNotDisturbEachOther) {
     for (const std::uint32_t tileSide : {0u, 16u}) {
-        const auto tiff = OpenGood(MakeTiff({.compression = COMPRESSION_LZW, .tileSide = tileSide},
-                                            [](auto, auto y, unsigned) { return y * 5; }));
+        const auto tiff = Opened(TiffCodec(), MakeTiff({.compression = COMPRESSION_LZW, .tileSide = tileSide},
+                                                       [](auto, auto y, unsigned) { return y * 5; }));
         auto first = std::move(*tiff->OpenRows());
         auto second = std::move(*tiff->OpenRows());
         std::vector<std::uint8_t> row(37);
@@ -158,7 +166,8 @@ TEST(TiffReader, TwoReadersOfOneFileDoNotDisturbEachOther) {
 }
 
 TEST(TiffReader, FloatingPointIsRefused) {
-    EXPECT_EQ(Open(MakeTiff({.bits = 16, .sampleFormat = SAMPLEFORMAT_IEEEFP}, [](auto, auto, unsigned) { return 0u; }))
+    EXPECT_EQ(OpenBytes(TiffCodec(), MakeTiff({.bits = 16, .sampleFormat = SAMPLEFORMAT_IEEEFP},
+                                              [](auto, auto, unsigned) { return 0u; }))
                   .GetStatus(),
               UndecodableContent);
 }

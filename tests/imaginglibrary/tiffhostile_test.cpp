@@ -13,22 +13,6 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-std::string Written(const PixelSource& picture) {
-    MemoryOutput file;
-    EXPECT_EQ(TiffCodec().write(picture, {}, file), Status::Ok);
-    EXPECT_EQ(file.Commit(), Status::Ok);
-    return file.Bytes();
-}
-
-Result<std::unique_ptr<Decoder>> Open(std::string bytes) {
-    return TiffCodec().open(std::make_shared<MemoryInput>(std::move(bytes)));
-}
-
-Status OpenAndRead(std::string bytes) {
-    const auto decoder = Open(std::move(bytes));
-    return decoder.Ok() ? ReadAllRows(**decoder) : decoder.GetStatus();
-}
-
 // A file of nothing but a directory, put together by hand.
 class RawTiff {
   public:
@@ -59,16 +43,16 @@ RawTiff GreyOf(std::uint32_t width, std::uint32_t height) {
     return RawTiff().Tag(256, 4, width).Tag(257, 4, height).Tag(258, 3, 8).Tag(259, 3, 1).Tag(262, 3, 1);
 }
 
-const std::vector<PixelFormat> Formats{PixelFormat::Indexed1, PixelFormat::Indexed4, PixelFormat::Rgb24,
-                                       PixelFormat::Argb32};
+const std::vector<PixelFormat> HostileFormats{PixelFormat::Indexed1, PixelFormat::Indexed4, PixelFormat::Rgb24,
+                                              PixelFormat::Argb32};
 
 // Only the resolution, which stands at the end, may be missing.
 TEST(HostileTiff, TruncatedFileIsUndecodableOrWhole) {
-    for (const PixelFormat format : Formats) {
+    for (const PixelFormat format : HostileFormats) {
         const auto picture = MakePicture(format, 7, 5);
-        const std::string whole = Written(*picture);
+        const std::string whole = BytesWritten(TiffCodec(), *picture);
         for (std::size_t size = 0; size < whole.size(); ++size) {
-            const auto tiff = Open(whole.substr(0, size));
+            const auto tiff = OpenBytes(TiffCodec(), whole.substr(0, size));
             if (tiff.Ok() && ReadAllRows(**tiff) == Status::Ok) {
                 EXPECT_GT(size, whole.size() - 24);
                 EXPECT_EQ(ColorsOf(**tiff), ColorsOf(*picture)) << size << " of " << whole.size();
@@ -79,66 +63,70 @@ TEST(HostileTiff, TruncatedFileIsUndecodableOrWhole) {
 
 // libtiff takes the indices for greys then, and so does whoever uses it.
 TEST(HostileTiff, EightBitPaletteCutOffReadsAsGrey) {
-    const std::string whole = Written(*MakePicture(PixelFormat::Indexed8, 7, 5));
-    const auto tiff = Open(whole.substr(0, whole.size() - 1));
+    const std::string whole = BytesWritten(TiffCodec(), *MakePicture(PixelFormat::Indexed8, 7, 5));
+    const auto tiff = OpenBytes(TiffCodec(), whole.substr(0, whole.size() - 1));
     ASSERT_TRUE(tiff.Ok());
     EXPECT_EQ((*tiff)->Info().palette, GreyPalette(256));
 }
 
 TEST(HostileTiff, SpoiledBytesNeverCrash) {
-    for (const PixelFormat format : Formats) {
-        const std::string whole = Written(*MakePicture(format, 7, 5));
+    for (const PixelFormat format : HostileFormats) {
+        const std::string whole = BytesWritten(TiffCodec(), *MakePicture(format, 7, 5));
         for (std::size_t at = 0; at < whole.size(); ++at) {
             for (const int flip : {0x01, 0x02, 0x80, 0xFF}) {
                 std::string spoiled = whole;
                 spoiled[at] = static_cast<char>(spoiled[at] ^ flip);
-                OpenAndRead(spoiled);
+                ReadAllRows(TiffCodec(), spoiled);
             }
         }
     }
 }
 
 TEST(HostileTiff, SideBeyondTheLimitIsRefused) {
-    EXPECT_EQ(OpenAndRead(GreyOf(65536, 4).Tag(273, 4, 8).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
+    EXPECT_EQ(ReadAllRows(TiffCodec(), GreyOf(65536, 4).Tag(273, 4, 8).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
               Status::InvalidParameter);
-    EXPECT_EQ(OpenAndRead(GreyOf(4, 65536).Tag(273, 4, 8).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
+    EXPECT_EQ(ReadAllRows(TiffCodec(), GreyOf(4, 65536).Tag(273, 4, 8).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
               Status::InvalidParameter);
 }
 
 TEST(HostileTiff, PictureWithoutSizeIsUndecodable) {
-    EXPECT_EQ(OpenAndRead(GreyOf(0, 4).Tag(273, 4, 8).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()), UndecodableContent);
-    EXPECT_EQ(OpenAndRead(RawTiff().Tag(258, 3, 8).Bytes()), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(TiffCodec(), GreyOf(0, 4).Tag(273, 4, 8).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
+              UndecodableContent);
+    EXPECT_EQ(ReadAllRows(TiffCodec(), RawTiff().Tag(258, 3, 8).Bytes()), UndecodableContent);
 }
 
 TEST(HostileTiff, MissingPixelsAreUndecodable) {
-    EXPECT_EQ(OpenAndRead(GreyOf(60000, 60000).Tag(273, 4, 8).Tag(278, 4, 60000).Tag(279, 4, 64).Bytes()),
+    EXPECT_EQ(ReadAllRows(TiffCodec(), GreyOf(60000, 60000).Tag(273, 4, 8).Tag(278, 4, 60000).Tag(279, 4, 64).Bytes()),
               UndecodableContent);
-    EXPECT_EQ(OpenAndRead(GreyOf(60, 60).Tag(278, 4, 60).Bytes()), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(TiffCodec(), GreyOf(60, 60).Tag(278, 4, 60).Bytes()), UndecodableContent);
 }
 
 TEST(HostileTiff, TileBeyondTheLimitIsRefused) {
     EXPECT_EQ(
-        OpenAndRead(GreyOf(60000, 60000).Tag(322, 4, 65536).Tag(323, 4, 65536).Tag(324, 4, 8).Tag(325, 4, 64).Bytes()),
+        ReadAllRows(TiffCodec(),
+                    GreyOf(60000, 60000).Tag(322, 4, 65536).Tag(323, 4, 65536).Tag(324, 4, 8).Tag(325, 4, 64).Bytes()),
         Status::OutOfMemory);
 }
 
 TEST(HostileTiff, TileWiderThanAnyNumberIsRefused) {
-    EXPECT_NE(OpenAndRead(
+    EXPECT_NE(ReadAllRows(
+                  TiffCodec(),
                   GreyOf(60000, 60000).Tag(322, 4, 0xFFFFFFF0).Tag(323, 4, 16).Tag(324, 4, 8).Tag(325, 4, 64).Bytes()),
               Status::Ok);
 }
 
 TEST(HostileTiff, MoreSamplesThanMemoryAreRefused) {
-    EXPECT_NE(OpenAndRead(GreyOf(60000, 4).Tag(273, 4, 8).Tag(277, 3, 65535).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
+    EXPECT_NE(ReadAllRows(TiffCodec(),
+                          GreyOf(60000, 4).Tag(273, 4, 8).Tag(277, 3, 65535).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
               Status::Ok);
 }
 
 TEST(HostileTiff, DirectoryThatPointsAtItselfIsRead) {
-    std::string whole = Written(*MakePicture(PixelFormat::Rgb24, 7, 5));
+    std::string whole = BytesWritten(TiffCodec(), *MakePicture(PixelFormat::Rgb24, 7, 5));
     const std::uint32_t start = LittleEndian32(reinterpret_cast<const std::uint8_t*>(whole.data()) + 4);
     const std::uint32_t entries = LittleEndian16(reinterpret_cast<const std::uint8_t*>(whole.data()) + start);
     PutLittleEndian32(reinterpret_cast<std::uint8_t*>(whole.data()) + start + 2 + entries * 12, start);
-    EXPECT_EQ(OpenAndRead(whole), Status::Ok);
+    EXPECT_EQ(ReadAllRows(TiffCodec(), whole), Status::Ok);
 }
 
 } // namespace

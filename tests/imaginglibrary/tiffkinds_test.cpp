@@ -12,7 +12,7 @@ using namespace tests;
 // What a pixel must look like, from its samples.
 using ColorFrom = std::function<Color(const Samples& samples, int bits)>;
 
-struct Kind {
+struct TiffKindRow {
     const char* name;
     int photometric;
     int bits;
@@ -57,26 +57,26 @@ std::vector<std::uint16_t> ColorMap(int bits) {
     return map;
 }
 
-const std::vector<Kind>& Kinds() {
-    constexpr int Black = PHOTOMETRIC_MINISBLACK;
-    constexpr int White = PHOTOMETRIC_MINISWHITE;
+const std::vector<TiffKindRow>& TiffKindRows() {
+    constexpr int BlackIsZero = PHOTOMETRIC_MINISBLACK;
+    constexpr int WhiteIsZero = PHOTOMETRIC_MINISWHITE;
     constexpr std::uint16_t Unassociated = EXTRASAMPLE_UNASSALPHA;
     constexpr std::uint16_t Unspecified = EXTRASAMPLE_UNSPECIFIED;
-    static const std::vector<Kind> kinds{
-        {"Bilevel", Black, 1, 1, {}, PixelFormat::Indexed1, GreyFrom},
-        {"BilevelFromWhite", White, 1, 1, {}, PixelFormat::Indexed1, InvertedGreyFrom},
-        {"Grey2", Black, 2, 1, {}, PixelFormat::Indexed4, GreyFrom},
-        {"Grey2FromWhite", White, 2, 1, {}, PixelFormat::Indexed4, InvertedGreyFrom},
-        {"Grey4", Black, 4, 1, {}, PixelFormat::Indexed4, GreyFrom},
-        {"Grey4FromWhite", White, 4, 1, {}, PixelFormat::Indexed4, InvertedGreyFrom},
-        {"Grey8", Black, 8, 1, {}, PixelFormat::Indexed8, GreyFrom},
-        {"Grey8FromWhite", White, 8, 1, {}, PixelFormat::Indexed8, InvertedGreyFrom},
-        {"Grey12", Black, 12, 1, {}, PixelFormat::Indexed8, GreyFrom},
-        {"Grey16", Black, 16, 1, {}, PixelFormat::Indexed8, GreyFrom},
-        {"Grey16FromWhite", White, 16, 1, {}, PixelFormat::Indexed8, InvertedGreyFrom},
-        {"GreyAlpha8", Black, 8, 2, {Unassociated}, PixelFormat::Argb32, GreyAlphaFrom},
-        {"GreyAlpha16", Black, 16, 2, {Unassociated}, PixelFormat::Argb32, GreyAlphaFrom},
-        {"GreyAndSomething", Black, 8, 2, {Unspecified}, PixelFormat::Indexed8, GreyFrom},
+    static const std::vector<TiffKindRow> kinds{
+        {"Bilevel", BlackIsZero, 1, 1, {}, PixelFormat::Indexed1, GreyFrom},
+        {"BilevelFromWhite", WhiteIsZero, 1, 1, {}, PixelFormat::Indexed1, InvertedGreyFrom},
+        {"Grey2", BlackIsZero, 2, 1, {}, PixelFormat::Indexed4, GreyFrom},
+        {"Grey2FromWhite", WhiteIsZero, 2, 1, {}, PixelFormat::Indexed4, InvertedGreyFrom},
+        {"Grey4", BlackIsZero, 4, 1, {}, PixelFormat::Indexed4, GreyFrom},
+        {"Grey4FromWhite", WhiteIsZero, 4, 1, {}, PixelFormat::Indexed4, InvertedGreyFrom},
+        {"Grey8", BlackIsZero, 8, 1, {}, PixelFormat::Indexed8, GreyFrom},
+        {"Grey8FromWhite", WhiteIsZero, 8, 1, {}, PixelFormat::Indexed8, InvertedGreyFrom},
+        {"Grey12", BlackIsZero, 12, 1, {}, PixelFormat::Indexed8, GreyFrom},
+        {"Grey16", BlackIsZero, 16, 1, {}, PixelFormat::Indexed8, GreyFrom},
+        {"Grey16FromWhite", WhiteIsZero, 16, 1, {}, PixelFormat::Indexed8, InvertedGreyFrom},
+        {"GreyAlpha8", BlackIsZero, 8, 2, {Unassociated}, PixelFormat::Argb32, GreyAlphaFrom},
+        {"GreyAlpha16", BlackIsZero, 16, 2, {Unassociated}, PixelFormat::Argb32, GreyAlphaFrom},
+        {"GreyAndSomething", BlackIsZero, 8, 2, {Unspecified}, PixelFormat::Indexed8, GreyFrom},
         {"Palette1", PHOTOMETRIC_PALETTE, 1, 1, {}, PixelFormat::Indexed1, IndexFrom},
         {"Palette2", PHOTOMETRIC_PALETTE, 2, 1, {}, PixelFormat::Indexed4, IndexFrom},
         {"Palette4", PHOTOMETRIC_PALETTE, 4, 1, {}, PixelFormat::Indexed4, IndexFrom},
@@ -94,10 +94,10 @@ const std::vector<Kind>& Kinds() {
     return kinds;
 }
 
-class TiffKind : public testing::TestWithParam<Kind> {
+class TiffKind : public testing::TestWithParam<TiffKindRow> {
   protected:
     TiffSpec Spec() const {
-        const Kind& kind = GetParam();
+        const TiffKindRow& kind = GetParam();
         TiffSpec spec;
         spec.photometric = kind.photometric;
         spec.bits = kind.bits;
@@ -110,9 +110,10 @@ class TiffKind : public testing::TestWithParam<Kind> {
     }
 
     void ExpectReadRight(const TiffSpec& spec) const {
-        const Kind& kind = GetParam();
+        const TiffKindRow& kind = GetParam();
         const auto tiff =
-            OpenGood(MakeTiff(spec, [&](auto x, auto y, unsigned sample) { return Mixed(x, y, sample, kind.bits); }));
+            Opened(TiffCodec(),
+                   MakeTiff(spec, [&](auto x, auto y, unsigned sample) { return Mixed(x, y, sample, kind.bits); }));
         ASSERT_NE(tiff, nullptr);
         EXPECT_EQ(tiff->Info().format, kind.format);
         std::vector<Color> expected;
@@ -169,7 +170,7 @@ TEST_P(TiffKind, IsReadFromBigTiff) {
     ExpectReadRight(spec);
 }
 
-INSTANTIATE_TEST_SUITE_P(AllOf, TiffKind, testing::ValuesIn(Kinds()),
+INSTANTIATE_TEST_SUITE_P(AllOf, TiffKind, testing::ValuesIn(TiffKindRows()),
                          [](const auto& param) { return std::string(param.param.name); });
 
 } // namespace

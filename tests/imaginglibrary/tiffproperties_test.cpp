@@ -59,7 +59,7 @@ TEST(TiffProperties, LongListsOfPlacesArePassedOver) {
     EXPECT_NE(properties.Find(0x0116), nullptr);
 }
 
-const std::vector<Property> CameraItems = {
+const std::vector<Property> TiffCameraItems = {
     AsciiProperty(0x010F, "maker"),
     BytesProperty(0x4746, PropertyType::Byte, "odd"),
     NumbersProperty<std::uint32_t>(0x829A, PropertyType::Rational, {1, 250}),
@@ -74,15 +74,15 @@ const std::vector<Property> CameraItems = {
 };
 
 TEST(TiffProperties, WhatIsWrittenComesBack) {
-    ExpectItems(PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), ListOf(CameraItems))), CameraItems);
+    ExpectItems(PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), ListOf(TiffCameraItems))), TiffCameraItems);
 }
 
 TEST(TiffProperties, PixelsStayUntouched) {
     for (const PixelFormat format : {PixelFormat::Indexed1, PixelFormat::Indexed8, PixelFormat::Argb32}) {
         const std::string plain = WrittenWith(TiffCodec(), {}, format);
-        const std::string bytes = WrittenWith(TiffCodec(), ListOf(CameraItems), format);
+        const std::string bytes = WrittenWith(TiffCodec(), ListOf(TiffCameraItems), format);
         EXPECT_EQ(bytes.substr(8, plain.size() - 8), plain.substr(8));
-        EXPECT_EQ(ColorsOf(*OpenGood(bytes)), ColorsOf(*MakePicture(format, 5, 3)));
+        EXPECT_EQ(ColorsOf(*Opened(TiffCodec(), bytes)), ColorsOf(*MakePicture(format, 5, 3)));
     }
 }
 
@@ -100,7 +100,7 @@ TEST(TiffProperties, OrientationAndResolutionTakeTheirPlace) {
         NumbersProperty<std::uint32_t>(0x011B, PropertyType::Rational, {75, 1}), ShortProperty(0x0128, 3)};
     const std::string bytes = WrittenWith(TiffCodec(), ListOf(items));
     ExpectItems(PropertiesIn(TiffCodec(), bytes), items);
-    EXPECT_DOUBLE_EQ(OpenGood(bytes)->Info().resolution.horizontal, 150 * 2.54);
+    EXPECT_DOUBLE_EQ(Opened(TiffCodec(), bytes)->Info().resolution.horizontal, 150 * 2.54);
 }
 
 TEST(TiffProperties, ResolutionOfAnotherTypeDoesNotTakeItsPlace) {
@@ -116,7 +116,7 @@ TEST(TiffProperties, NoItemSpoilsThePicture) {
         for (const Property& item :
              {ShortProperty(tag, 3), NumbersProperty<std::uint32_t>(tag, PropertyType::Long, {1, 2, 3, 4}),
               NumbersProperty<std::uint32_t>(tag, PropertyType::Rational, {7, 0})}) {
-            const auto opened = Open(WrittenWith(TiffCodec(), ListOf({item})));
+            const auto opened = OpenBytes(TiffCodec(), WrittenWith(TiffCodec(), ListOf({item})));
             ASSERT_TRUE(opened.Ok()) << std::hex << tag;
             EXPECT_EQ(ColorsOf(**opened), colors) << std::hex << tag;
         }

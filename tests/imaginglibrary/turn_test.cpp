@@ -13,9 +13,9 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-constexpr PixelFormat Formats[] = {PixelFormat::Indexed1, PixelFormat::Indexed4, PixelFormat::Indexed8,
-                                   PixelFormat::Rgb555,   PixelFormat::Rgb24,    PixelFormat::Argb32,
-                                   PixelFormat::Rgb48};
+constexpr PixelFormat TurnedFormats[] = {PixelFormat::Indexed1, PixelFormat::Indexed4, PixelFormat::Indexed8,
+                                         PixelFormat::Rgb555,   PixelFormat::Rgb24,    PixelFormat::Argb32,
+                                         PixelFormat::Rgb48};
 
 // Applies the meaning of a code one quarter turn after the other, then the mirror.
 std::vector<Color> TurnedByHand(std::vector<Color> colors, std::uint32_t width, std::uint32_t height, unsigned code) {
@@ -36,7 +36,7 @@ std::vector<Color> TurnedByHand(std::vector<Color> colors, std::uint32_t width, 
 }
 
 TEST(Turn, EveryCodeMovesEveryPixelInEveryFormat) {
-    for (const PixelFormat format : Formats) {
+    for (const PixelFormat format : TurnedFormats) {
         for (unsigned code = 0; code < TurnCodes; ++code) {
             const auto picture = MakePicture(format, 37, 70);
             const auto turned = Turned(*picture, code);
@@ -56,7 +56,7 @@ TEST(Turn, ResolutionsTurnAlong) {
 }
 
 TEST(Crop, PartsHoldTheirPixelsInEveryFormat) {
-    for (const PixelFormat format : Formats) {
+    for (const PixelFormat format : TurnedFormats) {
         const auto picture = MakePicture(format, 21, 13);
         const auto all = ColorsOf(*picture);
         for (std::int64_t left = 0; left < 10; ++left) {

@@ -133,6 +133,10 @@ std::shared_ptr<Bitmap> MakePictureOf(std::uint32_t width, std::uint32_t height,
     return bitmap;
 }
 
+std::shared_ptr<Bitmap> WhitePicture(std::uint32_t width, std::uint32_t height) {
+    return MakePictureOf(width, height, [](auto, auto) { return White; });
+}
+
 std::vector<Color> ColorsOf(const PixelSource& picture) { return ColorsAs(picture, PixelFormat::Argb32); }
 
 std::vector<Color> ColorsOverWhite(const PixelSource& picture) { return ColorsAs(picture, PixelFormat::Rgb32); }

@@ -13,6 +13,12 @@
 
 namespace tests {
 
+constexpr imaginglibrary::Color Black = 0xFF000000;
+constexpr imaginglibrary::Color White = 0xFFFFFFFF;
+constexpr imaginglibrary::Color Red = 0xFFFF0000;
+constexpr imaginglibrary::Color Green = 0xFF00FF00;
+constexpr imaginglibrary::Color Blue = 0xFF0000FF;
+
 // A picture with gradients, hard edges and, where the format can, every kind of alpha. Indexed formats get a palette
 // of all their entries in distinct colours.
 std::shared_ptr<imaginglibrary::Bitmap> MakePicture(imaginglibrary::PixelFormat format, std::uint32_t width,
@@ -22,6 +28,8 @@ std::shared_ptr<imaginglibrary::Bitmap> MakePicture(imaginglibrary::PixelFormat 
 std::shared_ptr<imaginglibrary::Bitmap>
 MakePictureOf(std::uint32_t width, std::uint32_t height,
               const std::function<imaginglibrary::Color(std::uint32_t x, std::uint32_t y)>& colorAt);
+
+std::shared_ptr<imaginglibrary::Bitmap> WhitePicture(std::uint32_t width, std::uint32_t height);
 
 // All pixels as 0xAARRGGBB from the top left on; fails the test and gives back none where the rows cannot be read.
 std::vector<imaginglibrary::Color> ColorsOf(const imaginglibrary::PixelSource& picture);

@@ -183,14 +183,4 @@ inline Color RgbFrom(const Samples& s, int bits) {
     return MakeColor(Scaled(s[0], bits), Scaled(s[1], bits), Scaled(s[2], bits));
 }
 
-inline Result<std::unique_ptr<Decoder>> Open(std::string bytes) {
-    return TiffCodec().open(std::make_shared<MemoryInput>(std::move(bytes)));
-}
-
-inline std::unique_ptr<Decoder> OpenGood(std::string bytes) {
-    auto decoder = Open(std::move(bytes));
-    EXPECT_TRUE(decoder.Ok()) << static_cast<int>(decoder.GetStatus());
-    return decoder.Ok() ? std::move(*decoder) : nullptr;
-}
-
 } // namespace tests
