@@ -72,7 +72,7 @@ set(LUMBRIX_LEAK_OPTIONS
 
 # A test program on googletest. LABELS names the tiers it belongs to.
 #   lumbrix_test(NAME platform_test SOURCES … LIBRARIES …)
-# DESKTOP is for one that opens windows; such ones run one after the other.
+# DESKTOP is for one that opens windows; nothing runs beside it.
 # Natively every case is a test of its own. A Windows or a sanitized program is one test, for starting Wine, or looking for
 # leaks at the end of a process, costs more than a case.
 function(lumbrix_test)
@@ -95,8 +95,8 @@ function(lumbrix_test)
         set(runner wine-run)
         if(TEST_DESKTOP)
             set(runner wine-desktop)
-            # First, for they mostly wait, and only one at a time can.
-            list(APPEND properties RESOURCE_LOCK desktop COST 100)
+            # A busy machine is late with the mouse.
+            list(APPEND properties RUN_SERIAL ON)
         endif()
         add_test(NAME ${TEST_NAME} COMMAND ${CMAKE_SOURCE_DIR}/tools/${runner} $<TARGET_FILE:${TEST_NAME}>)
         set_tests_properties(${TEST_NAME} PROPERTIES ${properties} ENVIRONMENT "${TEST_ENVIRONMENT}")
