@@ -10,32 +10,37 @@
 
 namespace tests {
 
+// A file as its folder lists it.
+struct ListedFile {
+    std::uint64_t bytes;
+    std::uint64_t written; // when, in the system's own count
+
+    bool operator==(const ListedFile&) const = default;
+};
+
 // The program inherits the folder for temporary files, so this comes before it.
 class OwnTemporaryFiles {
   protected:
-    // The names and the contents of the temporary files that are there.
-    std::map<std::string, std::string> TemporaryFiles() const {
-        std::map<std::string, std::string> files;
-        for (const auto& entry : std::filesystem::directory_iterator(temporary_.Path())) {
-            if (entry.is_regular_file()) {
-                files[entry.path().filename().string()] = ContentOf(entry.path());
+    // The temporary files that are there, by name. None is opened: the program could not replace it at that moment.
+    std::map<std::string, ListedFile> TemporaryFiles() const {
+        const auto number = [](DWORD high, DWORD low) { return std::uint64_t{high} << 32 | low; };
+        std::map<std::string, ListedFile> files;
+        WIN32_FIND_DATAA found;
+        const HANDLE search = FindFirstFileA((temporary_ / "*").string().c_str(), &found);
+        for (BOOL isFound = search != INVALID_HANDLE_VALUE; isFound; isFound = FindNextFileA(search, &found)) {
+            if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+                const FILETIME& written = found.ftLastWriteTime;
+                files[found.cFileName] = {number(found.nFileSizeHigh, found.nFileSizeLow),
+                                          number(written.dwHighDateTime, written.dwLowDateTime)};
             }
         }
+        FindClose(search);
         return files;
     }
 
     TemporaryFolder temporary_;
 
   private:
-    // A file that is being written at this moment has none yet.
-    static std::string ContentOf(const std::filesystem::path& path) {
-        try {
-            return ReadBytes(path);
-        } catch (const std::runtime_error&) {
-            return {};
-        }
-    }
-
     TemporaryFilesIn in_{temporary_.Path()};
 };
 
@@ -78,10 +83,14 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
         window.WaitUntilGone();
     }
 
-    // Once no further window is open and the action of the main window has ended.
+    // Once no further window is open and the action of the main window has ended: a click that waits in line is worked
+    // off only then.
     void WaitForTheEnd() const {
+        const int box = lumbrix::FlipVerticalCheck;
         EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
-        Settle(program_);
+        const bool wasChecked = program_.IsChecked(box);
+        program_.BeginClick(box);
+        EXPECT_TRUE(WaitFor([&] { return program_.IsChecked(box) != wasChecked; }));
     }
 };
 

@@ -136,14 +136,11 @@ TEST_F(Help, OpensTheTextInTheSystemsViewer) {
     window.Click(HelpButton);
     const auto files = TemporaryFiles();
     EXPECT_EQ(files.size(), before + 2); // the name's own empty file and the text
-    std::string text;
-    std::string name;
-    for (const auto& [file, content] : files) {
-        if (file.find(".txt") != std::string::npos) {
-            name = file;
-            text = content;
-        }
-    }
+    const auto help = std::find_if(files.begin(), files.end(),
+                                   [](const auto& file) { return file.first.find(".txt") != std::string::npos; });
+    ASSERT_NE(help, files.end());
+    const std::string& name = help->first;
+    const std::string text = ReadBytes(temporary_ / name);
     EXPECT_EQ(text.find("How to annotate images?\r\n-----------------------\r\n\r\nFirst you must"), 0u);
     EXPECT_NE(text.find("release the mosue button.\r\n"), std::string::npos);
     HWND viewer = nullptr;

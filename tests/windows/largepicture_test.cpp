@@ -49,7 +49,7 @@ TEST_F(LargePicture, TextStandsWhereTheMouseWasAndIsSeenBeforeTheFullSizeIsWritt
     window.SetText(AnnotationBox, "HHHHHH");
     const auto isWritten = [&] {
         const auto files = TemporaryFiles();
-        return std::all_of(files.begin(), files.end(), [](const auto& file) { return !file.second.empty(); });
+        return std::all_of(files.begin(), files.end(), [](const auto& file) { return file.second.bytes > 0; });
     };
     const auto isSeen = [&] {
         for (int x = 0; x < 20; ++x) {
