@@ -25,6 +25,24 @@ class LongRun : public Folder {
         ASSERT_TRUE(fs::exists(folder_ / name)) << name;
     }
 
+    // Waits until a run has begun with a file.
+    void AwaitOpened(pid_t child, const std::string& name) {
+        const fs::path opened = "/proc/" + std::to_string(child) + "/fd";
+        const auto isOpened = [&] {
+            std::error_code closedMeanwhile;
+            for (const auto& entry : fs::directory_iterator(opened, closedMeanwhile)) {
+                if (fs::read_symlink(entry.path(), closedMeanwhile) == folder_ / name) {
+                    return true;
+                }
+            }
+            return false;
+        };
+        for (int i = 0; i < 3000 && !isOpened(); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        ASSERT_TRUE(isOpened()) << name;
+    }
+
     // Enough pictures that a run over them lasts a while; all are one file under many names.
     void MakeManyPictures(int count) {
         MakePicture("in/000.bmp", 500, 500);
@@ -63,6 +81,7 @@ TEST_F(LongRun, SecondInterruptEndsAtOnce) {
     MakeVastPicture("in/b.bmp");
     const pid_t child = Start({"folder", Path("in"), Path("out"), "gif", "--jobs", "1"});
     AwaitFile("out/a.gif");
+    AwaitOpened(child, "in/b.bmp");
     kill(child, SIGINT);
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_EQ(waitpid(child, nullptr, WNOHANG), 0) << "the first interrupt waits for the file under way";
