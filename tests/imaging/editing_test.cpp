@@ -12,7 +12,7 @@ using Cropping = Editing;
 using Rotating = Editing;
 
 TEST_F(Resizing, KeepsProportionsInTheFormatOfTheExtension) {
-    const std::string source = MakeWhite("a.png", 600, 400);
+    const std::string source = MakeWhite("a.png", 3000, 2000);
     EXPECT_EQ(ResizeImage(source.c_str(), Path("b.jpg").c_str(), 100), 0);
     ExpectSize("b.jpg", 150, 100);
     EXPECT_EQ(ReadBytes(folder_ / "b.jpg").substr(0, 2), "\xFF\xD8");
