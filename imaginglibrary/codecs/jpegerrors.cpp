@@ -17,6 +17,7 @@ bool IsHarmless(int warning) {
 
 void ExitOnError(j_common_ptr info) {
     JpegErrors& errors = ErrorsOf(info);
+    errors.areDataBroken = errors.msg_code != JERR_OUT_OF_MEMORY;
     errors.Leave(errors.msg_code == JERR_IMAGE_TOO_BIG ? Status::InvalidParameter : UndecodableContent);
 }
 
@@ -24,7 +25,7 @@ void JudgeMessage(j_common_ptr info, int level) {
     JpegErrors& errors = ErrorsOf(info);
     const bool isWarning = level < 0;
     if (isWarning && !IsHarmless(errors.msg_code)) {
-        errors.Leave(UndecodableContent);
+        errors.MeetDamage();
     }
 }
 
@@ -37,6 +38,12 @@ JpegErrors::JpegErrors() : jpeg_error_mgr() {
     error_exit = ExitOnError;
     emit_message = JudgeMessage;
     output_message = PrintNothing;
+}
+
+void JpegErrors::MeetDamage() {
+    if (damage == nullptr || damage->Meet() != Status::Ok) {
+        Leave(UndecodableContent);
+    }
 }
 
 } // namespace imaginglibrary

@@ -5,6 +5,7 @@
 #include "imaginglibrary/codecs/jpegstream.h"
 #include "imaginglibrary/core/limits.h"
 
+#include <cstring>
 #include <optional>
 #include <vector>
 
@@ -67,32 +68,53 @@ Result<PictureInfo> InfoOf(const jpeg_decompress_struct& header, unsigned eighth
     return info;
 }
 
+// A file that is read by several pictures, and its damage.
+struct JpegSource {
+    std::shared_ptr<const InputFile> file;
+    std::shared_ptr<FileDamage> damage;
+};
+
 class JpegRows : public RowReader {
   public:
-    explicit JpegRows(std::unique_ptr<JpegStream> stream) : stream_(std::move(stream)) {
-        const jpeg_decompress_struct& header = stream_->Header();
-        if (header.out_color_space == JCS_CMYK) {
-            inks_.resize(std::size_t{4} * header.output_width);
+    // `stream` is null where nothing can be decoded, and the picture is grey throughout.
+    JpegRows(std::unique_ptr<JpegStream> stream, std::size_t rowBytes, std::shared_ptr<FileDamage> damage)
+        : stream_(std::move(stream)), rowBytes_(rowBytes), damage_(std::move(damage)) {
+        if (stream_ && stream_->Header().out_color_space == JCS_CMYK) {
+            inks_.resize(std::size_t{4} * stream_->Header().output_width);
         }
     }
 
     Status ReadRow(std::uint8_t* row) override {
-        if (inks_.empty()) {
-            return stream_->ReadRow(row);
+        if (stream_) {
+            const Status status = stream_->ReadRow(inks_.empty() ? row : inks_.data());
+            if (status == Status::Ok && !inks_.empty()) {
+                MixInks(row);
+            }
+            if (status == Status::Ok || !stream_->AreDataBroken()) {
+                return status;
+            }
+            stream_.reset();
+            if (damage_->Meet() != Status::Ok) {
+                return UndecodableContent;
+            }
         }
-        const Status status = stream_->ReadRow(inks_.data());
-        if (status == Status::Ok) {
-            MixInks(row);
-        }
-        return status;
+        std::memset(row, Grey, rowBytes_);
+        return Status::Ok;
     }
 
   private:
+    static constexpr std::uint8_t Grey = 128; // also the index of that grey
+
     // Files with an Adobe marker store how much paper is left bare, all others how much ink there is.
     void MixInks(std::uint8_t* row) const {
         const unsigned flip = stream_->Header().saw_Adobe_marker ? 0 : 255;
+        const bool mayHaveGaps = damage_->IsMet();
         const std::uint8_t* ink = inks_.data();
         for (JDIMENSION x = 0; x < stream_->Header().output_width; ++x, ink += 4, row += 3) {
+            if (mayHaveGaps && IsGap(ink)) {
+                std::memset(row, Grey, 3);
+                continue;
+            }
             const unsigned black = ink[3] ^ flip;
             for (int i = 0; i < 3; ++i) {
                 row[i] = static_cast<std::uint8_t>(((ink[2 - i] ^ flip) * black + 127) / 255);
@@ -100,37 +122,36 @@ class JpegRows : public RowReader {
         }
     }
 
+    // Where data are missing libjpeg leaves the middle of each ink's scale, which would be a dark grey.
+    static bool IsGap(const std::uint8_t* ink) {
+        const bool isEven = ink[0] == ink[1] && ink[1] == ink[2];
+        return isEven && ink[3] == 128 && (ink[0] == 127 || ink[0] == 128);
+    }
+
     std::unique_ptr<JpegStream> stream_;
+    std::size_t rowBytes_;
+    std::shared_ptr<FileDamage> damage_;
     std::vector<std::uint8_t> inks_; // cyan, magenta, yellow, black of each pixel; empty for other pictures
 };
 
 class JpegPicture : public Decoder {
   public:
-    JpegPicture(std::shared_ptr<const InputFile> file, PictureInfo info, unsigned eighths, PropertyList properties)
-        : file_(std::move(file)), info_(std::move(info)), eighths_(eighths) {
+    JpegPicture(JpegSource source, PictureInfo info, unsigned eighths, PropertyList properties)
+        : source_(std::move(source)), info_(std::move(info)), eighths_(eighths) {
         properties_ = std::move(properties);
     }
 
     const PictureInfo& Info() const override { return info_; }
 
+    std::shared_ptr<FileDamage> Damage() const override { return source_.damage; }
+
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
-        auto stream = JpegStream::Open(file_, JpegMarkers::PassOver);
+        auto stream = StartStream();
         if (!stream.Ok()) {
             return stream.GetStatus();
         }
-        const jpeg_decompress_struct& header = (*stream)->Header();
-        // The file may have been changed under us, and rows must fit the caller's buffer whatever it says now.
-        const auto now = InfoOf(header, eighths_);
-        if (!now.Ok() || now->width != info_.width || now->height != info_.height || now->format != info_.format) {
-            return UndecodableContent;
-        }
-        if (const Status status = (*stream)->Start(*DeliveredSpace(header), eighths_); status != Status::Ok) {
-            return status;
-        }
-        if (header.output_width != info_.width || header.output_height != info_.height) {
-            return UndecodableContent;
-        }
-        return std::unique_ptr<RowReader>(std::make_unique<JpegRows>(std::move(*stream)));
+        return std::unique_ptr<RowReader>(
+            std::make_unique<JpegRows>(std::move(*stream), BytesPerRow(info_.format, info_.width), source_.damage));
     }
 
     std::unique_ptr<PixelSource> ReducedTo(std::uint32_t width, std::uint32_t height) const override {
@@ -144,14 +165,52 @@ class JpegPicture : public Decoder {
                 PictureInfo info = info_;
                 info.width = reducedWidth;
                 info.height = reducedHeight;
-                return std::make_unique<JpegPicture>(file_, std::move(info), eighths, properties_);
+                return std::make_unique<JpegPicture>(source_, std::move(info), eighths, properties_);
             }
         }
         return nullptr;
     }
 
   private:
-    std::shared_ptr<const InputFile> file_;
+    // Where a broken marker between the scans stops libjpeg, the file is read anew up to there, which shows all scans
+    // before it. Null where that fails too.
+    Result<std::unique_ptr<JpegStream>> StartStream() const {
+        std::uint64_t end = JpegStream::WholeFile;
+        for (int attempt = 0; attempt < 2; ++attempt) {
+            auto stream = OpenStream(end);
+            if (!stream.Ok()) {
+                return stream.GetStatus();
+            }
+            const Status status = (*stream)->Start(*DeliveredSpace((*stream)->Header()), eighths_, source_.damage);
+            if (status == Status::Ok) {
+                return HasExpectedSize((*stream)->Header()) ? std::move(stream) : UndecodableContent;
+            }
+            if (!(*stream)->AreDataBroken() || source_.damage->Meet() != Status::Ok) {
+                return status;
+            }
+            end = (*stream)->SoundBytes();
+        }
+        return std::unique_ptr<JpegStream>();
+    }
+
+    Result<std::unique_ptr<JpegStream>> OpenStream(std::uint64_t end) const {
+        auto stream = JpegStream::Open(source_.file, JpegMarkers::PassOver, end);
+        if (!stream.Ok()) {
+            return stream;
+        }
+        // The file may have been changed under us, and rows must fit the caller's buffer whatever it says now.
+        const auto now = InfoOf((*stream)->Header(), eighths_);
+        if (!now.Ok() || now->width != info_.width || now->height != info_.height || now->format != info_.format) {
+            return UndecodableContent;
+        }
+        return stream;
+    }
+
+    bool HasExpectedSize(const jpeg_decompress_struct& header) const {
+        return header.output_width == info_.width && header.output_height == info_.height;
+    }
+
+    JpegSource source_;
     PictureInfo info_;
     unsigned eighths_; // how many of eight parts of the full size its rows have
 };
@@ -169,7 +228,8 @@ Result<std::unique_ptr<Decoder>> OpenJpeg(std::shared_ptr<const InputFile> file)
     }
     auto properties = ReadJpegProperties((*stream)->Header(), (*stream)->ColorProfile());
     return std::unique_ptr<Decoder>(
-        std::make_unique<JpegPicture>(std::move(file), std::move(*info), FullSize, std::move(properties)));
+        std::make_unique<JpegPicture>(JpegSource{std::move(file), std::make_shared<FileDamage>()}, std::move(*info),
+                                      FullSize, std::move(properties)));
 }
 
 } // namespace imaginglibrary

@@ -21,26 +21,26 @@ constexpr std::uint64_t RoundedUp(std::uint64_t value, int step) {
 
 } // namespace
 
-JpegStream::JpegStream(std::shared_ptr<const InputFile> file) : file_(std::move(file)), buffer_(BufferBytes) {
+JpegStream::JpegStream(std::shared_ptr<const InputFile> file, std::uint64_t end)
+    : file_(std::move(file)), end_(end), buffer_(BufferBytes) {
     source_.init_source = [](j_decompress_ptr) {};
     source_.fill_input_buffer = FillInputBuffer;
     source_.skip_input_data = SkipInputData;
     source_.resync_to_restart = jpeg_resync_to_restart;
     source_.term_source = [](j_decompress_ptr) {};
-    progress_.progress_monitor = CountScans;
     info_.err = &errors_;
     info_.client_data = this;
 }
 
 JpegStream::~JpegStream() { jpeg_destroy_decompress(&info_); }
 
-Result<std::unique_ptr<JpegStream>> JpegStream::Open(std::shared_ptr<const InputFile> file, JpegMarkers markers) {
-    std::unique_ptr<JpegStream> stream(new JpegStream(std::move(file)));
+Result<std::unique_ptr<JpegStream>> JpegStream::Open(std::shared_ptr<const InputFile> file, JpegMarkers markers,
+                                                     std::uint64_t end) {
+    std::unique_ptr<JpegStream> stream(new JpegStream(std::move(file), end));
     jpeg_decompress_struct* info = &stream->info_;
     const Status status = stream->errors_.Run([=] {
         jpeg_create_decompress(info);
         info->src = &Of(info).source_;
-        info->progress = &Of(info).progress_;
         if (markers == JpegMarkers::Keep) {
             Of(info).SaveMarkers(WholeMarker);
         }
@@ -52,24 +52,58 @@ Result<std::unique_ptr<JpegStream>> JpegStream::Open(std::shared_ptr<const Input
     return stream;
 }
 
-Status JpegStream::Start(J_COLOR_SPACE colorSpace, unsigned eighths) {
+Status JpegStream::Start(J_COLOR_SPACE colorSpace, unsigned eighths, std::shared_ptr<FileDamage> damage) {
     const bool hasSeveralScans = jpeg_has_multiple_scans(&info_) != FALSE;
     if (hasSeveralScans && CoefficientBytes() > MaximumPictureBytes) {
         return Status::OutOfMemory;
     }
+    eighths_ = eighths;
+    damage_ = std::move(damage);
+    errors_.damage = damage_.get();
     const Status status = errors_.Run([=, this] {
         info_.out_color_space = colorSpace;
-        info_.scale_num = eighths;
+        info_.scale_num = eighths_;
         info_.scale_denom = 8;
+        // Scans are read by ourselves, so that what libjpeg refuses here is the header, not the data.
+        info_.buffered_image = hasSeveralScans ? TRUE : FALSE;
         jpeg_start_decompress(&info_);
+    });
+    if (status != Status::Ok) {
+        errors_.areDataBroken = false;
+        return status;
+    }
+    dataStart_ = soundBytes_ = BytesUsed();
+    return hasSeveralScans ? ReadScans() : Status::Ok;
+}
+
+Status JpegStream::ReadScans() {
+    const Status status = errors_.Run([this] {
+        const auto endsHere = [this] { return endedEarly_ && info_.arith_code; };
+        for (int reached = JPEG_REACHED_SOS; reached != JPEG_REACHED_EOI && !endsHere();) {
+            reached = jpeg_consume_input(&info_);
+            // A scan can be a few bytes long and still cost a pass over the whole picture.
+            if (info_.input_scan_number > MaximumJpegScans) {
+                errors_.Leave(UndecodableContent);
+            }
+            if (reached == JPEG_ROW_COMPLETED || reached == JPEG_SCAN_COMPLETED) {
+                soundBytes_ = BytesUsed();
+            }
+        }
+        // An unfinished scan improves what the ones before it tell; libjpeg would wait for the end of one it shows.
+        const bool isUnfinished = endsHere() && info_.input_scan_number > 1;
+        jpeg_start_output(&info_, info_.input_scan_number - (isUnfinished ? 1 : 0));
     });
     if (status != Status::Ok) {
         return status;
     }
-    return hasSeveralScans && !HasAllScans() ? UndecodableContent : Status::Ok;
+    return HasAllScans() ? Status::Ok : damage_->Meet();
 }
 
 Status JpegStream::ReadRow(std::uint8_t* row) {
+    if (info_.output_scanline >= rowsWithData_) {
+        errors_.areDataBroken = true;
+        return UndecodableContent;
+    }
     JDIMENSION count = 0;
     JDIMENSION* delivered = &count;
     const Status status = errors_.Run([=, this] {
@@ -104,7 +138,9 @@ void JpegStream::SaveMarkers(unsigned mostBytes) {
 
 // Apart, so that no Result is alive when the callback jumps.
 Result<std::size_t> JpegStream::Refill() {
-    const auto read = file_->ReadAt(position_, buffer_.data(), buffer_.size());
+    const std::uint64_t left = end_ - std::min(end_, position_);
+    const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(buffer_.size(), left));
+    const auto read = file_->ReadAt(position_, buffer_.data(), count);
     if (read.Ok()) {
         position_ += *read;
     }
@@ -128,16 +164,33 @@ boolean JpegStream::FillInputBuffer(j_decompress_ptr info) {
         stream.SaveMarkers(0);
     }
     if (info->src->bytes_in_buffer == 0) {
-        // The Huffman decoder looks ahead, so the end alone is no error; it warns if it lacks bits in earnest. The
-        // arithmetic decoder makes up zeros instead.
-        if (info->arith_code) {
-            stream.errors_.Leave(UndecodableContent);
-        }
-        stream.endedEarly_ = true;
+        stream.MeetEnd();
         info->src->next_input_byte = EndMarker;
         info->src->bytes_in_buffer = sizeof EndMarker;
     }
     return TRUE;
+}
+
+// The Huffman decoder looks ahead, so the end alone is no damage; it warns if it lacks bits in earnest, and leaves the
+// blocks grey. The arithmetic decoder makes up zeros instead, which look like blocks that were sent.
+void JpegStream::MeetEnd() {
+    const bool isInHeader = eighths_ == 0;
+    if (isInHeader) {
+        errors_.Leave(UndecodableContent);
+    }
+    const bool hasNoData = position_ <= dataStart_;
+    if (hasNoData) {
+        errors_.areDataBroken = true;
+        errors_.Leave(UndecodableContent);
+    }
+    if (info_.arith_code && !endedEarly_) {
+        errors_.MeetDamage();
+        if (info_.input_scan_number <= 1) {
+            const auto rowsAtOnce = static_cast<JDIMENSION>(info_.max_v_samp_factor) * eighths_;
+            rowsWithData_ = (info_.input_iMCU_row + 1) * rowsAtOnce;
+        }
+    }
+    endedEarly_ = true;
 }
 
 void JpegStream::SkipInputData(j_decompress_ptr info, long count) {
@@ -150,12 +203,11 @@ void JpegStream::SkipInputData(j_decompress_ptr info, long count) {
     Of(info).position_ += static_cast<std::size_t>(count) - inBuffer;
 }
 
-// A scan can be a few bytes long and still cost a pass over the whole picture.
-void JpegStream::CountScans(j_common_ptr info) {
-    const auto* decompressor = reinterpret_cast<j_decompress_ptr>(info);
-    if (decompressor->input_scan_number > MaximumJpegScans) {
-        ErrorsOf(info).Leave(UndecodableContent);
-    }
+// Without a marker that was read but not looked into.
+std::uint64_t JpegStream::BytesUsed() const {
+    constexpr std::uint64_t MarkerBytes = 2;
+    const std::uint64_t inBuffer = endedEarly_ ? 0 : source_.bytes_in_buffer;
+    return position_ - inBuffer - (info_.unread_marker != 0 && !endedEarly_ ? MarkerBytes : 0);
 }
 
 std::uint64_t JpegStream::CoefficientBytes() const {

@@ -1,6 +1,7 @@
 // What codecs and operations pass to each other: a description of a picture, and rows read from the top.
 #pragma once
 
+#include "imaginglibrary/core/damage.h"
 #include "imaginglibrary/core/pixelformat.h"
 #include "imaginglibrary/core/properties.h"
 #include "imaginglibrary/core/status.h"
@@ -41,6 +42,12 @@ class PixelSource {
     virtual ~PixelSource() = default;
     virtual const PictureInfo& Info() const = 0;
     virtual Result<std::unique_ptr<RowReader>> OpenRows() const = 0;
+
+    // The same picture at the smallest scale that can be had cheaply and is still at least `width` by `height`; null
+    // where there is no such shortcut.
+    virtual std::unique_ptr<PixelSource> ReducedTo(std::uint32_t /*width*/, std::uint32_t /*height*/) const {
+        return nullptr;
+    }
 };
 
 // A picture in an open file, of which only the header was read when it was made.
@@ -49,11 +56,8 @@ class Decoder : public PixelSource {
     // What the file tells about the picture besides its pixels.
     const PropertyList& Properties() const { return properties_; }
 
-    // The same picture at the smallest scale the format can decode cheaply that is still at least `width` by `height`;
-    // null where there is no such shortcut.
-    virtual std::unique_ptr<PixelSource> ReducedTo(std::uint32_t /*width*/, std::uint32_t /*height*/) const {
-        return nullptr;
-    }
+    // What becomes of damage in the file's image data; null for a format in which it is always undecodable.
+    virtual std::shared_ptr<FileDamage> Damage() const { return nullptr; }
 
   protected:
     PropertyList properties_; // filled when the file is opened, unchanged from then on

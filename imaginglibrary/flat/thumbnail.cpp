@@ -12,12 +12,8 @@ namespace {
 constexpr std::uint32_t DefaultThumbnailSide = 120;
 
 Result<std::shared_ptr<Bitmap>> MakeThumbnail(const PixelSource& picture, std::uint32_t width, std::uint32_t height) {
-    if (const auto* decoder = dynamic_cast<const Decoder*>(&picture)) {
-        if (const auto reduced = decoder->ReducedTo(width, height)) {
-            return Resample(*reduced, width, height);
-        }
-    }
-    return Resample(picture, width, height);
+    const auto reduced = picture.ReducedTo(width, height);
+    return Resample(reduced ? *reduced : picture, width, height);
 }
 
 } // namespace

@@ -92,13 +92,12 @@ std::shared_ptr<const PixelSource> PartOf(const PictureDrawing& drawing, const P
 // The smallest form of a picture that is at least twice the wanted size, where its file can be decoded so.
 Result<std::shared_ptr<Bitmap>> ResampledPart(const PixelSource& picture, std::uint32_t width, std::uint32_t height,
                                               Resampling resampling) {
-    const auto* decoder = dynamic_cast<const Decoder*>(&picture);
-    if (decoder != nullptr && resampling != Resampling::Nearest) {
+    if (resampling != Resampling::Nearest) {
         constexpr std::uint64_t Spare = 2; // decoders reduce with less care than we do
         const auto spared = [](std::uint32_t side) {
             return static_cast<std::uint32_t>(std::min<std::uint64_t>(side * Spare, UINT32_MAX));
         };
-        if (const auto reduced = decoder->ReducedTo(spared(width), spared(height))) {
+        if (const auto reduced = picture.ReducedTo(spared(width), spared(height))) {
             return Resample(*reduced, width, height, resampling);
         }
     }

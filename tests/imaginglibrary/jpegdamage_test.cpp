@@ -32,56 +32,237 @@ std::vector<JpegFile> JpegLayouts() {
     return layouts;
 }
 
-TEST(JpegDamage, CutFileIsUndecodableUnlessAllItsPixelsAreThere) {
+// Behind the first scan's header, where the image data begin.
+std::size_t EndOfHeader(const std::string& jpeg) {
+    const std::size_t scan = FindMarker(jpeg, 0xDA);
+    return scan + 2 + static_cast<std::uint8_t>(jpeg[scan + 3]);
+}
+
+constexpr Color MidGrey = 0xFF808080;
+
+struct Decoded {
+    std::vector<Color> colors;
+    bool isDamaged = false;
+};
+
+Decoded DecodedJpeg(const std::string& bytes) {
+    const auto picture = Opened(JpegCodec(), bytes);
+    if (!picture) {
+        return {};
+    }
+    Decoded decoded{ColorsOf(*picture)};
+    decoded.isDamaged = picture->Damage()->IsMet();
+    return decoded;
+}
+
+Status RefusingStatus(const std::string& bytes) {
+    const auto picture = OpenBytes(JpegCodec(), bytes);
+    if (!picture.Ok()) {
+        return picture.GetStatus();
+    }
+    (*picture)->Damage()->Refuse();
+    return ReadAllRows(**picture);
+}
+
+// A picture of several rows of blocks, with enough in it that half the file is about half the picture.
+JpegFile TallFile() { return {.width = 48, .height = 128}; }
+
+std::uint8_t NoisySample(unsigned x, unsigned y, int channel) {
+    return static_cast<std::uint8_t>(x * x * 31 + y * y * 17 + x * y * 7 + static_cast<unsigned>(channel) * 85);
+}
+
+std::vector<Color> RowsOf(const std::vector<Color>& colors, std::size_t width, std::size_t first, std::size_t count) {
+    const auto start = colors.begin() + static_cast<std::ptrdiff_t>(first * width);
+    return {start, start + static_cast<std::ptrdiff_t>(count * width)};
+}
+
+TEST(JpegDamage, FileCutBehindItsHeaderIsShownAndMarkedWherePixelsAreLost) {
     for (const JpegFile& layout : JpegLayouts()) {
         const std::string whole = MakeJpeg(layout);
         const std::vector<Color> colors = ColorsOf(JpegCodec(), whole);
         ASSERT_FALSE(colors.empty());
-        for (std::size_t size = 0; size < whole.size(); ++size) {
+        for (std::size_t size = EndOfHeader(whole); size < whole.size(); ++size) {
             const std::string cut = whole.substr(0, size);
-            const Status status = ReadAllRows(JpegCodec(), cut);
-            if (status == Status::Ok) {
-                EXPECT_EQ(ColorsOf(JpegCodec(), cut), colors) << size << " of " << whole.size() << " bytes";
-            } else {
-                EXPECT_EQ(status, UndecodableContent);
-            }
+            const Decoded decoded = DecodedJpeg(cut);
+            ASSERT_EQ(decoded.colors.size(), colors.size());
+            EXPECT_TRUE(decoded.isDamaged || decoded.colors == colors) << size << " of " << whole.size() << " bytes";
+            EXPECT_EQ(RefusingStatus(cut), decoded.isDamaged ? UndecodableContent : Status::Ok) << size;
+        }
+        EXPECT_TRUE(DecodedJpeg(whole.substr(0, EndOfHeader(whole))).isDamaged);
+    }
+}
+
+TEST(JpegDamage, FileCutWithinItsHeaderIsUndecodable) {
+    for (const JpegFile& layout : JpegLayouts()) {
+        const std::string whole = MakeJpeg(layout);
+        for (std::size_t size = 0; size < EndOfHeader(whole); ++size) {
+            EXPECT_EQ(OpenBytes(JpegCodec(), whole.substr(0, size)).GetStatus(), UndecodableContent) << size;
         }
     }
+}
+
+TEST(JpegDamage, WholeFileIsNeverMarked) {
+    for (const JpegFile& layout : JpegLayouts()) {
+        EXPECT_FALSE(DecodedJpeg(MakeJpeg(layout)).isDamaged);
+        EXPECT_EQ(RefusingStatus(MakeJpeg(layout)), Status::Ok);
+    }
+}
+
+TEST(JpegDamage, RowsBeforeTheCutAreKeptAndThoseBehindItAreGrey) {
+    std::vector<JpegFile> files{TallFile(), TallFile(), TallFile()};
+    files[1].given = files[1].stored = JCS_GRAYSCALE;
+    files[2].given = JCS_CMYK;
+    files[2].stored = JCS_YCCK;
+    files[2].hasAdobeMarker = true;
+    files.push_back(TallFile());
+    files[3].given = files[3].stored = JCS_CMYK;
+#if defined(C_ARITH_CODING_SUPPORTED) && defined(D_ARITH_CODING_SUPPORTED)
+    files.push_back(TallFile());
+    files[4].isArithmetic = true;
+#endif
+    for (const JpegFile& file : files) {
+        const std::string whole = MakeJpeg(file, NoisySample);
+        const std::size_t data = EndOfHeader(whole);
+        const Decoded cut = DecodedJpeg(whole.substr(0, data + (whole.size() - data) / 2));
+        EXPECT_TRUE(cut.isDamaged);
+        EXPECT_EQ(RowsOf(cut.colors, file.width, 0, 48), RowsOf(ColorsOf(JpegCodec(), whole), file.width, 0, 48));
+        EXPECT_EQ(RowsOf(cut.colors, file.width, 80, 48), std::vector<Color>(48 * 48, MidGrey));
+    }
+}
+
+TEST(JpegDamage, ArithmeticDataThatEndEarlyShowTheRowOfBlocksInWhichTheyEnd) {
+#if defined(C_ARITH_CODING_SUPPORTED) && defined(D_ARITH_CODING_SUPPORTED)
+    for (const JpegScans scans : {JpegScans::One, JpegScans::OnePerComponent, JpegScans::Progressive}) {
+        JpegFile file = TallFile();
+        file.isArithmetic = true;
+        file.scans = scans;
+        const std::string whole = MakeJpeg(file, NoisySample);
+        const Decoded cut = DecodedJpeg(whole.substr(0, EndOfHeader(whole) + 1));
+        EXPECT_TRUE(cut.isDamaged);
+        EXPECT_EQ(RowsOf(cut.colors, file.width, 8, 120), std::vector<Color>(48 * 120, MidGrey));
+        EXPECT_EQ(
+            GreatestDifference(DecodedJpeg(whole.substr(0, whole.size() - 2)).colors, ColorsOf(JpegCodec(), whole)), 0);
+    }
+#endif
 }
 
 TEST(JpegDamage, OnlyTheEndMarkerMayBeMissing) {
     for (const JpegScans scans : {JpegScans::One, JpegScans::OnePerComponent, JpegScans::Progressive}) {
         const std::string whole = MakeJpeg({.scans = scans});
-        EXPECT_EQ(ReadAllRows(JpegCodec(), whole.substr(0, whole.size() - 2)), Status::Ok);
-        EXPECT_EQ(ReadAllRows(JpegCodec(), whole.substr(0, whole.size() - 3)), UndecodableContent);
+        EXPECT_EQ(RefusingStatus(whole.substr(0, whole.size() - 2)), Status::Ok);
+        EXPECT_EQ(RefusingStatus(whole.substr(0, whole.size() - 3)), UndecodableContent);
     }
 }
 
-TEST(JpegDamage, PictureWithoutItsLastScansIsUndecodable) {
-    for (const JpegScans scans : {JpegScans::OnePerComponent, JpegScans::Progressive}) {
-        const std::string whole = MakeJpeg({.scans = scans});
-        const std::size_t first = FindMarker(whole, 0xDA);
-        const std::size_t second = FindMarker(whole, 0xDA, first + 2);
-        ASSERT_NE(second, std::string::npos);
-        EXPECT_EQ(ReadAllRows(JpegCodec(), whole.substr(0, second)), UndecodableContent);
+TEST(JpegDamage, PictureWithoutItsLastScansIsShownAsFarAsTheOthersGo) {
+    const JpegFile file{.width = 64, .height = 64, .scans = JpegScans::Progressive};
+    const std::string whole = MakeJpeg(file);
+    std::size_t scan = FindMarker(whole, 0xDA);
+    double likenessBefore = 0;
+    for (std::size_t next = scan; (next = FindMarker(whole, 0xDA, scan + 2)) != std::string::npos; scan = next) {
+        const Decoded cut = DecodedJpeg(whole.substr(0, next));
+        EXPECT_TRUE(cut.isDamaged);
+        EXPECT_EQ(RefusingStatus(whole.substr(0, next)), UndecodableContent);
+        const double likeness = PeakSignalToNoise(cut.colors, ColorsOf(JpegCodec(), whole));
+        EXPECT_GE(likeness, likenessBefore - 1);
+        EXPECT_GT(likeness, 20);
+        likenessBefore = likeness;
     }
+    EXPECT_GT(likenessBefore, 40);
 }
 
-TEST(JpegDamage, ComponentThatIsNeverSentIsUndecodable) {
+TEST(JpegDamage, ComponentThatIsNeverSentIsGrey) {
     const std::string whole = MakeJpeg({.scans = JpegScans::OnePerComponent});
     const std::size_t second = FindMarker(whole, 0xDA, FindMarker(whole, 0xDA) + 2);
-    EXPECT_EQ(ReadAllRows(JpegCodec(), whole.substr(0, second) + "\xFF\xD9"), UndecodableContent);
+    const Decoded decoded = DecodedJpeg(whole.substr(0, second) + "\xFF\xD9");
+    EXPECT_TRUE(decoded.isDamaged);
+    for (const Color color : decoded.colors) {
+        EXPECT_EQ(RedOf(color), GreenOf(color));
+        EXPECT_EQ(BlueOf(color), GreenOf(color));
+    }
+}
+
+// Scans up to a marker that libjpeg cannot read show as if the file ended there.
+TEST(JpegDamage, BrokenMarkerBetweenScansEndsTheFile) {
+    for (const JpegScans scans : {JpegScans::OnePerComponent, JpegScans::Progressive}) {
+        const std::string whole = MakeJpeg({.width = 64, .height = 64, .scans = scans});
+        const std::size_t third = FindMarker(whole, 0xDA, FindMarker(whole, 0xDA, FindMarker(whole, 0xDA) + 2) + 2);
+        std::string broken = whole;
+        broken[third + 4] = 9; // components of the scan
+        const Decoded decoded = DecodedJpeg(broken);
+        EXPECT_TRUE(decoded.isDamaged);
+        EXPECT_EQ(decoded.colors, ColorsOf(JpegCodec(), whole.substr(0, third)));
+        EXPECT_EQ(RefusingStatus(broken), UndecodableContent);
+    }
+}
+
+// The marker code itself may have been read with the data before it.
+TEST(JpegDamage, BrokenTableBetweenScansEndsTheFile) {
+    const std::string whole = MakeJpeg({.width = 64, .height = 64, .scans = JpegScans::Progressive});
+    const std::size_t table = FindMarker(whole, 0xC4, FindMarker(whole, 0xDA) + 2);
+    ASSERT_NE(table, std::string::npos);
+    std::string broken = whole;
+    broken[table + 3] = 1; // length
+    const Decoded decoded = DecodedJpeg(broken);
+    EXPECT_TRUE(decoded.isDamaged);
+    EXPECT_EQ(decoded.colors, ColorsOf(JpegCodec(), whole.substr(0, table)));
+}
+
+// Breaks at an ever earlier marker, each time it is opened.
+class WorseningInput : public InputFile {
+  public:
+    WorseningInput(std::string bytes, std::vector<std::size_t> breaks)
+        : bytes_(std::move(bytes)), breaks_(std::move(breaks)) {}
+
+    std::uint64_t Size() const override { return bytes_.size(); }
+
+    Result<std::size_t> ReadAt(std::uint64_t offset, void* buffer, std::size_t count) const override {
+        if (offset == 0 && opened_++ > 0 && !breaks_.empty()) {
+            bytes_[breaks_.front()] = 9;
+            breaks_.erase(breaks_.begin());
+        }
+        return MemoryInput(bytes_).ReadAt(offset, buffer, count);
+    }
+
+  private:
+    mutable std::string bytes_;
+    mutable std::vector<std::size_t> breaks_;
+    mutable int opened_ = 0;
+};
+
+TEST(JpegDamage, PictureThatCannotBeReadUpToItsBreakIsGreyThroughout) {
+    const std::string whole = MakeJpeg({.scans = JpegScans::OnePerComponent});
+    const std::size_t second = FindMarker(whole, 0xDA, FindMarker(whole, 0xDA) + 2);
+    const std::size_t third = FindMarker(whole, 0xDA, second + 2);
+    const auto picture =
+        JpegCodec().open(std::make_shared<WorseningInput>(whole, std::vector<std::size_t>{third + 4, second + 4}));
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ(ColorsOf(**picture), std::vector<Color>(33 * 17, MidGrey));
+    EXPECT_TRUE((*picture)->Damage()->IsMet());
 }
 
 TEST(JpegDamage, OpeningNeedsTheHeaderOnly) {
     for (const JpegScans scans : {JpegScans::One, JpegScans::Progressive}) {
         const std::string whole = MakeJpeg({.scans = scans});
-        constexpr std::size_t LongestScanHeader = 16;
-        const auto picture = OpenBytes(JpegCodec(), whole.substr(0, FindMarker(whole, 0xDA) + LongestScanHeader));
-        ASSERT_TRUE(picture.Ok());
-        EXPECT_EQ((*picture)->Info().width, 33u);
-        EXPECT_EQ(ReadAllRows(**picture), UndecodableContent);
+        const auto picture = Opened(JpegCodec(), whole.substr(0, EndOfHeader(whole)));
+        ASSERT_TRUE(picture);
+        EXPECT_EQ(picture->Info().width, 33u);
+        EXPECT_FALSE(picture->Damage()->IsMet()) << "nothing was decoded yet";
+        EXPECT_EQ(ColorsOf(*picture), std::vector<Color>(33 * 17, MidGrey));
+        EXPECT_TRUE(picture->Damage()->IsMet());
     }
+}
+
+TEST(JpegDamage, ReducedPictureSharesTheMark) {
+    const std::string whole = MakeJpeg(TallFile(), NoisySample);
+    const auto picture = Opened(JpegCodec(), whole.substr(0, whole.size() / 2));
+    ASSERT_TRUE(picture);
+    const auto reduced = picture->ReducedTo(6, 16);
+    ASSERT_TRUE(reduced);
+    EXPECT_EQ(ReadAllRows(*reduced), Status::Ok);
+    EXPECT_TRUE(picture->Damage()->IsMet());
+    picture->Damage()->Refuse();
+    EXPECT_EQ(ReadAllRows(*reduced), UndecodableContent);
 }
 
 TEST(JpegDamage, AnyDamagedByteGivesAStatusAndSaysNothing) {
@@ -93,29 +274,41 @@ TEST(JpegDamage, AnyDamagedByteGivesAStatusAndSaysNothing) {
                 std::string damaged = whole;
                 damaged[i] = static_cast<char>(damaged[i] ^ flip);
                 const Status status = ReadAllRows(JpegCodec(), damaged);
-                EXPECT_TRUE(status == Status::Ok || status == UndecodableContent || status == Status::InvalidParameter);
+                if (i >= EndOfHeader(whole)) {
+                    EXPECT_EQ(status, Status::Ok) << i;
+                } else {
+                    EXPECT_TRUE(status == Status::Ok || status == UndecodableContent ||
+                                status == Status::InvalidParameter);
+                }
             }
         }
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(JpegDamage, LostRestartMarkerIsUndecodable) {
-    std::string bytes = MakeJpeg({.restartInterval = 1});
+TEST(JpegDamage, BehindALostRestartMarkerThePictureGoesOn) {
+    const JpegFile file{.width = 64, .height = 64, .restartInterval = 4};
+    const std::string whole = MakeJpeg(file, NoisySample);
+    std::string bytes = whole;
     bytes.erase(FindMarker(bytes, 0xD1), 2);
-    EXPECT_EQ(ReadAllRows(JpegCodec(), bytes), UndecodableContent);
+    const Decoded decoded = DecodedJpeg(bytes);
+    const std::vector<Color> colors = ColorsOf(JpegCodec(), whole);
+    EXPECT_TRUE(decoded.isDamaged);
+    EXPECT_NE(decoded.colors, colors);
+    EXPECT_EQ(RowsOf(decoded.colors, 64, 32, 32), RowsOf(colors, 64, 32, 32));
+    EXPECT_EQ(RefusingStatus(bytes), UndecodableContent);
 }
 
 TEST(JpegDamage, StrayBytesBetweenScansAreHarmless) {
     const std::string whole = MakeJpeg({.scans = JpegScans::Progressive});
     std::string padded = whole;
     padded.insert(FindMarker(padded, 0xC4, FindMarker(padded, 0xDA)), 7, '\0');
-    ASSERT_EQ(ReadAllRows(JpegCodec(), padded), Status::Ok);
+    ASSERT_EQ(RefusingStatus(padded), Status::Ok);
     EXPECT_EQ(ColorsOf(JpegCodec(), padded), ColorsOf(JpegCodec(), whole));
 }
 
 TEST(JpegDamage, StrayBytesBehindThePictureAreHarmless) {
-    EXPECT_EQ(ReadAllRows(JpegCodec(), MakeJpeg({}) + "another program's data"), Status::Ok);
+    EXPECT_EQ(RefusingStatus(MakeJpeg({}) + "another program's data"), Status::Ok);
 }
 
 TEST(JpegDamage, ZeroProgressionFieldsOfABaselineScanAreHarmless) {
@@ -124,7 +317,7 @@ TEST(JpegDamage, ZeroProgressionFieldsOfABaselineScanAreHarmless) {
     const std::size_t spectralEnd = FindMarker(zeroed, 0xDA) + 12;
     ASSERT_EQ(zeroed[spectralEnd], 63);
     zeroed[spectralEnd] = 0;
-    ASSERT_EQ(ReadAllRows(JpegCodec(), zeroed), Status::Ok);
+    ASSERT_EQ(RefusingStatus(zeroed), Status::Ok);
     EXPECT_EQ(ColorsOf(JpegCodec(), zeroed), ColorsOf(JpegCodec(), whole));
 }
 
@@ -201,11 +394,8 @@ class FailingInput : public MemoryInput {
 };
 
 TEST(JpegDamage, FailedReadIsTheReadersStatus) {
-    const JpegSamples noise = [](unsigned x, unsigned y, int channel) {
-        return static_cast<std::uint8_t>(x * x * 31 + y * y * 17 + x * y * 7 + static_cast<unsigned>(channel) * 85);
-    };
     const auto picture =
-        JpegCodec().open(std::make_shared<FailingInput>(MakeJpeg({.width = 300, .height = 300}, noise)));
+        JpegCodec().open(std::make_shared<FailingInput>(MakeJpeg({.width = 300, .height = 300}, NoisySample)));
     ASSERT_TRUE(picture.Ok());
     EXPECT_EQ(ReadAllRows(**picture), Status::Win32Error);
 }

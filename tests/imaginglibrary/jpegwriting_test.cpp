@@ -129,6 +129,7 @@ TEST(JpegWriting, BrokenSourceIsTheWritersStatus) {
     const std::string whole = MakeJpeg({.width = 64, .height = 64});
     const auto cut = OpenBytes(JpegCodec(), whole.substr(0, whole.size() - 20));
     ASSERT_TRUE(cut.Ok());
+    (*cut)->Damage()->Refuse();
     MemoryOutput file;
     EXPECT_EQ(JpegCodec().write(**cut, {}, file), UndecodableContent);
 }
