@@ -106,7 +106,8 @@ FLAT_EXPORT Status FLAT_CALL GdipCloneBitmapAreaI(std::int32_t x, std::int32_t y
         if (!keepsFormat) {
             picture = ConvertedTo(std::move(picture), format);
         }
-        *clone = AddImage(std::make_shared<Image>(std::move(picture), *image->Properties()));
+        const ImageOrigin origin{.damage = image->Origin().damage};
+        *clone = AddImage(std::make_shared<Image>(std::move(picture), *image->Properties(), origin));
         return Status::Ok;
     });
 }
@@ -124,7 +125,11 @@ FLAT_EXPORT Status FLAT_CALL GdipImageRotateFlip(GpImage* handle, std::int32_t c
         if (code == 0) {
             return Status::Ok;
         }
-        auto turned = Turned(*image->Picture(), static_cast<unsigned>(code));
+        const auto picture = image->PictureToRead();
+        if (!picture.Ok()) {
+            return picture.GetStatus();
+        }
+        auto turned = Turned(**picture, static_cast<unsigned>(code));
         if (!turned.Ok()) {
             return turned.GetStatus();
         }

@@ -71,6 +71,11 @@ template <class Choose> Status Draw(GpGraphics* graphicsHandle, GpImage* imageHa
         if (ChangesNothing(drawing, *graphics->surface)) {
             return Status::Ok;
         }
+        auto watched = image->PictureToRead();
+        if (!watched.Ok()) {
+            return watched.GetStatus();
+        }
+        drawing.picture = std::move(*watched);
         return PaintOn(*graphics, DrawnArea(drawing), [&](Canvas& canvas) { return DrawPicture(canvas, drawing); });
     });
 }

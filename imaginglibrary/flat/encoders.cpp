@@ -87,11 +87,15 @@ void PutSignatures(const Codec& codec, Block& block, ImageCodecInfo& info) {
 }
 
 Status SaveImage(const Image& image, const char16_t* path, const Codec& codec) {
+    const auto picture = image.PictureToRead();
+    if (!picture.Ok()) {
+        return picture.GetStatus();
+    }
     auto file = OutputFile::Create(path);
     if (!file.Ok()) {
         return file.GetStatus();
     }
-    if (const Status status = codec.write(*image.Picture(), *image.Properties(), **file); status != Status::Ok) {
+    if (const Status status = codec.write(**picture, *image.Properties(), **file); status != Status::Ok) {
         return status;
     }
     return (*file)->Commit();

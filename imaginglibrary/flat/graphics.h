@@ -65,7 +65,7 @@ struct DrawingState {
 struct Graphics {
     explicit Graphics(std::unique_ptr<Surface> drawnOn) : surface(std::move(drawnOn)) {}
 
-    std::mutex mutex;
+    std::recursive_mutex mutex; // a watcher of what is drawn may ask for the surface
     std::unique_ptr<Surface> surface;
     DrawingState state;
     std::vector<DrawingState> saved; // a state's number is its place, from 1 on

@@ -27,7 +27,8 @@ Result<std::shared_ptr<Image>> OpenImage(const char16_t* path) {
         return decoder.GetStatus();
     }
     PropertyList properties = (*decoder)->Properties();
-    return std::make_shared<Image>(std::move(*decoder), std::move(properties), codec);
+    const ImageOrigin origin{codec, (*decoder)->Damage()};
+    return std::make_shared<Image>(std::move(*decoder), std::move(properties), origin);
 }
 
 // Answers a question about an image; `ask` gets the picture's description and the place for the answer.
@@ -44,9 +45,23 @@ template <class Answer, class Ask> Status AskImage(GpImage* handle, Answer* answ
 
 } // namespace
 
-Image::Image(std::shared_ptr<const PixelSource> picture, PropertyList properties, const Codec* codec)
-    : loaded_(picture), picture_(std::move(picture)),
-      properties_(std::make_shared<PropertyList>(std::move(properties))), codec_(codec) {}
+void ImageWatch::Set(ImageWatcher watcher, void* context) {
+    const std::lock_guard lock(mutex_);
+    watcher_ = watcher;
+    context_ = context;
+}
+
+bool ImageWatch::Tell(std::uint32_t done, std::uint32_t rows) {
+    std::unique_lock lock(mutex_);
+    const ImageWatcher watcher = watcher_;
+    void* const context = context_;
+    lock.unlock();
+    return watcher == nullptr || watcher(context, done, rows) != 0;
+}
+
+Image::Image(std::shared_ptr<const PixelSource> picture, PropertyList properties, ImageOrigin origin)
+    : loaded_(picture), origin_(std::move(origin)), picture_(std::move(picture)),
+      properties_(std::make_shared<PropertyList>(std::move(properties))) {}
 
 std::shared_ptr<const PixelSource> Image::Picture() const {
     const std::lock_guard lock(mutex_);
@@ -58,8 +73,16 @@ std::shared_ptr<const PropertyList> Image::Properties() const {
     return properties_;
 }
 
+Result<std::shared_ptr<const PixelSource>> Image::PictureToRead() const {
+    if (origin_.damage != nullptr && origin_.damage->IsRefused() && origin_.damage->IsMet()) {
+        return UndecodableContent;
+    }
+    return WatchedBy(watch_, Picture());
+}
+
 bool Image::IsMetafile() const {
-    return codec_ != nullptr && std::u16string_view(codec_->mimeType).ends_with(u"mf"); // image/x-emf, image/x-wmf
+    return origin_.codec != nullptr &&
+           std::u16string_view(origin_.codec->mimeType).ends_with(u"mf"); // image/x-emf, image/x-wmf
 }
 
 void Image::ReplacePicture(std::shared_ptr<const PixelSource> picture) {
@@ -77,19 +100,33 @@ void Image::SetProperty(Property property) {
     properties_->Set(std::move(property));
 }
 
-Status Image::Paint(const std::function<Status(Bitmap&)>& paint) {
-    const std::lock_guard lock(mutex_);
+bool Image::OwnsBitmap() const {
     constexpr long OwnReferences = 2; // picture_ and bitmap_
-    if (bitmap_ == nullptr || bitmap_.use_count() > OwnReferences) {
-        auto copy = Bitmap::Copy(*picture_);
+    return bitmap_ != nullptr && bitmap_.use_count() == OwnReferences;
+}
+
+Status Image::Paint(const std::function<Status(Bitmap&)>& paint) {
+    std::unique_lock lock(mutex_);
+    while (!OwnsBitmap()) {
+        const auto before = picture_;
+        lock.unlock(); // reading takes its time, and tells the watcher
+        const auto picture = PictureToRead();
+        if (!picture.Ok()) {
+            return picture.GetStatus();
+        }
+        auto copy = Bitmap::Copy(**picture);
         if (!copy.Ok()) {
             return copy.GetStatus();
         }
-        bitmap_ = std::move(*copy);
-        picture_ = bitmap_;
+        lock.lock();
+        if (picture_ == before) {
+            bitmap_ = std::move(*copy);
+            picture_ = bitmap_;
+        }
     }
     std::atomic_thread_fence(std::memory_order_acquire); // behind the last reading of those who gave it back
-    return paint(*bitmap_);
+    const std::shared_ptr<Bitmap> painted = bitmap_;     // whatever becomes of it meanwhile
+    return paint(*painted);
 }
 
 std::shared_ptr<Image> FindImage(GpImage* handle) { return Images::Find(handle); }
@@ -112,7 +149,12 @@ FLAT_EXPORT Status FLAT_CALL GdipLoadImageFromFile(const char16_t* path, GpImage
 }
 
 FLAT_EXPORT Status FLAT_CALL GdipDisposeImage(GpImage* image) {
-    return Guarded([&] { return Images::Remove(image); });
+    return Guarded([&] {
+        if (const auto living = FindImage(image)) {
+            living->WatchWith(nullptr, nullptr); // another thread's call may keep it for a while
+        }
+        return Images::Remove(image);
+    });
 }
 
 FLAT_EXPORT Status FLAT_CALL GdipCloneImage(GpImage* handle, GpImage** clone) {
@@ -121,7 +163,7 @@ FLAT_EXPORT Status FLAT_CALL GdipCloneImage(GpImage* handle, GpImage** clone) {
         if (image == nullptr || clone == nullptr) {
             return Status::InvalidParameter;
         }
-        *clone = AddImage(std::make_shared<Image>(image->Picture(), *image->Properties(), image->FileCodec()));
+        *clone = AddImage(std::make_shared<Image>(image->Picture(), *image->Properties(), image->Origin()));
         return Status::Ok;
     });
 }

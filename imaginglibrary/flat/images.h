@@ -3,6 +3,8 @@
 
 #include "imaginglibrary/codecs/codec.h"
 #include "imaginglibrary/core/bitmap.h"
+#include "imaginglibrary/core/rowwatch.h"
+#include "imaginglibrary/flat/extensions.h"
 #include "imaginglibrary/flat/flattypes.h"
 
 #include <functional>
@@ -11,20 +13,40 @@
 
 namespace imaginglibrary {
 
+// The file that an image's pixels came from.
+struct ImageOrigin {
+    const Codec* codec = nullptr;                 // null for an image that was made in memory, or as a part of another
+    std::shared_ptr<FileDamage> damage = nullptr; // null where damage is always undecodable
+};
+
+// The watcher of an image, behind a lock that is not held while it is called.
+class ImageWatch : public RowWatch {
+  public:
+    void Set(ImageWatcher watcher, void* context);
+    bool Tell(std::uint32_t done, std::uint32_t rows) override;
+
+  private:
+    std::mutex mutex_;
+    ImageWatcher watcher_ = nullptr;
+    void* context_ = nullptr;
+};
+
 // What an image handle stands for. Clones share the picture until one of them is drawn on. An image that was loaded
 // keeps its file open as long as it lives, whatever became of its pixels: it can never be saved onto that file. Several
 // threads may call it.
 class Image {
   public:
-    // `codec` is that of the file the picture comes from, null for one made in memory.
-    explicit Image(std::shared_ptr<const PixelSource> picture, PropertyList properties = {},
-                   const Codec* codec = nullptr);
+    explicit Image(std::shared_ptr<const PixelSource> picture, PropertyList properties = {}, ImageOrigin origin = {});
 
     // The picture and the properties as they are now; later changes of the image do not show in them.
     std::shared_ptr<const PixelSource> Picture() const;
     std::shared_ptr<const PropertyList> Properties() const;
 
-    const Codec* FileCodec() const { return codec_; }
+    // The picture for one whose reading the watcher shall know of. UndecodableContent where damage that was met is
+    // refused.
+    Result<std::shared_ptr<const PixelSource>> PictureToRead() const;
+
+    const ImageOrigin& Origin() const { return origin_; }
 
     // Whether the file holds drawing orders rather than pixels.
     bool IsMetafile() const;
@@ -36,13 +58,19 @@ class Image {
     // Lets `paint` change the pixels, in a bitmap of this image's own, in the picture's pixel format.
     Status Paint(const std::function<Status(Bitmap&)>& paint);
 
+    // Null ends the watch.
+    void WatchWith(ImageWatcher watcher, void* context) { watch_->Set(watcher, context); }
+
   private:
+    bool OwnsBitmap() const;
+
     std::shared_ptr<const PixelSource> loaded_; // holds the file
-    mutable std::mutex mutex_;
+    ImageOrigin origin_;
+    std::shared_ptr<ImageWatch> watch_ = std::make_shared<ImageWatch>();
+    mutable std::recursive_mutex mutex_; // a watcher may ask for the image that is being drawn on
     std::shared_ptr<const PixelSource> picture_;
     std::shared_ptr<Bitmap> bitmap_; // the same as picture_ where that is a bitmap made for painting, else null
     std::shared_ptr<PropertyList> properties_; // shared with those who asked for it, so copied before it changes
-    const Codec* codec_;
 };
 
 // Null for a handle that is zero, foreign or disposed of.

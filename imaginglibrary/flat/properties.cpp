@@ -123,7 +123,7 @@ FLAT_EXPORT Status FLAT_CALL GdipSetPropertyItem(GpImage* handle, const Property
         if (image == nullptr || item == nullptr || (item->value == nullptr && item->length != 0)) {
             return Status::InvalidParameter;
         }
-        if (image->FileCodec() != nullptr && image->FileCodec()->write == nullptr) {
+        if (image->Origin().codec != nullptr && image->Origin().codec->write == nullptr) {
             return Status::PropertyNotSupported;
         }
         const auto* value = static_cast<const std::uint8_t*>(item->value);

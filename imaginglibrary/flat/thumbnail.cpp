@@ -32,11 +32,16 @@ FLAT_EXPORT Status FLAT_CALL GdipGetImageThumbnail(GpImage* handle, std::uint32_
         if (!IsAcceptableSize(width, height)) {
             return Status::InvalidParameter;
         }
-        auto made = MakeThumbnail(*image->Picture(), width, height);
+        const auto picture = image->PictureToRead();
+        if (!picture.Ok()) {
+            return picture.GetStatus();
+        }
+        auto made = MakeThumbnail(**picture, width, height);
         if (!made.Ok()) {
             return made.GetStatus();
         }
-        *thumbnail = AddImage(std::make_shared<Image>(std::move(*made)));
+        const ImageOrigin origin{.damage = image->Origin().damage};
+        *thumbnail = AddImage(std::make_shared<Image>(std::move(*made), PropertyList(), origin));
         return Status::Ok;
     });
 }
