@@ -1,6 +1,8 @@
 // A GIF file open at the pixels of its first image, by way of giflib.
 #include "imaginglibrary/codecs/gifstream.h"
 
+#include <algorithm>
+
 namespace imaginglibrary {
 
 namespace {
@@ -20,21 +22,30 @@ Palette PaletteOf(const ColorMapObject* map) {
 int GifStream::ReadBytes(GifFileType* gif, GifByteType* to, int count) noexcept {
     try {
         auto& stream = *static_cast<GifStream*>(gif->UserData);
-        const std::size_t read = stream.reader_.Read(to, static_cast<std::size_t>(count));
-        // Files that end right behind their last pixel are common. They get the missing end of data; one that ends
-        // sooner is found out all the same, for then the empty block comes too early.
-        if (read == 0 && count == 1 && stream.isInPixels_) {
-            *to = 0;
+        if (stream.isInPixels_ && stream.isAtBlock_) {
+            *to = stream.ReadBlockLength();
             return 1;
         }
-        return static_cast<int>(read);
+        stream.isAtBlock_ = true;
+        return static_cast<int>(stream.reader_.Read(to, static_cast<std::size_t>(count)));
     } catch (...) {
         return 0;
     }
 }
 
-std::unique_ptr<GifStream> GifStream::Open(std::shared_ptr<const InputFile> file) {
-    std::unique_ptr<GifStream> stream(new GifStream(std::move(file)));
+// Files that end right behind their last pixel are common. Where a file ends, giflib is given as much of the block as
+// there is, and then the end of data; a file that lacks a pixel is found out all the same, for then the end comes too
+// early.
+std::uint8_t GifStream::ReadBlockLength() {
+    const int length = reader_.ReadByte();
+    const std::uint64_t left = size_ - std::min(size_, reader_.Position());
+    const auto given = static_cast<std::uint8_t>(std::min<std::uint64_t>(left, length < 0 ? 0 : length));
+    isAtBlock_ = given == 0;
+    return given;
+}
+
+std::unique_ptr<GifStream> GifStream::Open(const std::shared_ptr<const InputFile>& file) {
+    std::unique_ptr<GifStream> stream(new GifStream(file));
     int error = 0;
     stream->gif_.reset(DGifOpen(stream.get(), &GifStream::ReadBytes, &error));
     if (!stream->gif_ || !stream->ReadHeader()) {

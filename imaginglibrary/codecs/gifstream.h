@@ -29,11 +29,12 @@ struct GifHeader {
 class GifStream {
   public:
     // Null where the file is broken before its first pixel, or has none.
-    static std::unique_ptr<GifStream> Open(std::shared_ptr<const InputFile> file);
+    static std::unique_ptr<GifStream> Open(const std::shared_ptr<const InputFile>& file);
 
     const GifHeader& Header() const { return header_; }
 
-    // The next line as the file has them, an index per pixel of the image's width. False if the data is broken.
+    // The next line as the file has them, an index per pixel of the image's width. False if the data is broken or ends
+    // before the last pixel; what should stand behind that may be missing.
     bool ReadLine(std::uint8_t* indices);
 
   private:
@@ -41,15 +42,18 @@ class GifStream {
         void operator()(GifFileType* gif) const { DGifCloseFile(gif, nullptr); }
     };
 
-    explicit GifStream(std::shared_ptr<const InputFile> file) : reader_(std::move(file)) {}
+    explicit GifStream(const std::shared_ptr<const InputFile>& file) : size_(file->Size()), reader_(file) {}
 
     static int ReadBytes(GifFileType* gif, GifByteType* to, int count) noexcept;
+    std::uint8_t ReadBlockLength();
     bool ReadHeader();
     bool ReadExtension();
     void KeepHeader();
 
+    std::uint64_t size_; // of the file
     ByteReader reader_;
     bool isInPixels_ = false;
+    bool isAtBlock_ = true; // among the pixels: whether the length of a block comes next
     GifHeader header_;
     std::unique_ptr<GifFileType, Closer> gif_;
 };

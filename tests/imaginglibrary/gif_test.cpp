@@ -258,16 +258,54 @@ TEST(GifReader, EmptyImageIsRefused) {
     EXPECT_EQ(OpenBytes(GifCodec(), MakeGif({.images = {{.width = 0, .height = 0}}})).GetStatus(), UndecodableContent);
 }
 
-TEST(GifReader, FileThatEndsBehindItsLastPixelIsWhole) {
+// A GIF whose codes are a byte each, so that every pixel has a byte of its own: a clear code, 12 pixels and the end
+// code in blocks of these lengths, then the end of data and of the file.
+std::string GifOfBytes(const std::vector<std::size_t>& blockLengths) {
     const std::string whole = MakeGif({});
-    EXPECT_EQ(ReadAllRows(GifCodec(), whole.substr(0, whole.size() - 1)), Status::Ok);
-    EXPECT_EQ(ReadAllRows(GifCodec(), whole.substr(0, whole.size() - 2)), Status::Ok);
+    std::string bytes = whole.substr(0, whole.find(',') + 10) + '\7';
+    const std::string codes("\x80\0\1\2\3\0\1\2\3\0\1\2\3\x81", 14);
+    std::size_t at = 0;
+    for (const std::size_t length : blockLengths) {
+        bytes += static_cast<char>(length) + codes.substr(at, length);
+        at += length;
+    }
+    EXPECT_EQ(at, codes.size());
+    return bytes + std::string("\0;", 2);
+}
+
+struct CutGif {
+    std::vector<std::size_t> blockLengths;
+    std::size_t dispensable; // bytes behind the last pixel
+};
+
+TEST(GifReader, FileMayEndAnywhereBehindItsLastPixel) {
+    const CutGif cuts[] = {{{14}, 3}, {{13, 1}, 4}, {{12, 2}, 3}, {std::vector<std::size_t>(14, 1), 4}};
+    for (const auto& [blockLengths, dispensable] : cuts) {
+        const std::string whole = GifOfBytes(blockLengths);
+        const std::vector<Color> colors = ColorsOf(GifCodec(), whole);
+        ASSERT_EQ(colors.size(), 12u);
+        EXPECT_EQ(colors[11], White);
+        for (std::size_t missing = 0; missing <= dispensable; ++missing) {
+            EXPECT_EQ(ColorsOf(GifCodec(), whole.substr(0, whole.size() - missing)), colors) << missing;
+        }
+        for (std::size_t size = 0; size < whole.size() - dispensable; ++size) {
+            EXPECT_EQ(ReadAllRows(GifCodec(), whole.substr(0, size)), UndecodableContent) << size;
+        }
+    }
+}
+
+TEST(GifReader, BlockThatIsShorterThanItSaysIsTakenForTheLast) {
+    std::string bytes = GifOfBytes({14});
+    bytes.resize(bytes.size() - 2);
+    bytes[bytes.find(',') + 11] = '\xFF';
+    EXPECT_EQ(ReadAllRows(GifCodec(), bytes), Status::Ok);
+    EXPECT_EQ(ReadAllRows(GifCodec(), bytes.substr(0, bytes.size() - 2)), UndecodableContent);
 }
 
 TEST(GifReader, FileThatEndsSoonerIsUndecodable) {
     for (const bool isInterlaced : {false, true}) {
         const std::string whole = MakeGif({.images = {{.transparent = 1, .isInterlaced = isInterlaced}}});
-        for (std::size_t size = 0; size < whole.size() - 2; ++size) {
+        for (std::size_t size = 0; size < whole.size() - 3; ++size) {
             EXPECT_EQ(ReadAllRows(GifCodec(), whole.substr(0, size)), UndecodableContent) << size;
         }
     }
