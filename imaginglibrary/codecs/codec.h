@@ -1,4 +1,4 @@
-// One row per file format: how to know it, how to open it, how to write it. A new format is a new file and a new row.
+// One row per file format: how to know it, how to open it, how to write it. A new format is a new folder and a new row.
 #pragma once
 
 #include "imaginglibrary/core/guid.h"

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "imaging/exports/lumbrix.h"
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/geometry.h"
+#include "tests/support/codecs.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"
 

@@ -1,6 +1,6 @@
 // BMP files in all their historic forms, and what is written back.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/bytes.h"
+#include "tests/support/codecs.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"
 

@@ -1,6 +1,6 @@
 // Colour profiles, which go along with their pictures.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/limits.h"
+#include "tests/support/codecs.h"
 #include "tests/support/exifmaker.h"
 #include "tests/support/jpegfiles.h"
 #include "tests/support/pngfiles.h"

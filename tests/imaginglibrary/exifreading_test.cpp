@@ -1,5 +1,5 @@
 // EXIF blocks as they are read: both byte orders, every type, every directory, and blocks made to do harm.
-#include "imaginglibrary/codecs/exifreader.h"
+#include "imaginglibrary/codecs/metadata/exifreader.h"
 #include "imaginglibrary/core/limits.h"
 #include "tests/support/exifmaker.h"
 #include "tests/support/properties.h"

@@ -1,6 +1,6 @@
 // EXIF blocks as they are put together.
-#include "imaginglibrary/codecs/exifreader.h"
-#include "imaginglibrary/codecs/exifwriter.h"
+#include "imaginglibrary/codecs/metadata/exifreader.h"
+#include "imaginglibrary/codecs/metadata/exifwriter.h"
 #include "imaginglibrary/core/bytes.h"
 #include "tests/support/properties.h"
 

@@ -1,5 +1,5 @@
 // The flat interface from outside: statuses, handles, sessions, locks, threads.
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 #include "tests/support/flatfunctions.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"

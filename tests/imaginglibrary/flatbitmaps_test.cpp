@@ -1,7 +1,7 @@
 // Bitmaps from nothing and from parts of others, turning them, and their properties, through the flat interface.
 #include "tests/support/flatdrawing.h"
 
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 
 #include <cstring>
 

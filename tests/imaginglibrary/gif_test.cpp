@@ -1,5 +1,5 @@
 // GIF files as they come: what the first image and its screen look like, and what broken files do.
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
 

@@ -1,6 +1,6 @@
 // The property items of GIF files.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/limits.h"
+#include "tests/support/codecs.h"
 #include "tests/support/properties.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // What a GIF file keeps of pictures of every format.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
 

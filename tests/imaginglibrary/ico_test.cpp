@@ -1,6 +1,6 @@
 // Icons: which picture of the file is shown, and how its mask becomes alpha.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/bytes.h"
+#include "tests/support/codecs.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"
 

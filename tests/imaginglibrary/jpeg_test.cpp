@@ -1,6 +1,6 @@
 // JPEG files of every kind that is read, and what becomes of them.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/limits.h"
+#include "tests/support/codecs.h"
 #include "tests/support/jpegfiles.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"

@@ -1,6 +1,6 @@
 // JPEG files that are cut off, damaged, or made to do harm.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/limits.h"
+#include "tests/support/codecs.h"
 #include "tests/support/jpegfiles.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"

@@ -1,5 +1,5 @@
 // The property items of JPEG files.
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 #include "tests/support/exifmaker.h"
 #include "tests/support/jpegfiles.h"
 #include "tests/support/properties.h"

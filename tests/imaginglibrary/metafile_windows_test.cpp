@@ -1,5 +1,5 @@
 // Metafiles drawn by the system's player.
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"
 

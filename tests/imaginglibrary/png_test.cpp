@@ -1,5 +1,5 @@
 // PNG files of every kind that is read, and what becomes of them.
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
 #include "tests/support/pngfiles.h"

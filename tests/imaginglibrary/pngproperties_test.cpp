@@ -1,6 +1,6 @@
 // The property items of PNG files.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/limits.h"
+#include "tests/support/codecs.h"
 #include "tests/support/exifmaker.h"
 #include "tests/support/pngfiles.h"
 #include "tests/support/properties.h"

@@ -1,6 +1,6 @@
 // PNG files as they are written.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
 #include "tests/support/pngfiles.h"

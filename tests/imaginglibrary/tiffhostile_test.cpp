@@ -1,6 +1,6 @@
 // Broken and malicious TIFF files: a status, and never more memory than the limits allow.
-#include "imaginglibrary/codecs/rows.h"
 #include "imaginglibrary/core/bytes.h"
+#include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
 

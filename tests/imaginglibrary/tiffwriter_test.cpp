@@ -1,5 +1,5 @@
 // How pictures of every format are laid down in TIFF files, and that nothing of them is lost.
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"

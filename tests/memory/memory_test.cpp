@@ -1,5 +1,5 @@
 // Peak memory of conversions that stream: it must not depend on the picture's height.
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"
 

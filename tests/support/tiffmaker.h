@@ -1,7 +1,7 @@
 // TIFF files with any kind of samples in any layout, made by libtiff, and what their samples mean.
 #pragma once
 
-#include "imaginglibrary/codecs/rows.h"
+#include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/temporaryfolder.h"
 

@@ -1,0 +1,196 @@
+// Writes GIF files.
+#include "imaginglibrary/codecs/gif/gifwriter.h"
+
+#include "imaginglibrary/codecs/metadata/exiftags.h"
+#include "imaginglibrary/operations/quantizer.h"
+
+#include <gif_lib.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace imaginglibrary {
+
+namespace {
+
+constexpr int BitsOfPrimary = 8;
+
+bool IsHalfTransparent(Color color) { return AlphaOf(color) != 0 && AlphaOf(color) != 255; }
+
+bool IsClear(Color color) { return AlphaOf(color) == 0; }
+
+// Spreads the packed indices of one row to a byte each.
+void UnpackIndices(const std::uint8_t* row, PixelFormat format, std::vector<std::uint8_t>& indices) {
+    const unsigned bits = BitsPerPixel(format);
+    const unsigned perByte = 8 / bits;
+    const unsigned mask = (1u << bits) - 1;
+    for (std::size_t x = 0; x < indices.size(); ++x) {
+        const unsigned shift = 8 - bits * static_cast<unsigned>(x % perByte + 1);
+        indices[x] = static_cast<std::uint8_t>((row[x / perByte] >> shift) & mask);
+    }
+}
+
+// Calls `use` with the indices of each row from the top, until it or the picture fails.
+template <class Use> Status ForEachRow(const PixelSource& picture, Use use) {
+    auto rows = picture.OpenRows();
+    if (!rows.Ok()) {
+        return rows.GetStatus();
+    }
+    const PictureInfo& info = picture.Info();
+    std::vector<std::uint8_t> row(BytesPerRow(info.format, info.width));
+    std::vector<std::uint8_t> indices(info.width);
+    for (std::uint32_t y = 0; y < info.height; ++y) {
+        Status status = (*rows)->ReadRow(row.data());
+        if (status == Status::Ok) {
+            UnpackIndices(row.data(), info.format, indices);
+            status = use(indices);
+        }
+        if (status != Status::Ok) {
+            return status;
+        }
+    }
+    return Status::Ok;
+}
+
+// How many entries the indices in use need. The pixels are looked at only where the palette leaves a doubt.
+Result<std::size_t> EntriesInUse(const PixelSource& picture) {
+    const PictureInfo& info = picture.Info();
+    std::size_t entries = info.palette.size();
+    if (entries == std::size_t{1} << BitsPerPixel(info.format)) {
+        return entries;
+    }
+    const Status status = ForEachRow(picture, [&](const std::vector<std::uint8_t>& indices) {
+        entries = std::max<std::size_t>(entries, *std::max_element(indices.begin(), indices.end()) + 1u);
+        return Status::Ok;
+    });
+    if (status != Status::Ok) {
+        return status;
+    }
+    return entries;
+}
+
+// giflib's file handle over an OutputFile.
+class GifOutput {
+  public:
+    explicit GifOutput(OutputFile& file) : file_(file), gif_(EGifOpen(this, &GifOutput::WriteBytes, nullptr)) {}
+
+    GifFileType* Get() const { return gif_.get(); }
+
+    // Writes the trailer. The status of everything so far.
+    Status Close() {
+        const bool closed = EGifCloseFile(gif_.release(), nullptr) == GIF_OK;
+        return closed ? status_ : Failure();
+    }
+
+    // Why a call to giflib failed: what the file says, if it was the file.
+    Status Failure() const { return status_ != Status::Ok ? status_ : Status::GenericError; }
+
+  private:
+    struct Closer {
+        void operator()(GifFileType* gif) const { EGifCloseFile(gif, nullptr); }
+    };
+
+    // An exception must not travel through the C library.
+    static int WriteBytes(GifFileType* gif, const GifByteType* bytes, int count) noexcept {
+        auto& output = *static_cast<GifOutput*>(gif->UserData);
+        try {
+            output.status_ = output.file_.Append(bytes, static_cast<std::size_t>(count));
+        } catch (...) {
+            output.status_ = Status::OutOfMemory;
+        }
+        return output.status_ == Status::Ok ? count : 0;
+    }
+
+    OutputFile& file_;
+    Status status_ = Status::Ok;
+    std::unique_ptr<GifFileType, Closer> gif_;
+};
+
+struct ColorMapCloser {
+    void operator()(ColorMapObject* map) const { GifFreeMapObject(map); }
+};
+
+// The table's length is a power of two; entries beyond the palette are black, as everywhere.
+std::unique_ptr<ColorMapObject, ColorMapCloser> MakeTable(const Palette& palette, std::size_t entries) {
+    std::array<GifColorType, 256> colors{};
+    for (std::size_t i = 0; i < palette.size(); ++i) {
+        colors[i] = {RedOf(palette[i]), GreenOf(palette[i]), BlueOf(palette[i])};
+    }
+    const std::size_t length = std::bit_ceil(std::max<std::size_t>(entries, 2));
+    return std::unique_ptr<ColorMapObject, ColorMapCloser>(GifMakeMapObject(static_cast<int>(length), colors.data()));
+}
+
+bool PutTransparentIndex(GifFileType* gif, int index) {
+    const GraphicsControlBlock control{
+        .DisposalMode = DISPOSAL_UNSPECIFIED, .UserInputFlag = false, .DelayTime = 0, .TransparentColor = index};
+    std::array<GifByteType, 4> bytes;
+    EGifGCBToExtension(&control, bytes.data());
+    return EGifPutExtension(gif, GRAPHICS_EXT_FUNC_CODE, bytes.size(), bytes.data()) == GIF_OK;
+}
+
+bool PutHeader(GifFileType* gif, const PictureInfo& info, std::optional<int> transparent, std::size_t entries,
+               const std::string& comment) {
+    const auto table = MakeTable(info.palette, entries);
+    const int width = static_cast<int>(info.width);
+    const int height = static_cast<int>(info.height);
+    const bool hasExtensions = transparent || !comment.empty();
+    EGifSetGifVersion(gif, hasExtensions);
+    return table != nullptr && EGifPutScreenDesc(gif, width, height, BitsOfPrimary, 0, table.get()) == GIF_OK &&
+           (comment.empty() || EGifPutComment(gif, comment.c_str()) == GIF_OK) &&
+           (!transparent || PutTransparentIndex(gif, *transparent)) &&
+           EGifPutImageDesc(gif, 0, 0, width, height, false, nullptr) == GIF_OK;
+}
+
+// Empty where there is none.
+std::string CommentOf(const PropertyList& properties) {
+    const Property* item = properties.Find(CommentTag);
+    return item != nullptr && IsTextComment(*item) ? std::string(TextOf(*item)) : std::string();
+}
+
+// `entries` is more than any index of the picture.
+Status WriteIndexed(const PixelSource& picture, std::size_t entries, const PropertyList& properties, OutputFile& file) {
+    const PictureInfo& info = picture.Info();
+    std::optional<int> transparent;
+    std::array<std::uint8_t, 256> indexOf;
+    for (std::size_t i = 0; i < indexOf.size(); ++i) {
+        indexOf[i] = static_cast<std::uint8_t>(i);
+        if (i < info.palette.size() && IsClear(info.palette[i])) {
+            transparent = transparent.value_or(static_cast<int>(i));
+            indexOf[i] = static_cast<std::uint8_t>(*transparent);
+        }
+    }
+    GifOutput output(file);
+    if (output.Get() == nullptr) {
+        return Status::OutOfMemory;
+    }
+    if (!PutHeader(output.Get(), info, transparent, entries, CommentOf(properties))) {
+        return output.Failure();
+    }
+    const Status status = ForEachRow(picture, [&](std::vector<std::uint8_t>& indices) {
+        std::transform(indices.begin(), indices.end(), indices.begin(),
+                       [&](std::uint8_t index) { return indexOf[index]; });
+        const bool put = EGifPutLine(output.Get(), indices.data(), static_cast<int>(indices.size())) == GIF_OK;
+        return put ? Status::Ok : output.Failure();
+    });
+    return status == Status::Ok ? output.Close() : status;
+}
+
+} // namespace
+
+Status WriteGif(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
+    const PictureInfo& info = picture.Info();
+    if (IsIndexed(info.format) && std::none_of(info.palette.begin(), info.palette.end(), IsHalfTransparent)) {
+        const auto entries = EntriesInUse(picture);
+        return entries.Ok() ? WriteIndexed(picture, *entries, properties, file) : entries.GetStatus();
+    }
+    const auto reduced = ReducedToPalette(picture);
+    return reduced.Ok() ? WriteIndexed(**reduced, (*reduced)->Info().palette.size(), properties, file)
+                        : reduced.GetStatus();
+}
+
+} // namespace imaginglibrary

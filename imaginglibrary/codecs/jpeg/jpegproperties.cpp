@@ -1,0 +1,97 @@
+// The property items of JPEG files, as they are read and as they are written.
+#include "imaginglibrary/codecs/jpeg/jpegproperties.h"
+
+#include "imaginglibrary/codecs/metadata/exifreader.h"
+#include "imaginglibrary/codecs/metadata/exifwriter.h"
+
+#include <algorithm>
+#include <cstring>
+#include <span>
+#include <string_view>
+
+namespace imaginglibrary {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::uint32_t LuminanceTableTag = 0x5090;
+constexpr std::uint32_t ChrominanceTableTag = 0x5091;
+constexpr int ExifMarker = JPEG_APP0 + 1;
+constexpr std::size_t MostMarkerBytes = 65533; // its length counts itself
+constexpr std::string_view ExifName = "Exif\0\0"sv;
+
+std::string_view ContentOf(const jpeg_marker_struct& marker) {
+    return {reinterpret_cast<const char*>(marker.data), marker.data_length};
+}
+
+std::span<const std::uint8_t> BytesOf(std::string_view text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+// The content of the first marker of this kind that begins with the name, behind it.
+std::string_view FindMarker(const jpeg_decompress_struct& header, int kind, std::string_view name) {
+    for (const jpeg_marker_struct* marker = header.marker_list; marker != nullptr; marker = marker->next) {
+        const std::string_view content = ContentOf(*marker);
+        if (marker->marker == kind && content.starts_with(name)) {
+            return content.substr(name.size());
+        }
+    }
+    return {};
+}
+
+// Null where there is none; libjpeg checks a table's number only when it needs the table.
+const JQUANT_TBL* QuantisationOf(const jpeg_decompress_struct& header, int component) {
+    if (component >= header.num_components) {
+        return nullptr;
+    }
+    const int number = header.comp_info[component].quant_tbl_no;
+    return number >= 0 && number < NUM_QUANT_TBLS ? header.quant_tbl_ptrs[number] : nullptr;
+}
+
+void AddQuantisation(const jpeg_decompress_struct& header, int component, std::uint32_t tag, PropertyList& properties) {
+    const JQUANT_TBL* table = QuantisationOf(header, component);
+    if (table == nullptr) {
+        return;
+    }
+    Property property{tag, PropertyType::Short, std::vector<std::uint8_t>(sizeof table->quantval)};
+    std::memcpy(property.value.data(), table->quantval, sizeof table->quantval);
+    properties.Add(std::move(property));
+}
+
+} // namespace
+
+PropertyList ReadJpegProperties(const jpeg_decompress_struct& header, std::vector<std::uint8_t> colorProfile) {
+    PropertyList properties;
+    ReadExif(BytesOf(FindMarker(header, ExifMarker, ExifName)), ExifThumbnail::Keep, properties);
+    if (const std::string_view comment = FindMarker(header, JPEG_COM, {}); !comment.empty()) {
+        properties.Add(AsciiProperty(CommentTag, comment));
+    }
+    if (!colorProfile.empty()) {
+        properties.Add({ColorProfileTag, PropertyType::Byte, std::move(colorProfile)});
+    }
+    AddQuantisation(header, 1, ChrominanceTableTag, properties);
+    AddQuantisation(header, 0, LuminanceTableTag, properties);
+    return properties;
+}
+
+std::vector<JpegMarker> MakeJpegMarkers(const PropertyList& properties) {
+    std::vector<JpegMarker> markers;
+    ExifBlock block;
+    for (const Property& item : properties.Items()) {
+        if (!IsTextComment(item)) {
+            block.Add(item);
+        } else if (const auto text = TextOf(item).substr(0, MostMarkerBytes); !text.empty()) {
+            markers.push_back({JPEG_COM, {text.begin(), text.end()}});
+        }
+    }
+    block.Shorten(MostMarkerBytes - ExifName.size());
+    if (const auto bytes = block.MakeBlock(); !bytes.empty()) {
+        JpegMarker exif{ExifMarker, {ExifName.begin(), ExifName.end()}};
+        exif.content.insert(exif.content.end(), bytes.begin(), bytes.end());
+        markers.insert(markers.begin(), std::move(exif));
+    }
+    return markers;
+}
+
+} // namespace imaginglibrary

@@ -1,0 +1,212 @@
+// Puts EXIF blocks and the directories of TIFF files together from property items.
+#include "imaginglibrary/codecs/metadata/exifwriter.h"
+
+#include "imaginglibrary/core/bytes.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace imaginglibrary {
+
+namespace {
+
+constexpr std::size_t CountBytes = 2;
+constexpr std::size_t NextBytes = 4;
+
+constexpr std::size_t Even(std::size_t bytes) { return (bytes + 1) / 2 * 2; }
+
+// With its values behind it; 0 for a directory that is not written.
+std::size_t BytesOf(const ExifDirectory& directory) {
+    if (directory.empty()) {
+        return 0;
+    }
+    std::size_t bytes = CountBytes + TiffEntryBytes * directory.size() + NextBytes;
+    for (const auto& [tag, entry] : directory) {
+        bytes += entry.value.size() > TiffInlineBytes ? Even(entry.value.size()) : 0;
+    }
+    return bytes;
+}
+
+void Append16(std::vector<std::uint8_t>& bytes, std::uint16_t number) {
+    bytes.resize(bytes.size() + sizeof number);
+    PutLittleEndian16(&bytes[bytes.size() - sizeof number], number);
+}
+
+void Append32(std::vector<std::uint8_t>& bytes, std::uint32_t number) {
+    bytes.resize(bytes.size() + sizeof number);
+    PutLittleEndian32(&bytes[bytes.size() - sizeof number], number);
+}
+
+void AppendValue(std::vector<std::uint8_t>& bytes, const std::vector<std::uint8_t>& value, std::size_t length) {
+    bytes.insert(bytes.end(), value.begin(), value.end());
+    bytes.resize(bytes.size() + length - value.size());
+}
+
+// `start` is where the first of the bytes stands in the file.
+void AppendDirectory(std::vector<std::uint8_t>& bytes, const ExifDirectory& directory, std::uint32_t start,
+                     std::uint32_t next) {
+    if (directory.empty()) {
+        return;
+    }
+    auto valueAt =
+        static_cast<std::uint32_t>(start + bytes.size() + CountBytes + TiffEntryBytes * directory.size() + NextBytes);
+    Append16(bytes, static_cast<std::uint16_t>(directory.size()));
+    for (const auto& [tag, entry] : directory) {
+        Append16(bytes, tag);
+        Append16(bytes, static_cast<std::uint16_t>(entry.type));
+        Append32(bytes, entry.count);
+        if (entry.value.size() <= TiffInlineBytes) {
+            AppendValue(bytes, entry.value, TiffInlineBytes);
+        } else {
+            Append32(bytes, valueAt);
+            valueAt += static_cast<std::uint32_t>(Even(entry.value.size()));
+        }
+    }
+    Append32(bytes, next);
+    for (const auto& [tag, entry] : directory) {
+        if (entry.value.size() > TiffInlineBytes) {
+            AppendValue(bytes, entry.value, Even(entry.value.size()));
+        }
+    }
+}
+
+// Has room for a pointer in the directory, or none.
+void KeepPointer(ExifDirectory& directory, std::uint16_t tag, bool isNeeded) {
+    if (isNeeded) {
+        directory[tag] = {PropertyType::Long, 1, std::vector<std::uint8_t>(sizeof(std::uint32_t))};
+    } else {
+        directory.erase(tag);
+    }
+}
+
+void SetPointer(ExifDirectory& directory, std::uint16_t tag, std::uint64_t to) {
+    if (const auto entry = directory.find(tag); entry != directory.end()) {
+        PutLittleEndian32(entry->second.value.data(), static_cast<std::uint32_t>(to));
+    }
+}
+
+bool IsPointer(ExifPlace directory, std::uint16_t tag) { return !ItemTagOf(directory, tag).has_value(); }
+
+} // namespace
+
+ExifDirectory* ExifBlock::DirectoryOf(ExifPlace place) {
+    switch (place) {
+    case ExifPlace::Main:
+        return &main_;
+    case ExifPlace::Exif:
+        return &exif_;
+    case ExifPlace::Gps:
+        return &gps_;
+    case ExifPlace::Interop:
+        return &interop_;
+    case ExifPlace::Thumbnail:
+        return &thumbnail_;
+    case ExifPlace::Nowhere:
+        break;
+    }
+    return nullptr;
+}
+
+void ExifBlock::Add(Property property) {
+    ExifDirectory* directory = DirectoryOf(PlaceOf(property.tag));
+    const std::size_t element = ElementBytes(property.type);
+    TerminateText(property);
+    if (directory == nullptr || element == 0 || property.value.empty() || property.value.size() % element != 0) {
+        return;
+    }
+    if (property.tag == ThumbnailDataTag) {
+        thumbnailData_ = std::move(property.value);
+        return;
+    }
+    SwapUnlessNative(property.value, property.type, std::endian::little);
+    const auto count = static_cast<std::uint32_t>(property.value.size() / element);
+    directory->insert_or_assign(FileTagOf(property.tag), ExifEntry{property.type, count, std::move(property.value)});
+}
+
+bool ExifBlock::IsEmpty() const { return main_.empty() && exif_.empty() && gps_.empty() && interop_.empty(); }
+
+void ExifBlock::DropThumbnail() {
+    thumbnail_.clear();
+    thumbnailData_.clear();
+}
+
+void ExifBlock::Shorten(std::size_t mostBytes) {
+    if (SetPointers(TiffHeaderBytes) > mostBytes) {
+        DropThumbnail();
+    }
+    while (!IsEmpty() && SetPointers(TiffHeaderBytes) > mostBytes) {
+        DropLargest();
+    }
+}
+
+void ExifBlock::DropLargest() {
+    ExifDirectory* from = nullptr;
+    ExifDirectory::iterator largest;
+    for (const ExifPlace place : {ExifPlace::Main, ExifPlace::Exif, ExifPlace::Gps, ExifPlace::Interop}) {
+        ExifDirectory& directory = *DirectoryOf(place);
+        for (auto entry = directory.begin(); entry != directory.end(); ++entry) {
+            if (!IsPointer(place, entry->first) &&
+                (from == nullptr || entry->second.value.size() > largest->second.value.size())) {
+                from = &directory;
+                largest = entry;
+            }
+        }
+    }
+    if (from != nullptr) {
+        from->erase(largest);
+    }
+}
+
+// Lets the directories point at each other where they begin at `start`. Gives back where they end.
+std::uint64_t ExifBlock::SetPointers(std::uint64_t start) {
+    // Pointers take room themselves, so all of them come first, those to the innermost directory at the head.
+    KeepPointer(exif_, InteropPointerTag, !interop_.empty());
+    KeepPointer(main_, ExifPointerTag, !exif_.empty());
+    KeepPointer(main_, GpsPointerTag, !gps_.empty());
+    if (thumbnailData_.empty()) {
+        thumbnail_.clear();
+    } else {
+        KeepPointer(thumbnail_, ThumbnailOffsetTag, true);
+        KeepPointer(thumbnail_, ThumbnailLengthTag, true);
+    }
+    const std::uint64_t exif = start + BytesOf(main_);
+    const std::uint64_t gps = exif + BytesOf(exif_);
+    const std::uint64_t interop = gps + BytesOf(gps_);
+    const std::uint64_t data = interop + BytesOf(interop_) + BytesOf(thumbnail_);
+    SetPointer(main_, ExifPointerTag, exif);
+    SetPointer(main_, GpsPointerTag, gps);
+    SetPointer(exif_, InteropPointerTag, interop);
+    SetPointer(thumbnail_, ThumbnailOffsetTag, data);
+    SetPointer(thumbnail_, ThumbnailLengthTag, thumbnailData_.size());
+    return data + thumbnailData_.size();
+}
+
+std::vector<std::uint8_t> ExifBlock::MakeDirectories(std::uint64_t start, std::uint32_t next) {
+    const std::uint64_t end = SetPointers(start);
+    if (end > std::numeric_limits<std::uint32_t>::max()) {
+        return {};
+    }
+    const auto at = static_cast<std::uint32_t>(start);
+    const std::uint64_t thumbnail = end - thumbnailData_.size() - BytesOf(thumbnail_);
+    std::vector<std::uint8_t> bytes;
+    AppendDirectory(bytes, main_, at, thumbnail_.empty() ? next : static_cast<std::uint32_t>(thumbnail));
+    for (const ExifDirectory* directory : {&exif_, &gps_, &interop_, &thumbnail_}) {
+        AppendDirectory(bytes, *directory, at, 0);
+    }
+    AppendValue(bytes, thumbnailData_, thumbnailData_.size());
+    return bytes;
+}
+
+std::vector<std::uint8_t> ExifBlock::MakeBlock() {
+    const auto directories = MakeDirectories(TiffHeaderBytes);
+    if (IsEmpty() || directories.empty()) {
+        return {};
+    }
+    std::vector<std::uint8_t> block = {'I', 'I'};
+    Append16(block, TiffMagic);
+    Append32(block, TiffHeaderBytes);
+    block.insert(block.end(), directories.begin(), directories.end());
+    return block;
+}
+
+} // namespace imaginglibrary

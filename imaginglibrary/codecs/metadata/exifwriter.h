@@ -1,0 +1,58 @@
+// Puts EXIF blocks and the directories of TIFF files together from property items.
+#pragma once
+
+#include "imaginglibrary/codecs/metadata/exiftags.h"
+
+#include <map>
+
+namespace imaginglibrary {
+
+// An entry of a little-endian directory; the value is in the file's byte order. One of up to four bytes is what stands
+// in the entry itself, whatever the count says.
+struct ExifEntry {
+    PropertyType type;
+    std::uint32_t count;
+    std::vector<std::uint8_t> value;
+};
+
+// By tag, in the order that files must have.
+using ExifDirectory = std::map<std::uint16_t, ExifEntry>;
+
+// All directories of a block, little-endian.
+class ExifBlock {
+  public:
+    // Puts an item in its place. One that has none, or whose value is not made of whole elements, is passed over.
+    void Add(Property property);
+
+    // Whether there is nothing to write; a thumbnail alone is nothing.
+    bool IsEmpty() const;
+
+    void DropThumbnail();
+
+    // Leaves out what is largest, the thumbnail first, until MakeBlock's result is not longer than this.
+    void Shorten(std::size_t mostBytes);
+
+    // For TIFF files, which have entries of their own in it.
+    ExifDirectory& Main() { return main_; }
+
+    // All directories for a file that has them at `start`, which is even; `next` is where the next main directory of
+    // that file stands. Empty where the file would be longer than its offsets can tell.
+    std::vector<std::uint8_t> MakeDirectories(std::uint64_t start, std::uint32_t next = 0);
+
+    // A block of its own, with its header.
+    std::vector<std::uint8_t> MakeBlock();
+
+  private:
+    ExifDirectory* DirectoryOf(ExifPlace place);
+    std::uint64_t SetPointers(std::uint64_t start);
+    void DropLargest();
+
+    ExifDirectory main_;
+    ExifDirectory exif_;
+    ExifDirectory gps_;
+    ExifDirectory interop_;
+    ExifDirectory thumbnail_;
+    std::vector<std::uint8_t> thumbnailData_;
+};
+
+} // namespace imaginglibrary

@@ -1,0 +1,82 @@
+// Reads PNG files of every colour type and depth.
+#include "imaginglibrary/codecs/png/pngreader.h"
+
+#include "imaginglibrary/codecs/png/pngproperties.h"
+#include "imaginglibrary/codecs/png/pngstream.h"
+#include "imaginglibrary/core/bitmap.h"
+
+namespace imaginglibrary {
+
+namespace {
+
+class PngRows : public RowReader {
+  public:
+    explicit PngRows(std::unique_ptr<PngStream> stream) : stream_(std::move(stream)) {}
+
+    Status ReadRow(std::uint8_t* row) override { return stream_->ReadRow(row); }
+
+  private:
+    std::unique_ptr<PngStream> stream_;
+};
+
+// Each pass fills in some pixels of the whole picture.
+Result<std::unique_ptr<RowReader>> ReadPasses(PngStream& stream, int passes, const PictureInfo& info) {
+    auto bitmap = Bitmap::Create(info);
+    if (!bitmap.Ok()) {
+        return bitmap.GetStatus();
+    }
+    for (int pass = 0; pass < passes; ++pass) {
+        for (std::uint32_t y = 0; y < info.height; ++y) {
+            if (const Status status = stream.ReadRow((*bitmap)->Row(y)); status != Status::Ok) {
+                return status;
+            }
+        }
+    }
+    return (*bitmap)->OpenRows();
+}
+
+class PngPicture : public Decoder {
+  public:
+    PngPicture(std::shared_ptr<const InputFile> file, PictureInfo info)
+        : file_(std::move(file)), info_(std::move(info)) {
+        properties_ = ReadPngProperties(*file_);
+    }
+
+    const PictureInfo& Info() const override { return info_; }
+
+    Result<std::unique_ptr<RowReader>> OpenRows() const override {
+        auto stream = PngStream::Open(file_);
+        if (!stream.Ok()) {
+            return stream.GetStatus();
+        }
+        // The file may have been changed under us, and rows must fit the caller's buffer whatever it says now.
+        const PictureInfo now = (*stream)->Info();
+        if (now.width != info_.width || now.height != info_.height || now.format != info_.format) {
+            return UndecodableContent;
+        }
+        const auto passes = (*stream)->Start();
+        if (!passes.Ok()) {
+            return passes.GetStatus();
+        }
+        if (*passes > 1) {
+            return ReadPasses(**stream, *passes, info_);
+        }
+        return std::unique_ptr<RowReader>(std::make_unique<PngRows>(std::move(*stream)));
+    }
+
+  private:
+    std::shared_ptr<const InputFile> file_;
+    PictureInfo info_;
+};
+
+} // namespace
+
+Result<std::unique_ptr<Decoder>> OpenPng(std::shared_ptr<const InputFile> file) {
+    auto stream = PngStream::Open(file);
+    if (!stream.Ok()) {
+        return stream.GetStatus();
+    }
+    return std::unique_ptr<Decoder>(std::make_unique<PngPicture>(std::move(file), (*stream)->Info()));
+}
+
+} // namespace imaginglibrary

@@ -1,0 +1,144 @@
+// One pass of libpng over a PNG file.
+#include "imaginglibrary/codecs/png/pngstream.h"
+
+#include "imaginglibrary/core/limits.h"
+
+namespace imaginglibrary {
+
+namespace {
+
+constexpr double MetresPerInch = 0.0254;
+
+} // namespace
+
+void LeaveOnPngError(png_structp png, png_const_charp /*message*/) {
+    static_cast<LibraryExit*>(png_get_error_ptr(png))->Leave(UndecodableContent);
+}
+
+void IgnorePngWarning(png_structp /*png*/, png_const_charp /*message*/) {}
+
+PngStream::PngStream(std::shared_ptr<const InputFile> file) : bytes_(std::move(file)) {}
+
+PngStream::~PngStream() { png_destroy_read_struct(&png_, &header_, nullptr); }
+
+void PngStream::ReadBytes(png_structp png, png_bytep to, png_size_t count) {
+    auto* stream = static_cast<PngStream*>(png_get_io_ptr(png));
+    if (stream->bytes_.Read(to, count) != count) {
+        stream->exit_.Leave(UndecodableContent);
+    }
+}
+
+Result<std::unique_ptr<PngStream>> PngStream::Open(std::shared_ptr<const InputFile> file) {
+    std::unique_ptr<PngStream> stream(new PngStream(std::move(file)));
+    PngStream* self = stream.get();
+    const Status status = self->exit_.Run([self] {
+        self->png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &self->exit_, LeaveOnPngError, IgnorePngWarning);
+        if (self->png_ != nullptr) {
+            self->header_ = png_create_info_struct(self->png_);
+        }
+        if (self->header_ == nullptr) {
+            self->exit_.Leave(Status::OutOfMemory);
+        }
+        png_set_read_fn(self->png_, self, ReadBytes);
+        // The size is judged by ourselves, for a status of its own.
+        png_set_user_limits(self->png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
+        png_set_chunk_malloc_max(self->png_, MaximumMetadataBytes);
+        // Metadata are read elsewhere, and a text may be short in the file and fill the memory.
+        constexpr int AllButPixels = -1;
+        png_set_keep_unknown_chunks(self->png_, PNG_HANDLE_CHUNK_NEVER, nullptr, AllButPixels);
+        constexpr png_byte Resolution[] = "pHYs";
+        png_set_keep_unknown_chunks(self->png_, PNG_HANDLE_CHUNK_AS_DEFAULT, Resolution, 1);
+        png_set_benign_errors(self->png_, 1);
+        png_read_info(self->png_, self->header_);
+    });
+    if (status != Status::Ok) {
+        return status;
+    }
+    if (!IsAcceptableSize(png_get_image_width(self->png_, self->header_),
+                          png_get_image_height(self->png_, self->header_))) {
+        return Status::InvalidParameter;
+    }
+    return stream;
+}
+
+bool PngStream::HasTransparencyChunk() const { return png_get_valid(png_, header_, PNG_INFO_tRNS) != 0; }
+
+PixelFormat PngStream::Format() const {
+    const int depth = png_get_bit_depth(png_, header_);
+    if (HasTransparencyChunk()) {
+        return PixelFormat::Argb32;
+    }
+    switch (png_get_color_type(png_, header_)) {
+    case PNG_COLOR_TYPE_GRAY:
+        return depth == 1 ? PixelFormat::Indexed1 : PixelFormat::Argb32;
+    case PNG_COLOR_TYPE_RGB:
+        return depth == 8 ? PixelFormat::Rgb24 : PixelFormat::Argb32;
+    case PNG_COLOR_TYPE_PALETTE:
+        return depth == 1   ? PixelFormat::Indexed1
+               : depth == 4 ? PixelFormat::Indexed4
+               : depth == 8 ? PixelFormat::Indexed8
+                            : PixelFormat::Argb32;
+    default:
+        return PixelFormat::Argb32;
+    }
+}
+
+Palette PngStream::ReadPalette() const {
+    if (png_get_color_type(png_, header_) != PNG_COLOR_TYPE_PALETTE) {
+        return GreyPalette(2);
+    }
+    png_colorp entries = nullptr;
+    int count = 0;
+    png_get_PLTE(png_, header_, &entries, &count);
+    Palette palette;
+    for (int i = 0; i < count; ++i) {
+        palette.push_back(MakeColor(entries[i].red, entries[i].green, entries[i].blue));
+    }
+    return palette;
+}
+
+PictureInfo PngStream::Info() const {
+    PictureInfo info{
+        .width = png_get_image_width(png_, header_), .height = png_get_image_height(png_, header_), .format = Format()};
+    if (IsIndexed(info.format)) {
+        info.palette = ReadPalette();
+    }
+    png_uint_32 horizontal = 0, vertical = 0;
+    int unit = PNG_RESOLUTION_UNKNOWN;
+    if (png_get_pHYs(png_, header_, &horizontal, &vertical, &unit) != 0 && unit == PNG_RESOLUTION_METER) {
+        info.resolution = {horizontal * MetresPerInch, vertical * MetresPerInch};
+    }
+    return info;
+}
+
+Result<int> PngStream::Start() {
+    int passes = 1;
+    int* const found = &passes;
+    const PixelFormat format = Format();
+    const Status status = exit_.Run([this, format, found] {
+        if (format == PixelFormat::Argb32) {
+            png_set_expand(png_);
+            png_set_scale_16(png_);
+            png_set_gray_to_rgb(png_);
+            png_set_add_alpha(png_, 255, PNG_FILLER_AFTER);
+        }
+        if (!IsIndexed(format)) {
+            png_set_bgr(png_);
+        }
+        *found = png_set_interlace_handling(png_);
+        png_read_update_info(png_, header_);
+        if (png_get_rowbytes(png_, header_) != BytesPerRow(format, png_get_image_width(png_, header_))) {
+            exit_.Leave(UndecodableContent);
+        }
+    });
+    if (status != Status::Ok) {
+        return status;
+    }
+    return passes;
+}
+
+Status PngStream::ReadRow(std::uint8_t* row) {
+    return exit_.Run([this, row] { png_read_row(png_, row, nullptr); });
+}
+
+} // namespace imaginglibrary

@@ -1,0 +1,193 @@
+// Writes TIFF files.
+#include "imaginglibrary/codecs/tiff/tiffwriter.h"
+
+#include "imaginglibrary/codecs/tiff/tiffclient.h"
+#include "imaginglibrary/codecs/tiff/tiffproperties.h"
+#include "imaginglibrary/core/rowconverter.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace imaginglibrary {
+
+namespace {
+
+constexpr std::size_t StripBytes = 65536;
+constexpr double DefaultDotsPerInch = 96;
+
+// How a picture is laid down in the file.
+struct TiffForm {
+    int photometric;
+    int bits;    // per sample
+    int samples; // per pixel
+    int compression = COMPRESSION_LZW;
+    int predictor = PREDICTOR_NONE;
+    PixelFormat convertTo = PixelFormat::Undefined; // rows go through it first, unless they are taken as they are
+};
+
+Palette FullPalette(const PictureInfo& info) {
+    Palette palette = info.palette;
+    palette.resize(std::size_t{1} << BitsPerPixel(info.format), MakeColor(0, 0, 0));
+    return palette;
+}
+
+TiffForm IndexedForm(const PictureInfo& info) {
+    const int bits = static_cast<int>(BitsPerPixel(info.format));
+    const Palette palette = FullPalette(info);
+    const Palette greys = GreyPalette(1u << bits);
+    if (bits == 1 && palette == greys) {
+        return {PHOTOMETRIC_MINISBLACK, bits, 1, COMPRESSION_CCITTFAX4};
+    }
+    if (bits == 1 && palette == Palette{greys[1], greys[0]}) {
+        return {PHOTOMETRIC_MINISWHITE, bits, 1, COMPRESSION_CCITTFAX4};
+    }
+    if (palette == greys) {
+        // libtiff takes no differences of 4-bit samples.
+        return {PHOTOMETRIC_MINISBLACK, bits, 1, COMPRESSION_LZW, bits == 8 ? PREDICTOR_HORIZONTAL : PREDICTOR_NONE};
+    }
+    return {PHOTOMETRIC_PALETTE, bits, 1};
+}
+
+TiffForm FormOf(const PictureInfo& info) {
+    if (MayBeTransparent(info)) {
+        return {PHOTOMETRIC_RGB, 8, 4, COMPRESSION_LZW, PREDICTOR_HORIZONTAL, PixelFormat::Argb32};
+    }
+    if (IsIndexed(info.format)) {
+        return IndexedForm(info);
+    }
+    return {PHOTOMETRIC_RGB, 8, 3, COMPRESSION_LZW, PREDICTOR_HORIZONTAL, PixelFormat::Rgb24};
+}
+
+std::size_t FileRowBytes(const PictureInfo& info, const TiffForm& form) {
+    return (std::size_t{info.width} * static_cast<std::size_t>(form.bits * form.samples) + 7) / 8;
+}
+
+std::uint32_t RowsPerStrip(const PictureInfo& info, std::size_t rowBytes) {
+    return static_cast<std::uint32_t>(std::clamp<std::size_t>(StripBytes / rowBytes, 1, info.height));
+}
+
+bool SetColorMap(TIFF* tiff, const PictureInfo& info) {
+    std::vector<std::uint16_t> red;
+    std::vector<std::uint16_t> green;
+    std::vector<std::uint16_t> blue;
+    for (const Color color : FullPalette(info)) {
+        red.push_back(static_cast<std::uint16_t>(RedOf(color) * 257));
+        green.push_back(static_cast<std::uint16_t>(GreenOf(color) * 257));
+        blue.push_back(static_cast<std::uint16_t>(BlueOf(color) * 257));
+    }
+    return TIFFSetField(tiff, TIFFTAG_COLORMAP, red.data(), green.data(), blue.data()) == 1;
+}
+
+bool SetResolution(TIFF* tiff, const Resolution& resolution) {
+    const auto orDefault = [](double dots) { return dots > 0 ? dots : DefaultDotsPerInch; };
+    return TIFFSetField(tiff, TIFFTAG_XRESOLUTION, orDefault(resolution.horizontal)) == 1 &&
+           TIFFSetField(tiff, TIFFTAG_YRESOLUTION, orDefault(resolution.vertical)) == 1 &&
+           TIFFSetField(tiff, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH) == 1;
+}
+
+bool SetFields(TIFF* tiff, const PictureInfo& info, const TiffForm& form, std::uint32_t rowsPerStrip) {
+    bool isSet = true;
+    const auto set = [&](std::uint32_t tag, auto value) { isSet = isSet && TIFFSetField(tiff, tag, value) == 1; };
+    set(TIFFTAG_IMAGEWIDTH, info.width);
+    set(TIFFTAG_IMAGELENGTH, info.height);
+    set(TIFFTAG_BITSPERSAMPLE, form.bits);
+    set(TIFFTAG_SAMPLESPERPIXEL, form.samples);
+    set(TIFFTAG_PHOTOMETRIC, form.photometric);
+    set(TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
+    set(TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
+    set(TIFFTAG_COMPRESSION, form.compression);
+    set(TIFFTAG_ROWSPERSTRIP, rowsPerStrip);
+    if (form.predictor != PREDICTOR_NONE) {
+        set(TIFFTAG_PREDICTOR, form.predictor);
+    }
+    if (form.samples == 4) {
+        std::uint16_t kind = EXTRASAMPLE_UNASSALPHA;
+        isSet = isSet && TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &kind) == 1;
+    }
+    if (form.photometric == PHOTOMETRIC_PALETTE) {
+        isSet = isSet && SetColorMap(tiff, info);
+    }
+    return isSet && SetResolution(tiff, info.resolution);
+}
+
+// Reads rows in the order of channels that the file has.
+class TiffRowSource {
+  public:
+    TiffRowSource(const PictureInfo& info, const TiffForm& form, std::unique_ptr<RowReader> rows)
+        : rows_(std::move(rows)), step_(static_cast<std::size_t>(form.samples)), width_(info.width) {
+        if (form.convertTo != PixelFormat::Undefined) {
+            converter_.emplace(info, form.convertTo);
+            source_.resize(BytesPerRow(info.format, info.width));
+        }
+    }
+
+    Status ReadRow(std::uint8_t* to) {
+        if (!converter_) {
+            return rows_->ReadRow(to);
+        }
+        const Status status = rows_->ReadRow(source_.data());
+        if (status == Status::Ok) {
+            converter_->Convert(source_.data(), to);
+            for (std::uint32_t x = 0; x < width_; ++x, to += step_) {
+                std::swap(to[0], to[2]); // red goes first
+            }
+        }
+        return status;
+    }
+
+  private:
+    std::unique_ptr<RowReader> rows_;
+    std::size_t step_;
+    std::uint32_t width_;
+    std::optional<RowConverter> converter_;
+    std::vector<std::uint8_t> source_;
+};
+
+Status WriteStrips(TiffRowSource& rows, const PictureInfo& info, std::size_t rowBytes, TiffOutput& output) {
+    const std::uint32_t rowsPerStrip = RowsPerStrip(info, rowBytes);
+    std::vector<std::uint8_t> strip(rowBytes * rowsPerStrip);
+    std::uint32_t number = 0;
+    for (std::uint32_t y = 0; y < info.height; ++number) {
+        const std::uint32_t count = std::min(rowsPerStrip, info.height - y);
+        for (std::uint32_t row = 0; row < count; ++row, ++y) {
+            if (const Status status = rows.ReadRow(strip.data() + rowBytes * row); status != Status::Ok) {
+                return status;
+            }
+        }
+        const auto bytes = static_cast<tmsize_t>(rowBytes * count);
+        if (TIFFWriteEncodedStrip(output.Get(), number, strip.data(), bytes) != bytes) {
+            return output.Failure();
+        }
+    }
+    return Status::Ok;
+}
+
+} // namespace
+
+Status WriteTiff(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
+    const PictureInfo& info = picture.Info();
+    const TiffForm form = FormOf(info);
+    const std::size_t rowBytes = FileRowBytes(info, form);
+    auto opened = picture.OpenRows();
+    if (!opened.Ok()) {
+        return opened.GetStatus();
+    }
+    auto output = TiffOutput::Create(file);
+    if (!output.Ok()) {
+        return output.GetStatus();
+    }
+    if (!SetFields((*output)->Get(), info, form, RowsPerStrip(info, rowBytes))) {
+        return (*output)->Failure();
+    }
+    TiffRowSource rows(info, form, std::move(*opened));
+    Status status = WriteStrips(rows, info, rowBytes, **output);
+    if (status == Status::Ok) {
+        status = (*output)->Finish();
+    }
+    return status == Status::Ok ? AddTiffProperties(properties, file) : status;
+}
+
+} // namespace imaginglibrary
