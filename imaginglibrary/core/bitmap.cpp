@@ -2,6 +2,7 @@
 #include "imaginglibrary/core/bitmap.h"
 
 #include "imaginglibrary/core/limits.h"
+#include "imaginglibrary/core/rowpump.h"
 
 #include <cstring>
 
@@ -43,14 +44,10 @@ Result<std::shared_ptr<Bitmap>> Bitmap::Copy(const PixelSource& picture) {
     if (!bitmap.Ok()) {
         return bitmap.GetStatus();
     }
-    auto rows = picture.OpenRows();
-    if (!rows.Ok()) {
-        return rows.GetStatus();
-    }
-    for (std::uint32_t y = 0; y < picture.Info().height; ++y) {
-        if (const Status status = (*rows)->ReadRow((*bitmap)->Row(y)); status != Status::Ok) {
-            return status;
-        }
+    const Status status =
+        ReadRowsInto(picture.OpenRows(), picture.Info().height, [&](std::uint32_t y) { return (*bitmap)->Row(y); });
+    if (status != Status::Ok) {
+        return status;
     }
     return bitmap;
 }

@@ -11,7 +11,12 @@
 
 namespace imaginglibrary {
 
-// Dots per inch. Zero means that the file says nothing usable; the platform then assumes the screen's 96.
+// What the platform assumes where a picture does not tell its dots per inch: the screen's.
+inline constexpr double AssumedDotsPerInch = 96;
+
+constexpr double DotsPerInchOrAssumed(double dotsPerInch) { return dotsPerInch > 0 ? dotsPerInch : AssumedDotsPerInch; }
+
+// Dots per inch. Zero means that the file says nothing usable.
 struct Resolution {
     double horizontal = 0;
     double vertical = 0;

@@ -1,6 +1,8 @@
 // Turns rows of any pixel format into the true-colour form that an encoder or an operation works on.
 #include "imaginglibrary/core/rowconverter.h"
 
+#include "imaginglibrary/core/packing.h"
+
 #include <cassert>
 #include <cstring>
 #include <vector>
@@ -51,9 +53,9 @@ std::uint16_t Load16(const std::uint8_t* bytes) {
 // One pixel, not premultiplied, at position x of a row in each format.
 template <PixelFormat Format> Pixel PixelAt(const std::uint8_t* row, std::size_t x, const Palette& palette) {
     if constexpr (Format == PixelFormat::Indexed1) {
-        return FromColor(palette[(row[x / 8] >> (7 - x % 8)) & 1]);
+        return FromColor(palette[PackedAt(row, x, 1)]);
     } else if constexpr (Format == PixelFormat::Indexed4) {
-        return FromColor(palette[x % 2 == 0 ? row[x / 2] >> 4 : row[x / 2] & 15]);
+        return FromColor(palette[PackedAt(row, x, 4)]);
     } else if constexpr (Format == PixelFormat::Indexed8) {
         return FromColor(palette[row[x]]);
     } else if constexpr (Format == PixelFormat::Rgb555 || Format == PixelFormat::Argb1555) {
@@ -161,15 +163,7 @@ class ConvertedPicture : public PixelSource {
 
     const PictureInfo& Info() const override { return info_; }
 
-    Result<std::unique_ptr<RowReader>> OpenRows() const override {
-        auto rows = picture_->OpenRows();
-        if (!rows.Ok()) {
-            return rows.GetStatus();
-        }
-        const PictureInfo& from = picture_->Info();
-        return std::unique_ptr<RowReader>(std::make_unique<ConvertedRows>(
-            std::move(*rows), RowConverter(from, info_.format), BytesPerRow(from.format, from.width)));
-    }
+    Result<std::unique_ptr<RowReader>> OpenRows() const override { return OpenRowsAs(*picture_, info_.format); }
 
   private:
     std::shared_ptr<const PixelSource> picture_;
@@ -198,6 +192,16 @@ void RowConverter::Convert(const std::uint8_t* from, std::uint8_t* to) const {
     default:
         assert(false);
     }
+}
+
+Result<std::unique_ptr<RowReader>> OpenRowsAs(const PixelSource& picture, PixelFormat target) {
+    auto rows = picture.OpenRows();
+    if (!rows.Ok()) {
+        return rows.GetStatus();
+    }
+    const PictureInfo& from = picture.Info();
+    return std::unique_ptr<RowReader>(std::make_unique<ConvertedRows>(std::move(*rows), RowConverter(from, target),
+                                                                      BytesPerRow(from.format, from.width)));
 }
 
 std::unique_ptr<PixelSource> ConvertedTo(std::shared_ptr<const PixelSource> picture, PixelFormat target) {

@@ -23,6 +23,9 @@ class RowConverter {
     Palette palette_; // full length, so that every index has an entry
 };
 
+// A reader of the picture's rows converted to `target`; the picture may go before it.
+Result<std::unique_ptr<RowReader>> OpenRowsAs(const PixelSource& picture, PixelFormat target);
+
 // The same picture with its rows converted to `target`; it and its readers keep `picture` alive.
 std::unique_ptr<PixelSource> ConvertedTo(std::shared_ptr<const PixelSource> picture, PixelFormat target);
 

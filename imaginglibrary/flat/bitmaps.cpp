@@ -12,8 +12,6 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr double ScreenDotsPerInch = 96;
-
 constexpr std::array CreatableFormats{
     PixelFormat::Indexed1, PixelFormat::Indexed4, PixelFormat::Indexed8, PixelFormat::Rgb555,
     PixelFormat::Rgb565,   PixelFormat::Argb1555, PixelFormat::Rgb24,    PixelFormat::Rgb32,
@@ -71,7 +69,7 @@ FLAT_EXPORT Status FLAT_CALL GdipCreateBitmapFromScan0(std::int32_t width, std::
                                     .height = static_cast<std::uint32_t>(height),
                                     .format = format,
                                     .palette = IsIndexed(format) ? DefaultPalette(format) : Palette(),
-                                    .resolution = {ScreenDotsPerInch, ScreenDotsPerInch}});
+                                    .resolution = {AssumedDotsPerInch, AssumedDotsPerInch}});
         if (!made.Ok()) {
             return made.GetStatus();
         }

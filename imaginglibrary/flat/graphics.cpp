@@ -13,8 +13,6 @@ namespace {
 
 using AllGraphics = Handles<GpGraphics, Graphics>;
 
-constexpr double DefaultDotsPerInch = 96;
-
 // Does not keep its image: callers may leave a surface behind, and the image's file must be free all the same.
 class ImageSurface : public Surface {
   public:
@@ -33,8 +31,7 @@ class ImageSurface : public Surface {
 
     double DotsPerInch() const override {
         const auto image = image_.lock();
-        const double dots = image != nullptr ? image->Picture()->Info().resolution.vertical : 0;
-        return dots > 0 ? dots : DefaultDotsPerInch;
+        return DotsPerInchOrAssumed(image != nullptr ? image->Picture()->Info().resolution.vertical : 0);
     }
 
     bool Shows(const PixelSource& picture) const override {

@@ -1,6 +1,8 @@
 // Part of a picture.
 #include "imaginglibrary/operations/crop.h"
 
+#include "imaginglibrary/core/packing.h"
+
 #include <cstring>
 #include <vector>
 
@@ -15,12 +17,8 @@ void CopyPixels(const std::uint8_t* from, std::size_t first, std::size_t count, 
         return;
     }
     std::memset(to, 0, (count * bits + 7) / 8);
-    const unsigned mask = (1u << bits) - 1;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t sourceBit = (first + i) * bits;
-        const std::size_t targetBit = i * bits;
-        const unsigned value = (from[sourceBit / 8] >> (8 - bits - sourceBit % 8)) & mask;
-        to[targetBit / 8] = static_cast<std::uint8_t>(to[targetBit / 8] | value << (8 - bits - targetBit % 8));
+        PutPacked(to, i, bits, PackedAt(from, first + i, bits));
     }
 }
 

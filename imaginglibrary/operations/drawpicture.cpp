@@ -3,6 +3,7 @@
 
 #include "imaginglibrary/core/limits.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/core/rowpump.h"
 #include "imaginglibrary/operations/affinesampler.h"
 #include "imaginglibrary/operations/coverage.h"
 #include "imaginglibrary/operations/crop.h"
@@ -55,31 +56,24 @@ std::optional<UprightTarget> UprightTargetOf(const PixelRect& part, const Affine
 
 // Lays the rows of a picture over the canvas, its first pixel at (left, top) of the surface; what falls outside is not
 // shown.
-Status PlaceRows(Canvas& canvas, std::shared_ptr<const PixelSource> picture, std::int64_t left, std::int64_t top) {
+Status PlaceRows(Canvas& canvas, const std::shared_ptr<const PixelSource>& picture, std::int64_t left,
+                 std::int64_t top) {
     const PictureInfo& info = picture->Info();
     const PixelRect target{left, top, left + std::int64_t{info.width}, top + std::int64_t{info.height}};
     const PixelRect visible = Intersection(target, canvas.Area());
     if (visible.IsEmpty()) {
         return Status::Ok;
     }
-    auto rows = picture->OpenRows();
-    if (!rows.Ok()) {
-        return rows.GetStatus();
-    }
-    const RowConverter converter(info, PixelFormat::Argb32);
-    std::vector<std::uint8_t> stored(BytesPerRow(info.format, info.width));
-    std::vector<std::uint8_t> pixels(std::size_t{info.width} * 4);
-    for (std::int64_t y = top; y < visible.bottom; ++y) {
-        if (const Status status = (*rows)->ReadRow(stored.data()); status != Status::Ok) {
-            return status;
-        }
+    const auto blend = [&](std::uint32_t row, const std::uint8_t* pixels) {
+        const std::int64_t y = top + std::int64_t{row};
         if (y >= visible.top) {
-            converter.Convert(stored.data(), pixels.data());
-            BlendRow(canvas, visible.left, y, pixels.data() + (visible.left - left) * 4,
+            BlendRow(canvas, visible.left, y, pixels + (visible.left - left) * 4,
                      static_cast<std::size_t>(visible.Width()));
         }
-    }
-    return Status::Ok;
+        return Status::Ok;
+    };
+    return ForEachRow(OpenRowsAs(*picture, PixelFormat::Argb32), std::size_t{info.width} * 4,
+                      static_cast<std::uint32_t>(visible.bottom - top), blend);
 }
 
 // The part of the picture that is drawn; the picture itself where that is all of it.

@@ -2,6 +2,7 @@
 #include "imaginglibrary/operations/quantizer.h"
 
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/core/rowpump.h"
 #include "imaginglibrary/operations/colorhistogram.h"
 #include "imaginglibrary/operations/errordiffusion.h"
 #include "imaginglibrary/operations/palettechoice.h"
@@ -19,39 +20,45 @@ namespace {
 constexpr unsigned LeastOpaqueAlpha = 128;
 
 // Reads rows of any format as Argb32 pixels that are either opaque or, with alpha 0, holes.
-class OpaqueRows {
+class OpaqueRows : public RowReader {
   public:
-    OpaqueRows(const PictureInfo& info, std::unique_ptr<RowReader> rows)
-        : rows_(std::move(rows)), toAlpha_(info, PixelFormat::Argb32), toWhite_(info, PixelFormat::Rgb32),
-          mayHaveHoles_(MayBeTransparent(info)), source_(BytesPerRow(info.format, info.width)),
-          pixels_(std::size_t{info.width} * 4), overWhite_(mayHaveHoles_ ? pixels_.size() : 0) {}
+    static Result<std::unique_ptr<RowReader>> Open(const PixelSource& picture) {
+        auto rows = picture.OpenRows();
+        if (!rows.Ok()) {
+            return rows.GetStatus();
+        }
+        return std::unique_ptr<RowReader>(new OpaqueRows(picture.Info(), std::move(*rows)));
+    }
 
-    // The next row, valid until the next call.
-    Result<const std::uint8_t*> ReadRow() {
+    Status ReadRow(std::uint8_t* row) override {
         if (const Status status = rows_->ReadRow(source_.data()); status != Status::Ok) {
             return status;
         }
-        toAlpha_.Convert(source_.data(), pixels_.data());
+        toAlpha_.Convert(source_.data(), row);
         if (mayHaveHoles_) {
             toWhite_.Convert(source_.data(), overWhite_.data());
-            for (std::size_t at = 0; at < pixels_.size(); at += 4) {
-                if (pixels_[at + 3] < LeastOpaqueAlpha) {
-                    pixels_[at + 3] = 0;
+            for (std::size_t at = 0; at < overWhite_.size(); at += 4) {
+                if (row[at + 3] < LeastOpaqueAlpha) {
+                    row[at + 3] = 0;
                 } else {
-                    std::memcpy(&pixels_[at], &overWhite_[at], 4);
+                    std::memcpy(&row[at], &overWhite_[at], 4);
                 }
             }
         }
-        return const_cast<const std::uint8_t*>(pixels_.data());
+        return Status::Ok;
     }
 
   private:
+    OpaqueRows(const PictureInfo& info, std::unique_ptr<RowReader> rows)
+        : rows_(std::move(rows)), toAlpha_(info, PixelFormat::Argb32), toWhite_(info, PixelFormat::Rgb32),
+          mayHaveHoles_(MayBeTransparent(info)), source_(BytesPerRow(info.format, info.width)),
+          overWhite_(mayHaveHoles_ ? std::size_t{info.width} * 4 : 0) {}
+
     std::unique_ptr<RowReader> rows_;
     RowConverter toAlpha_;
     RowConverter toWhite_;
     bool mayHaveHoles_;
     std::vector<std::uint8_t> source_;
-    std::vector<std::uint8_t> pixels_;
     std::vector<std::uint8_t> overWhite_;
 };
 
@@ -64,26 +71,18 @@ struct Survey {
 };
 
 Status Count(const PixelSource& picture, Survey& survey) {
-    auto opened = picture.OpenRows();
-    if (!opened.Ok()) {
-        return opened.GetStatus();
-    }
-    OpaqueRows rows(picture.Info(), std::move(*opened));
-    for (std::uint32_t y = 0; y < picture.Info().height; ++y) {
-        const auto row = rows.ReadRow();
-        if (!row.Ok()) {
-            return row.GetStatus();
-        }
-        const std::uint8_t* const end = *row + std::size_t{picture.Info().width} * 4;
-        for (const std::uint8_t* pixel = *row; pixel != end; pixel += 4) {
-            if (pixel[3] != 0) {
-                survey.colors.Add(OpaqueColorOf(pixel));
-            } else if (!survey.hole) {
-                survey.hole = OpaqueColorOf(pixel) & 0x00FFFFFF;
-            }
-        }
-    }
-    return Status::Ok;
+    const std::size_t rowBytes = std::size_t{picture.Info().width} * 4;
+    return ForEachRow(OpaqueRows::Open(picture), rowBytes, picture.Info().height,
+                      [&](std::uint32_t, const std::uint8_t* row) {
+                          for (const std::uint8_t* pixel = row; pixel != row + rowBytes; pixel += 4) {
+                              if (pixel[3] != 0) {
+                                  survey.colors.Add(OpaqueColorOf(pixel));
+                              } else if (!survey.hole) {
+                                  survey.hole = OpaqueColorOf(pixel) & 0x00FFFFFF;
+                              }
+                          }
+                          return Status::Ok;
+                      });
 }
 
 // How pixels become indices in one pass over the picture.
@@ -141,20 +140,21 @@ class DiffusingMapper : public RowMapper {
 
 class ReducedRows : public RowReader {
   public:
-    ReducedRows(const PictureInfo& info, std::unique_ptr<RowReader> rows, std::unique_ptr<RowMapper> mapper)
-        : rows_(info, std::move(rows)), mapper_(std::move(mapper)) {}
+    ReducedRows(std::uint32_t width, std::unique_ptr<RowReader> rows, std::unique_ptr<RowMapper> mapper)
+        : rows_(std::move(rows)), mapper_(std::move(mapper)), pixels_(std::size_t{width} * 4) {}
 
     Status ReadRow(std::uint8_t* row) override {
-        const auto pixels = rows_.ReadRow();
-        if (pixels.Ok()) {
-            mapper_->MapRow(*pixels, row);
+        const Status status = rows_->ReadRow(pixels_.data());
+        if (status == Status::Ok) {
+            mapper_->MapRow(pixels_.data(), row);
         }
-        return pixels.GetStatus();
+        return status;
     }
 
   private:
-    OpaqueRows rows_;
+    std::unique_ptr<RowReader> rows_;
     std::unique_ptr<RowMapper> mapper_;
+    std::vector<std::uint8_t> pixels_;
 };
 
 class ReducedPicture : public PixelSource {
@@ -171,12 +171,11 @@ class ReducedPicture : public PixelSource {
     const PictureInfo& Info() const override { return info_; }
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
-        auto rows = picture_.OpenRows();
+        auto rows = OpaqueRows::Open(picture_);
         if (!rows.Ok()) {
             return rows.GetStatus();
         }
-        return std::unique_ptr<RowReader>(
-            std::make_unique<ReducedRows>(picture_.Info(), std::move(*rows), MakeMapper()));
+        return std::unique_ptr<RowReader>(std::make_unique<ReducedRows>(info_.width, std::move(*rows), MakeMapper()));
     }
 
   private:

@@ -124,20 +124,19 @@ void StoreRow(const std::vector<float>& sums, std::uint8_t* row) {
 // Reads the source from the top and keeps the last rows, already at the new width, in a ring.
 class NarrowedRows {
   public:
-    NarrowedRows(const PictureInfo& info, std::unique_ptr<RowReader> rows, std::uint32_t width, std::size_t kept,
+    // `rows` are Pargb32.
+    NarrowedRows(std::uint32_t sourceWidth, std::unique_ptr<RowReader> rows, std::uint32_t width, std::size_t kept,
                  Resampling resampling)
-        : rows_(std::move(rows)), converter_(info, PixelFormat::Pargb32),
-          spans_(MakeSpans(info.width, width, resampling)), stored_(BytesPerRow(info.format, info.width)),
-          premultiplied_(Channels * info.width), wide_(Channels * info.width),
+        : rows_(std::move(rows)), spans_(MakeSpans(sourceWidth, width, resampling)),
+          premultiplied_(Channels * sourceWidth), wide_(Channels * sourceWidth),
           ring_(kept, std::vector<float>(Channels * width)) {}
 
     // Reads on until all rows before `end` are in the ring or have passed through it.
     Status ReadUntil(std::uint32_t end) {
         for (; next_ < end; ++next_) {
-            if (const Status status = rows_->ReadRow(stored_.data()); status != Status::Ok) {
+            if (const Status status = rows_->ReadRow(premultiplied_.data()); status != Status::Ok) {
                 return status;
             }
-            converter_.Convert(stored_.data(), premultiplied_.data());
             std::copy(premultiplied_.begin(), premultiplied_.end(), wide_.begin());
             ResampleRow(wide_, spans_, ring_[next_ % ring_.size()].data());
         }
@@ -148,9 +147,7 @@ class NarrowedRows {
 
   private:
     std::unique_ptr<RowReader> rows_;
-    RowConverter converter_;
     std::vector<Span> spans_;
-    std::vector<std::uint8_t> stored_;
     std::vector<std::uint8_t> premultiplied_;
     std::vector<float> wide_;
     std::vector<std::vector<float>> ring_;
@@ -174,7 +171,7 @@ Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32
     if (!bitmap.Ok()) {
         return bitmap.GetStatus();
     }
-    auto rows = picture.OpenRows();
+    auto rows = OpenRowsAs(picture, PixelFormat::Pargb32);
     if (!rows.Ok()) {
         return rows.GetStatus();
     }
@@ -183,7 +180,7 @@ Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32
     if (std::uint64_t{LongestSpan(spans)} * width * Channels * sizeof(float) > MaximumPictureBytes) {
         return Status::OutOfMemory;
     }
-    NarrowedRows narrowed(info, std::move(*rows), width, LongestSpan(spans), resampling);
+    NarrowedRows narrowed(info.width, std::move(*rows), width, LongestSpan(spans), resampling);
     std::vector<float> sums(Channels * width);
     for (std::uint32_t y = 0; y < height; ++y) {
         const Span& span = spans[y];

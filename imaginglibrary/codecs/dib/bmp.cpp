@@ -4,6 +4,7 @@
 #include "imaginglibrary/codecs/dib/dib.h"
 #include "imaginglibrary/core/bytes.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/core/rowpump.h"
 
 #include <algorithm>
 #include <array>
@@ -19,7 +20,6 @@ namespace {
 constexpr std::uint32_t FileHeaderBytes = 14;
 constexpr std::uint32_t InfoHeaderBytes = 40;
 constexpr double InchesPerMetre = 1 / 0.0254;
-constexpr double DefaultDotsPerInch = 96;
 
 // What a picture's rows become in a file. A format without alpha shows what was clear as white.
 struct Layout {
@@ -45,8 +45,8 @@ Layout LayoutFor(const PictureInfo& info) {
 }
 
 std::uint32_t DotsPerMetre(double dotsPerInch) {
-    const double used = dotsPerInch > 0 ? dotsPerInch : DefaultDotsPerInch;
-    return static_cast<std::uint32_t>(std::min(std::lround(used * InchesPerMetre), 0x7FFFFFFFL));
+    const double dots = DotsPerInchOrAssumed(dotsPerInch) * InchesPerMetre;
+    return static_cast<std::uint32_t>(std::min(std::lround(dots), 0x7FFFFFFFL));
 }
 
 Status WriteHeader(const PictureInfo& info, const Layout& layout, OutputFile& file) {
@@ -90,38 +90,22 @@ Status WritePalette(const PictureInfo& info, const Layout& layout, OutputFile& f
 Status WriteRows(const PixelSource& picture, const Layout& layout, OutputFile& file) {
     constexpr std::uint64_t StripBytes = 262144;
     const PictureInfo& info = picture.Info();
-    auto rows = picture.OpenRows();
-    if (!rows.Ok()) {
-        return rows.GetStatus();
-    }
-    std::optional<RowConverter> converter;
-    if (layout.paletteEntries == 0) {
-        converter.emplace(info, layout.format);
-    }
     const auto stride = static_cast<std::size_t>(layout.stride);
     const auto stripRows = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(StripBytes / stride, 1, info.height));
-    std::vector<std::uint8_t> row(BytesPerRow(info.format, info.width));
     std::vector<std::uint8_t> strip(stride * stripRows);
-    for (std::uint32_t y = 0; y < info.height;) {
-        const std::uint32_t count = std::min(stripRows, info.height - y);
-        for (std::uint32_t i = 0; i < count; ++i) {
-            if (const Status status = (*rows)->ReadRow(row.data()); status != Status::Ok) {
-                return status;
-            }
-            std::uint8_t* stored = strip.data() + stride * (count - 1 - i);
-            if (converter) {
-                converter->Convert(row.data(), stored);
-            } else {
-                std::copy(row.begin(), row.end(), stored);
-            }
+    const auto endOfStrip = [&](std::uint32_t y) { return std::min(y - y % stripRows + stripRows, info.height); };
+    const auto place = [&](std::uint32_t y) { return strip.data() + stride * (endOfStrip(y) - 1 - y); };
+    const auto writeFullStrip = [&](std::uint32_t y, const std::uint8_t*) {
+        const std::uint32_t end = endOfStrip(y);
+        if (y + 1 < end) {
+            return Status::Ok;
         }
-        y += count;
-        const std::uint64_t offset = layout.pixels + layout.stride * (info.height - y);
-        if (const Status status = file.WriteAt(offset, strip.data(), stride * count); status != Status::Ok) {
-            return status;
-        }
-    }
-    return Status::Ok;
+        const std::uint64_t offset = layout.pixels + layout.stride * (info.height - end);
+        return file.WriteAt(offset, strip.data(), stride * (y % stripRows + 1));
+    };
+    const bool isIndexed = layout.paletteEntries != 0;
+    return PumpRows(isIndexed ? picture.OpenRows() : OpenRowsAs(picture, layout.format), info.height, place,
+                    writeFullStrip);
 }
 
 } // namespace

@@ -6,7 +6,9 @@
 #include "imaginglibrary/core/bitmap.h"
 #include "imaginglibrary/core/bytes.h"
 #include "imaginglibrary/core/limits.h"
+#include "imaginglibrary/core/packing.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/core/rowpump.h"
 
 #include <array>
 #include <optional>
@@ -135,16 +137,15 @@ class IconPicture : public Decoder {
 
     // 32-bit pixels bring their alpha; where it is zero throughout, the mask counts.
     Status ReadDeep(const PixelSource& colors, Bitmap& bitmap) const {
-        auto rows = colors.OpenRows();
-        if (!rows.Ok()) {
-            return rows.GetStatus();
-        }
         bool hasAlpha = false;
-        for (std::uint32_t y = 0; y < info_.height; ++y) {
-            if (const Status status = (*rows)->ReadRow(bitmap.Row(y)); status != Status::Ok) {
-                return status;
-            }
-            hasAlpha = hasAlpha || HasAnyAlpha(bitmap.Row(y), info_.width);
+        const Status status = PumpRows(
+            colors.OpenRows(), info_.height, [&](std::uint32_t y) { return bitmap.Row(y); },
+            [&](std::uint32_t, const std::uint8_t* row) {
+                hasAlpha = hasAlpha || HasAnyAlpha(row, info_.width);
+                return Status::Ok;
+            });
+        if (status != Status::Ok) {
+            return status;
         }
         if (hasAlpha) {
             return Status::Ok;
@@ -154,19 +155,9 @@ class IconPicture : public Decoder {
     }
 
     Status ReadMasked(const PixelSource& colors, Bitmap& bitmap) const {
-        auto rows = colors.OpenRows();
-        if (!rows.Ok()) {
-            return rows.GetStatus();
-        }
-        const RowConverter converter(colors.Info(), PixelFormat::Argb32);
-        std::vector<std::uint8_t> row(BytesPerRow(colors.Info().format, info_.width));
-        for (std::uint32_t y = 0; y < info_.height; ++y) {
-            if (const Status status = (*rows)->ReadRow(row.data()); status != Status::Ok) {
-                return status;
-            }
-            converter.Convert(row.data(), bitmap.Row(y));
-        }
-        return ApplyMask(bitmap);
+        const Status status = ReadRowsInto(OpenRowsAs(colors, PixelFormat::Argb32), info_.height,
+                                           [&](std::uint32_t y) { return bitmap.Row(y); });
+        return status == Status::Ok ? ApplyMask(bitmap) : status;
     }
 
     void MakeOpaque(Bitmap& bitmap) const {
@@ -182,18 +173,15 @@ class IconPicture : public Decoder {
         Dib mask{.width = dib_.width, .height = dib_.height, .topDown = dib_.topDown, .bitsPerPixel = 1};
         const std::uint64_t start = dib_.endOfPalette + DibStride(dib_.width, dib_.bitsPerPixel) * dib_.height;
         auto holes = OpenDib(file_, mask, start);
-        auto rows = (*holes)->OpenRows();
-        std::vector<std::uint8_t> row(BytesPerRow(PixelFormat::Indexed1, info_.width));
-        for (std::uint32_t y = 0; y < info_.height; ++y) {
-            if ((*rows)->ReadRow(row.data()) != Status::Ok) {
-                break;
-            }
+        const auto makeHoles = [&](std::uint32_t y, const std::uint8_t* row) {
             for (std::size_t x = 0; x < info_.width; ++x) {
-                if ((row[x / 8] >> (7 - x % 8)) & 1) {
+                if (PackedAt(row, x, 1) != 0) {
                     bitmap.Row(y)[4 * x + 3] = 0;
                 }
             }
-        }
+            return Status::Ok;
+        };
+        ForEachRow((*holes)->OpenRows(), BytesPerRow(PixelFormat::Indexed1, info_.width), info_.height, makeHoles);
         return Status::Ok;
     }
 

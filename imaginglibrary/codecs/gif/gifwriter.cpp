@@ -2,6 +2,8 @@
 #include "imaginglibrary/codecs/gif/gifwriter.h"
 
 #include "imaginglibrary/codecs/metadata/exiftags.h"
+#include "imaginglibrary/core/packing.h"
+#include "imaginglibrary/core/rowpump.h"
 #include "imaginglibrary/operations/quantizer.h"
 
 #include <gif_lib.h>
@@ -24,37 +26,15 @@ bool IsHalfTransparent(Color color) { return AlphaOf(color) != 0 && AlphaOf(colo
 
 bool IsClear(Color color) { return AlphaOf(color) == 0; }
 
-// Spreads the packed indices of one row to a byte each.
-void UnpackIndices(const std::uint8_t* row, PixelFormat format, std::vector<std::uint8_t>& indices) {
-    const unsigned bits = BitsPerPixel(format);
-    const unsigned perByte = 8 / bits;
-    const unsigned mask = (1u << bits) - 1;
-    for (std::size_t x = 0; x < indices.size(); ++x) {
-        const unsigned shift = 8 - bits * static_cast<unsigned>(x % perByte + 1);
-        indices[x] = static_cast<std::uint8_t>((row[x / perByte] >> shift) & mask);
-    }
-}
-
-// Calls `use` with the indices of each row from the top, until it or the picture fails.
-template <class Use> Status ForEachRow(const PixelSource& picture, Use use) {
-    auto rows = picture.OpenRows();
-    if (!rows.Ok()) {
-        return rows.GetStatus();
-    }
+// Calls `use` with the indices of each row from the top, a byte each, until it or the picture fails.
+template <class Use> Status ForIndicesOfEachRow(const PixelSource& picture, Use use) {
     const PictureInfo& info = picture.Info();
-    std::vector<std::uint8_t> row(BytesPerRow(info.format, info.width));
     std::vector<std::uint8_t> indices(info.width);
-    for (std::uint32_t y = 0; y < info.height; ++y) {
-        Status status = (*rows)->ReadRow(row.data());
-        if (status == Status::Ok) {
-            UnpackIndices(row.data(), info.format, indices);
-            status = use(indices);
-        }
-        if (status != Status::Ok) {
-            return status;
-        }
-    }
-    return Status::Ok;
+    return ForEachRow(picture.OpenRows(), BytesPerRow(info.format, info.width), info.height,
+                      [&](std::uint32_t, const std::uint8_t* row) {
+                          UnpackPixels(row, 0, BitsPerPixel(info.format), indices.data(), indices.size());
+                          return use(indices);
+                      });
 }
 
 // How many entries the indices in use need. The pixels are looked at only where the palette leaves a doubt.
@@ -64,7 +44,7 @@ Result<std::size_t> EntriesInUse(const PixelSource& picture) {
     if (entries == std::size_t{1} << BitsPerPixel(info.format)) {
         return entries;
     }
-    const Status status = ForEachRow(picture, [&](const std::vector<std::uint8_t>& indices) {
+    const Status status = ForIndicesOfEachRow(picture, [&](const std::vector<std::uint8_t>& indices) {
         entries = std::max<std::size_t>(entries, *std::max_element(indices.begin(), indices.end()) + 1u);
         return Status::Ok;
     });
@@ -171,7 +151,7 @@ Status WriteIndexed(const PixelSource& picture, std::size_t entries, const Prope
     if (!PutHeader(output.Get(), info, transparent, entries, CommentOf(properties))) {
         return output.Failure();
     }
-    const Status status = ForEachRow(picture, [&](std::vector<std::uint8_t>& indices) {
+    const Status status = ForIndicesOfEachRow(picture, [&](std::vector<std::uint8_t>& indices) {
         std::transform(indices.begin(), indices.end(), indices.begin(),
                        [&](std::uint8_t index) { return indexOf[index]; });
         const bool put = EGifPutLine(output.Get(), indices.data(), static_cast<int>(indices.size())) == GIF_OK;

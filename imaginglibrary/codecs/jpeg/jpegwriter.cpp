@@ -5,7 +5,9 @@
 #include "imaginglibrary/codecs/jpeg/jpegproperties.h"
 #include "imaginglibrary/codecs/metadata/colorprofile.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/core/rowpump.h"
 
+#include <algorithm>
 #include <span>
 #include <vector>
 
@@ -15,13 +17,9 @@ namespace {
 
 constexpr int Quality = 75;
 constexpr std::size_t BufferBytes = 32768;
-constexpr UINT16 DefaultDotsPerInch = 96;
 
 UINT16 StoredDensity(double dotsPerInch) {
-    if (!(dotsPerInch > 0)) {
-        return DefaultDotsPerInch;
-    }
-    return static_cast<UINT16>(dotsPerInch < 1 ? 1 : dotsPerInch > 65535 ? 65535 : dotsPerInch);
+    return static_cast<UINT16>(std::clamp(DotsPerInchOrAssumed(dotsPerInch), 1.0, 65535.0));
 }
 
 // Empty where there is none, or one that is too long for all markers together.
@@ -132,26 +130,16 @@ Status WriteJpeg(const PixelSource& picture, const PropertyList& properties, Out
     if (info.width < 1 || info.height < 1 || info.width > JPEG_MAX_DIMENSION || info.height > JPEG_MAX_DIMENSION) {
         return Status::InvalidParameter;
     }
-    auto rows = picture.OpenRows();
-    if (!rows.Ok()) {
-        return rows.GetStatus();
-    }
-    const RowConverter converter(info, PixelFormat::Rgb24);
-    std::vector<std::uint8_t> source(BytesPerRow(info.format, info.width));
-    std::vector<std::uint8_t> row(BytesPerRow(PixelFormat::Rgb24, info.width));
     JpegSink sink(file);
     if (const Status status = sink.Start(info, MakeJpegMarkers(properties), ProfileOf(properties));
         status != Status::Ok) {
         return status;
     }
-    for (std::uint32_t y = 0; y < info.height; ++y) {
-        if (const Status status = (*rows)->ReadRow(source.data()); status != Status::Ok) {
-            return status;
-        }
-        converter.Convert(source.data(), row.data());
-        if (const Status status = sink.WriteRow(row.data()); status != Status::Ok) {
-            return status;
-        }
+    const Status status =
+        ForEachRow(OpenRowsAs(picture, PixelFormat::Rgb24), BytesPerRow(PixelFormat::Rgb24, info.width), info.height,
+                   [&](std::uint32_t, std::uint8_t* row) { return sink.WriteRow(row); });
+    if (status != Status::Ok) {
+        return status;
     }
     return sink.Finish();
 }

@@ -1,6 +1,8 @@
 // Makes every palette one that a PNG file may have.
 #include "imaginglibrary/codecs/png/pngpalette.h"
 
+#include "imaginglibrary/core/packing.h"
+
 #include <algorithm>
 
 namespace imaginglibrary {
@@ -24,13 +26,9 @@ void PngPalette::Correct(std::uint8_t* row) const {
     if (isFull_) {
         return;
     }
-    const unsigned pixelsPerByte = 8 / bitsPerPixel_;
-    const unsigned mask = (1u << bitsPerPixel_) - 1;
     for (std::uint32_t x = 0; x < width_; ++x) {
-        std::uint8_t& byte = row[x / pixelsPerByte];
-        const unsigned shift = 8 - bitsPerPixel_ * (x % pixelsPerByte + 1);
-        if (((byte >> shift) & mask) >= entries_.size()) {
-            byte = static_cast<std::uint8_t>((byte & ~(mask << shift)) | (black_ << shift));
+        if (PackedAt(row, x, bitsPerPixel_) >= entries_.size()) {
+            PutPacked(row, x, bitsPerPixel_, black_);
         }
     }
 }

@@ -6,6 +6,7 @@
 #include "imaginglibrary/codecs/png/pngpalette.h"
 #include "imaginglibrary/codecs/png/pngproperties.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/core/rowpump.h"
 
 #include <algorithm>
 #include <array>
@@ -22,7 +23,6 @@ namespace {
 constexpr int CompressionLevel = 6;
 constexpr png_fixed_point ScreenGamma = 45455;
 constexpr double InchesPerMetre = 1 / 0.0254;
-constexpr double DefaultDotsPerInch = 96;
 
 PixelFormat WrittenFormat(const PictureInfo& info) {
     if (IsIndexed(info.format)) {
@@ -32,7 +32,7 @@ PixelFormat WrittenFormat(const PictureInfo& info) {
 }
 
 png_uint_32 DotsPerMetre(double dotsPerInch) {
-    const double dots = std::round((dotsPerInch > 0 ? dotsPerInch : DefaultDotsPerInch) * InchesPerMetre);
+    const double dots = std::round(DotsPerInchOrAssumed(dotsPerInch) * InchesPerMetre);
     return static_cast<png_uint_32>(std::clamp(dots, 1.0, double{PNG_UINT_31_MAX}));
 }
 
@@ -190,36 +190,25 @@ class PngWriter {
 
 Status WritePng(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
     const PictureInfo& info = picture.Info();
-    auto rows = picture.OpenRows();
-    if (!rows.Ok()) {
-        return rows.GetStatus();
-    }
     const PixelFormat format = WrittenFormat(info);
     std::optional<PngPalette> palette;
-    std::optional<RowConverter> converter;
     if (IsIndexed(format)) {
         palette.emplace(info);
-    } else {
-        converter.emplace(info, format);
     }
     PngWriter writer(info, palette ? palette->Entries() : Palette(), properties, file);
     if (const Status status = writer.Begin(); status != Status::Ok) {
         return status;
     }
-    std::vector<std::uint8_t> row(BytesPerRow(info.format, info.width));
-    std::vector<std::uint8_t> converted(BytesPerRow(format, info.width));
-    for (std::uint32_t y = 0; y < info.height; ++y) {
-        if (const Status status = (*rows)->ReadRow(row.data()); status != Status::Ok) {
-            return status;
-        }
-        if (palette) {
-            palette->Correct(row.data());
-        } else {
-            converter->Convert(row.data(), converted.data());
-        }
-        if (const Status status = writer.WriteRow(palette ? row.data() : converted.data()); status != Status::Ok) {
-            return status;
-        }
+    const Status status =
+        ForEachRow(palette ? picture.OpenRows() : OpenRowsAs(picture, format), BytesPerRow(format, info.width),
+                   info.height, [&](std::uint32_t, std::uint8_t* row) {
+                       if (palette) {
+                           palette->Correct(row);
+                       }
+                       return writer.WriteRow(row);
+                   });
+    if (status != Status::Ok) {
+        return status;
     }
     return writer.End();
 }

@@ -1,6 +1,8 @@
 // Makes rows of pixels from the decoded samples of a TIFF picture.
 #include "imaginglibrary/codecs/tiff/tiffpixels.h"
 
+#include "imaginglibrary/core/packing.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -80,13 +82,7 @@ void TiffPixels::CopyIndices(const std::uint8_t* from, std::uint8_t* row) const 
 }
 
 void TiffPixels::PackIndices(std::uint8_t* row) const {
-    const unsigned bits = BitsPerPixel(layout_.info.format);
-    const unsigned perByte = 8 / bits;
-    std::memset(row, 0, BytesPerRow(layout_.info.format, layout_.info.width));
-    for (std::size_t x = 0; x < layout_.info.width; ++x) {
-        const unsigned shift = 8 - bits * static_cast<unsigned>(x % perByte + 1);
-        row[x / perByte] |= static_cast<std::uint8_t>(values_[0][x] << shift);
-    }
+    PackPixels(values_[0].data(), BitsPerPixel(layout_.info.format), row, layout_.info.width);
 }
 
 void TiffPixels::MakeRgb48(const TiffPlanes& planes, std::uint8_t* row) const {

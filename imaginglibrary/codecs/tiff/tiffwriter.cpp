@@ -4,10 +4,10 @@
 #include "imaginglibrary/codecs/tiff/tiffclient.h"
 #include "imaginglibrary/codecs/tiff/tiffproperties.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/core/rowpump.h"
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -16,7 +16,6 @@ namespace imaginglibrary {
 namespace {
 
 constexpr std::size_t StripBytes = 65536;
-constexpr double DefaultDotsPerInch = 96;
 
 // How a picture is laid down in the file.
 struct TiffForm {
@@ -82,9 +81,8 @@ bool SetColorMap(TIFF* tiff, const PictureInfo& info) {
 }
 
 bool SetResolution(TIFF* tiff, const Resolution& resolution) {
-    const auto orDefault = [](double dots) { return dots > 0 ? dots : DefaultDotsPerInch; };
-    return TIFFSetField(tiff, TIFFTAG_XRESOLUTION, orDefault(resolution.horizontal)) == 1 &&
-           TIFFSetField(tiff, TIFFTAG_YRESOLUTION, orDefault(resolution.vertical)) == 1 &&
+    return TIFFSetField(tiff, TIFFTAG_XRESOLUTION, DotsPerInchOrAssumed(resolution.horizontal)) == 1 &&
+           TIFFSetField(tiff, TIFFTAG_YRESOLUTION, DotsPerInchOrAssumed(resolution.vertical)) == 1 &&
            TIFFSetField(tiff, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH) == 1;
 }
 
@@ -113,56 +111,32 @@ bool SetFields(TIFF* tiff, const PictureInfo& info, const TiffForm& form, std::u
     return isSet && SetResolution(tiff, info.resolution);
 }
 
-// Reads rows in the order of channels that the file has.
-class TiffRowSource {
-  public:
-    TiffRowSource(const PictureInfo& info, const TiffForm& form, std::unique_ptr<RowReader> rows)
-        : rows_(std::move(rows)), step_(static_cast<std::size_t>(form.samples)), width_(info.width) {
-        if (form.convertTo != PixelFormat::Undefined) {
-            converter_.emplace(info, form.convertTo);
-            source_.resize(BytesPerRow(info.format, info.width));
-        }
+void PutRedFirst(std::uint8_t* row, std::uint32_t width, std::size_t samples) {
+    for (std::uint32_t x = 0; x < width; ++x, row += samples) {
+        std::swap(row[0], row[2]);
     }
+}
 
-    Status ReadRow(std::uint8_t* to) {
-        if (!converter_) {
-            return rows_->ReadRow(to);
-        }
-        const Status status = rows_->ReadRow(source_.data());
-        if (status == Status::Ok) {
-            converter_->Convert(source_.data(), to);
-            for (std::uint32_t x = 0; x < width_; ++x, to += step_) {
-                std::swap(to[0], to[2]); // red goes first
-            }
-        }
-        return status;
-    }
-
-  private:
-    std::unique_ptr<RowReader> rows_;
-    std::size_t step_;
-    std::uint32_t width_;
-    std::optional<RowConverter> converter_;
-    std::vector<std::uint8_t> source_;
-};
-
-Status WriteStrips(TiffRowSource& rows, const PictureInfo& info, std::size_t rowBytes, TiffOutput& output) {
+Status WriteStrips(const PixelSource& picture, const TiffForm& form, std::size_t rowBytes, TiffOutput& output) {
+    const PictureInfo& info = picture.Info();
     const std::uint32_t rowsPerStrip = RowsPerStrip(info, rowBytes);
+    const bool isConverted = form.convertTo != PixelFormat::Undefined;
     std::vector<std::uint8_t> strip(rowBytes * rowsPerStrip);
-    std::uint32_t number = 0;
-    for (std::uint32_t y = 0; y < info.height; ++number) {
-        const std::uint32_t count = std::min(rowsPerStrip, info.height - y);
-        for (std::uint32_t row = 0; row < count; ++row, ++y) {
-            if (const Status status = rows.ReadRow(strip.data() + rowBytes * row); status != Status::Ok) {
-                return status;
-            }
+    const auto place = [&](std::uint32_t y) { return strip.data() + rowBytes * (y % rowsPerStrip); };
+    const auto writeFullStrip = [&](std::uint32_t y, std::uint8_t* row) {
+        if (isConverted) {
+            PutRedFirst(row, info.width, static_cast<std::size_t>(form.samples));
+        }
+        const std::uint32_t count = y % rowsPerStrip + 1;
+        if (count < rowsPerStrip && y + 1 < info.height) {
+            return Status::Ok;
         }
         const auto bytes = static_cast<tmsize_t>(rowBytes * count);
-        if (TIFFWriteEncodedStrip(output.Get(), number, strip.data(), bytes) != bytes) {
-            return output.Failure();
-        }
-    }
-    return Status::Ok;
+        const bool isWritten = TIFFWriteEncodedStrip(output.Get(), y / rowsPerStrip, strip.data(), bytes) == bytes;
+        return isWritten ? Status::Ok : output.Failure();
+    };
+    return PumpRows(isConverted ? OpenRowsAs(picture, form.convertTo) : picture.OpenRows(), info.height, place,
+                    writeFullStrip);
 }
 
 } // namespace
@@ -171,10 +145,6 @@ Status WriteTiff(const PixelSource& picture, const PropertyList& properties, Out
     const PictureInfo& info = picture.Info();
     const TiffForm form = FormOf(info);
     const std::size_t rowBytes = FileRowBytes(info, form);
-    auto opened = picture.OpenRows();
-    if (!opened.Ok()) {
-        return opened.GetStatus();
-    }
     auto output = TiffOutput::Create(file);
     if (!output.Ok()) {
         return output.GetStatus();
@@ -182,8 +152,7 @@ Status WriteTiff(const PixelSource& picture, const PropertyList& properties, Out
     if (!SetFields((*output)->Get(), info, form, RowsPerStrip(info, rowBytes))) {
         return (*output)->Failure();
     }
-    TiffRowSource rows(info, form, std::move(*opened));
-    Status status = WriteStrips(rows, info, rowBytes, **output);
+    Status status = WriteStrips(picture, form, rowBytes, **output);
     if (status == Status::Ok) {
         status = (*output)->Finish();
     }
