@@ -141,6 +141,13 @@ TEST(PngProperties, BrokenChunksArePassedOver) {
     }
 }
 
+TEST(PngProperties, WrongChecksumSpoilsItsOwnChunkOnly) {
+    std::string gamma = PngChunk("gAMA", Long(45455));
+    gamma.back() = static_cast<char>(gamma.back() ^ 1);
+    EXPECT_EQ(TagsOf(ItemsWith(gamma + PngChunk("sRGB", "\2") + Text("Title", "t"))),
+              (std::vector<std::uint32_t>{0x0320, 0x0303}));
+}
+
 // Text that grows a thousandfold is let in once, not once a chunk.
 TEST(PngProperties, TextsThatGrowTooLongEndTheReadingOfTexts) {
     const std::string bomb = CompressedText("Comment", std::string(MaximumMetadataBytes + 1, 'x'));

@@ -5,8 +5,9 @@
 #include "imaginglibrary/core/bytes.h"
 #include "imaginglibrary/core/limits.h"
 
+#include <gif_lib.h>
+
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -22,62 +23,65 @@ constexpr std::uint32_t PaletteTag = 0x5102;
 constexpr std::uint32_t BackgroundTag = 0x5103;
 constexpr std::uint32_t TransparentTag = 0x5104;
 
-constexpr int ImageIntroducer = 0x2C;
-constexpr int ExtensionIntroducer = 0x21;
-constexpr int ControlExtension = 0xF9;
-constexpr int CommentExtension = 0xFE;
-constexpr int ApplicationExtension = 0xFF;
 constexpr std::string_view LoopApplication = "NETSCAPE2.0";
 
-constexpr std::size_t ScreenBytes = 13;    // with the signature
 constexpr std::size_t DescriptorBytes = 9; // of an image
 constexpr std::size_t ControlBytes = 4;
 constexpr std::size_t LoopBytes = 3;
 
-// Of the table of colours that the flags of a screen or an image tell of.
-constexpr std::size_t TableBytes(std::uint8_t flags) {
-    return (flags & 0x80) != 0 ? std::size_t{3} << ((flags & 7) + 1) : 0;
+// An exception must not travel through the C library.
+int ReadFromReader(GifFileType* gif, GifByteType* to, int count) noexcept {
+    try {
+        return static_cast<int>(static_cast<ByteReader*>(gif->UserData)->Read(to, static_cast<std::size_t>(count)));
+    } catch (...) {
+        return 0;
+    }
 }
 
 class GifScanner {
   public:
-    explicit GifScanner(std::shared_ptr<const InputFile> file) : reader_(std::move(file)) {}
+    explicit GifScanner(std::shared_ptr<const InputFile> file)
+        : reader_(std::move(file)), gif_(DGifOpen(&reader_, ReadFromReader, nullptr)) {}
 
     GifContents Scan() {
-        if (ReadScreen()) {
-            while (delays_.size() < MaximumGifFrames && ReadBlock()) {
+        if (gif_) {
+            KeepScreen();
+            while (delays_.size() < MaximumGifFrames && ReadRecord()) {
             }
         }
         return {.images = delays_.size(), .properties = MakeProperties()};
     }
 
   private:
-    bool ReadScreen() {
-        std::array<std::uint8_t, ScreenBytes> screen;
-        if (reader_.Read(screen.data(), screen.size()) != screen.size()) {
-            return false;
+    void KeepScreen() {
+        background_ = static_cast<std::uint8_t>(gif_->SBackGroundColor);
+        const ColorMapObject* map = gif_->SColorMap;
+        for (int i = 0; map != nullptr && i < map->ColorCount; ++i) {
+            palette_.insert(palette_.end(), {map->Colors[i].Red, map->Colors[i].Green, map->Colors[i].Blue});
         }
-        background_ = screen[11];
-        palette_.resize(TableBytes(screen[10]));
-        return reader_.Read(palette_.data(), palette_.size()) == palette_.size();
     }
 
     // False at the end of the file, or where it cannot be made out any more.
-    bool ReadBlock() {
-        switch (reader_.ReadByte()) {
-        case ImageIntroducer:
+    bool ReadRecord() {
+        GifRecordType record = UNDEFINED_RECORD_TYPE;
+        if (DGifGetRecordType(gif_.get(), &record) != GIF_OK) {
+            return false;
+        }
+        switch (record) {
+        case IMAGE_DESC_RECORD_TYPE:
             return ReadImage();
-        case ExtensionIntroducer:
-            ReadExtension(reader_.ReadByte());
-            return true;
+        case EXTENSION_RECORD_TYPE:
+            return ReadExtension();
         default:
             return false;
         }
     }
 
+    // An image counts once its descriptor is there.
     bool ReadImage() {
-        std::array<std::uint8_t, DescriptorBytes> descriptor;
-        if (reader_.Read(descriptor.data(), descriptor.size()) != descriptor.size()) {
+        const std::uint64_t start = reader_.Position();
+        const bool isWhole = DGifGetImageHeader(gif_.get()) == GIF_OK;
+        if (reader_.Position() - start < DescriptorBytes) {
             return false;
         }
         if (delays_.empty()) {
@@ -86,45 +90,50 @@ class GifScanner {
         delays_.push_back(delay_);
         delay_ = 0;
         transparent_.reset();
-        constexpr std::size_t CodeSizeBytes = 1;
-        reader_.Seek(reader_.Position() + TableBytes(descriptor[8]) + CodeSizeBytes);
-        ReadSubBlocks(0);
-        return true;
+        return isWhole && PassOverPixels();
     }
 
-    void ReadExtension(int kind) {
+    bool PassOverPixels() {
+        int codeSize = 0;
+        GifByteType* block = nullptr;
+        bool isRead = DGifGetCode(gif_.get(), &codeSize, &block) == GIF_OK;
+        while (isRead && block != nullptr) {
+            isRead = DGifGetCodeNext(gif_.get(), &block) == GIF_OK;
+        }
+        return isRead;
+    }
+
+    bool ReadExtension() {
+        int kind = 0;
+        GifByteType* block = nullptr; // its first byte is its length
+        bool isRead = DGifGetExtension(gif_.get(), &kind, &block) == GIF_OK;
+        std::string content;
+        const std::size_t most = kind == COMMENT_EXT_FUNC_CODE ? MaximumCommentBytes : MostOtherBytes;
+        while (isRead && block != nullptr) {
+            content.append(reinterpret_cast<const char*>(block + 1),
+                           std::min<std::size_t>(block[0], most - content.size()));
+            isRead = DGifGetExtensionNext(gif_.get(), &block) == GIF_OK;
+        }
+        KeepExtension(kind, content);
+        return isRead;
+    }
+
+    void KeepExtension(int kind, const std::string& content) {
         switch (kind) {
-        case ControlExtension:
-            KeepControl(ReadSubBlocks(ControlBytes));
+        case GRAPHICS_EXT_FUNC_CODE:
+            KeepControl(content);
             break;
-        case CommentExtension:
+        case COMMENT_EXT_FUNC_CODE:
             if (comment_.empty()) {
-                comment_ = ReadSubBlocks(MaximumCommentBytes);
-            } else {
-                ReadSubBlocks(0);
+                comment_ = content;
             }
             break;
-        case ApplicationExtension:
-            KeepLoopCount(ReadSubBlocks(LoopApplication.size() + LoopBytes));
+        case APPLICATION_EXT_FUNC_CODE:
+            KeepLoopCount(content);
             break;
         default:
-            ReadSubBlocks(0);
             break;
         }
-    }
-
-    // Goes behind the last of them and gives back what stands in them, cut off behind `most` bytes.
-    std::string ReadSubBlocks(std::size_t most) {
-        std::string content;
-        for (int length = reader_.ReadByte(); length > 0; length = reader_.ReadByte()) {
-            const std::size_t start = content.size();
-            const auto bytes = static_cast<std::size_t>(length);
-            const std::size_t kept = std::min(bytes, most - start);
-            content.resize(start + kept);
-            content.resize(start + reader_.Read(content.data() + start, kept));
-            reader_.Seek(reader_.Position() + bytes - kept);
-        }
-        return content;
     }
 
     void KeepControl(const std::string& content) {
@@ -169,7 +178,14 @@ class GifScanner {
         return properties;
     }
 
+    struct Closer {
+        void operator()(GifFileType* gif) const { DGifCloseFile(gif, nullptr); }
+    };
+
+    static constexpr std::size_t MostOtherBytes = LoopApplication.size() + LoopBytes;
+
     ByteReader reader_;
+    std::unique_ptr<GifFileType, Closer> gif_;
     std::vector<std::uint8_t> palette_;
     std::uint8_t background_ = 0;
     std::uint32_t delay_ = 0;                 // of the next image

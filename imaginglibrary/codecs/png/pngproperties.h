@@ -1,17 +1,16 @@
-// The property items of PNG files, as they are read and as they are written.
+// The property items of PNG files as they are written.
 #pragma once
 
 #include "imaginglibrary/core/properties.h"
-#include "imaginglibrary/files/inputfile.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace imaginglibrary {
 
-// The items of the chunks before the image data: texts, then gamma, chromaticities, rendering intent, dots per unit,
-// histogram and colour profile, then those of EXIF. Chunks that are broken, longer than MaximumMetadataBytes in sum or
-// beyond MaximumMetadataEntries are passed over.
-PropertyList ReadPngProperties(const InputFile& file);
+inline constexpr std::uint32_t PngGammaTag = 0x0301;
+inline constexpr std::uint32_t PngRenderingIntentTag = 0x0303;
 
 struct PngText {
     const char* keyword;

@@ -1,7 +1,7 @@
 // Reads PNG files of every colour type and depth.
 #include "imaginglibrary/codecs/png/pngreader.h"
 
-#include "imaginglibrary/codecs/png/pngproperties.h"
+#include "imaginglibrary/codecs/png/pngpropertyreader.h"
 #include "imaginglibrary/codecs/png/pngstream.h"
 #include "imaginglibrary/core/bitmap.h"
 
@@ -37,9 +37,9 @@ Result<std::unique_ptr<RowReader>> ReadPasses(PngStream& stream, int passes, con
 
 class PngPicture : public Decoder {
   public:
-    PngPicture(std::shared_ptr<const InputFile> file, PictureInfo info)
+    PngPicture(std::shared_ptr<const InputFile> file, PictureInfo info, PropertyList properties)
         : file_(std::move(file)), info_(std::move(info)) {
-        properties_ = ReadPngProperties(*file_);
+        properties_ = std::move(properties);
     }
 
     const PictureInfo& Info() const override { return info_; }
@@ -72,11 +72,13 @@ class PngPicture : public Decoder {
 } // namespace
 
 Result<std::unique_ptr<Decoder>> OpenPng(std::shared_ptr<const InputFile> file) {
-    auto stream = PngStream::Open(file);
+    PngPropertyReader properties;
+    auto stream = PngStream::Open(file, &properties);
     if (!stream.Ok()) {
         return stream.GetStatus();
     }
-    return std::unique_ptr<Decoder>(std::make_unique<PngPicture>(std::move(file), (*stream)->Info()));
+    return std::unique_ptr<Decoder>(
+        std::make_unique<PngPicture>(std::move(file), (*stream)->Info(), properties.MakeProperties((*stream)->Dots())));
 }
 
 } // namespace imaginglibrary

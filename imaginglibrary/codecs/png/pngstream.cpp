@@ -3,6 +3,9 @@
 
 #include "imaginglibrary/core/limits.h"
 
+#include <cstring>
+#include <utility>
+
 namespace imaginglibrary {
 
 namespace {
@@ -28,11 +31,47 @@ void PngStream::ReadBytes(png_structp png, png_bytep to, png_size_t count) {
     }
 }
 
-Result<std::unique_ptr<PngStream>> PngStream::Open(std::shared_ptr<const InputFile> file) {
+// libpng passes a chunk on in spite of its checksum, but warns before.
+void PngStream::NoteWarning(png_structp png, png_const_charp message) {
+    auto* stream = static_cast<PngStream*>(png_get_io_ptr(png));
+    if (stream != nullptr && std::strstr(message, "CRC error") != nullptr) {
+        stream->isChecksumWrong_ = true;
+    }
+}
+
+int PngStream::PassChunk(png_structp png, png_unknown_chunkp chunk) {
+    constexpr int IsAnError = -1;
+    constexpr int IsDone = 1;
+    constexpr png_byte AncillaryBit = 0x20;
+    if ((chunk->name[0] & AncillaryBit) == 0) {
+        return IsAnError;
+    }
+    auto* stream = static_cast<PngStream*>(png_get_user_chunk_ptr(png));
+    if (!std::exchange(stream->isChecksumWrong_, false)) {
+        constexpr std::size_t NameBytes = 4;
+        stream->chunks_->ReadChunk({reinterpret_cast<const char*>(chunk->name), NameBytes}, {chunk->data, chunk->size});
+    }
+    return IsDone;
+}
+
+// A text may be short in the file and fill the memory, so libpng is to make nothing of metadata.
+void PngStream::PassOverMetadata(PngChunkReader* chunks) {
+    png_set_chunk_malloc_max(png_, MaximumMetadataBytes);
+    constexpr int AllButPixels = -1;
+    png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_NEVER, nullptr, AllButPixels);
+    constexpr png_byte Resolution[] = "pHYs";
+    png_set_keep_unknown_chunks(png_, PNG_HANDLE_CHUNK_AS_DEFAULT, Resolution, 1);
+    chunks_ = chunks;
+    if (chunks != nullptr) {
+        png_set_read_user_chunk_fn(png_, this, PassChunk);
+    }
+}
+
+Result<std::unique_ptr<PngStream>> PngStream::Open(std::shared_ptr<const InputFile> file, PngChunkReader* chunks) {
     std::unique_ptr<PngStream> stream(new PngStream(std::move(file)));
     PngStream* self = stream.get();
-    const Status status = self->exit_.Run([self] {
-        self->png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &self->exit_, LeaveOnPngError, IgnorePngWarning);
+    const Status status = self->exit_.Run([self, chunks] {
+        self->png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, &self->exit_, LeaveOnPngError, NoteWarning);
         if (self->png_ != nullptr) {
             self->header_ = png_create_info_struct(self->png_);
         }
@@ -42,15 +81,11 @@ Result<std::unique_ptr<PngStream>> PngStream::Open(std::shared_ptr<const InputFi
         png_set_read_fn(self->png_, self, ReadBytes);
         // The size is judged by ourselves, for a status of its own.
         png_set_user_limits(self->png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
-        png_set_chunk_malloc_max(self->png_, MaximumMetadataBytes);
-        // Metadata are read elsewhere, and a text may be short in the file and fill the memory.
-        constexpr int AllButPixels = -1;
-        png_set_keep_unknown_chunks(self->png_, PNG_HANDLE_CHUNK_NEVER, nullptr, AllButPixels);
-        constexpr png_byte Resolution[] = "pHYs";
-        png_set_keep_unknown_chunks(self->png_, PNG_HANDLE_CHUNK_AS_DEFAULT, Resolution, 1);
+        self->PassOverMetadata(chunks);
         png_set_benign_errors(self->png_, 1);
         png_read_info(self->png_, self->header_);
     });
+    stream->chunks_ = nullptr;
     if (status != Status::Ok) {
         return status;
     }
@@ -97,16 +132,24 @@ Palette PngStream::ReadPalette() const {
     return palette;
 }
 
+std::optional<PngStream::DotsPerUnit> PngStream::Dots() const {
+    png_uint_32 horizontal = 0;
+    png_uint_32 vertical = 0;
+    int unit = PNG_RESOLUTION_UNKNOWN;
+    if (png_get_pHYs(png_, header_, &horizontal, &vertical, &unit) == 0) {
+        return std::nullopt;
+    }
+    return DotsPerUnit{horizontal, vertical, static_cast<std::uint8_t>(unit)};
+}
+
 PictureInfo PngStream::Info() const {
     PictureInfo info{
         .width = png_get_image_width(png_, header_), .height = png_get_image_height(png_, header_), .format = Format()};
     if (IsIndexed(info.format)) {
         info.palette = ReadPalette();
     }
-    png_uint_32 horizontal = 0, vertical = 0;
-    int unit = PNG_RESOLUTION_UNKNOWN;
-    if (png_get_pHYs(png_, header_, &horizontal, &vertical, &unit) != 0 && unit == PNG_RESOLUTION_METER) {
-        info.resolution = {horizontal * MetresPerInch, vertical * MetresPerInch};
+    if (const auto dots = Dots(); dots && dots->unit == PNG_RESOLUTION_METER) {
+        info.resolution = {dots->horizontal * MetresPerInch, dots->vertical * MetresPerInch};
     }
     return info;
 }
