@@ -10,17 +10,22 @@ namespace imaginglibrary {
 
 namespace {
 
+enum class Order { FromTop, FromBottom };
+
 class BitmapRows : public RowReader {
   public:
-    explicit BitmapRows(std::shared_ptr<const Bitmap> bitmap) : bitmap_(std::move(bitmap)) {}
+    BitmapRows(std::shared_ptr<const Bitmap> bitmap, Order order) : bitmap_(std::move(bitmap)), order_(order) {}
 
     Status ReadRow(std::uint8_t* row) override {
-        std::memcpy(row, bitmap_->Row(next_++), bitmap_->RowBytes());
+        const std::uint32_t y = order_ == Order::FromTop ? next_ : bitmap_->Info().height - 1 - next_;
+        std::memcpy(row, bitmap_->Row(y), bitmap_->RowBytes());
+        ++next_;
         return Status::Ok;
     }
 
   private:
     std::shared_ptr<const Bitmap> bitmap_;
+    Order order_;
     std::uint32_t next_ = 0;
 };
 
@@ -29,12 +34,17 @@ class BitmapRows : public RowReader {
 Bitmap::Bitmap(PictureInfo info)
     : info_(std::move(info)), rowBytes_(BytesPerRow(info_.format, info_.width)), bytes_(rowBytes_ * info_.height) {}
 
-Result<std::shared_ptr<Bitmap>> Bitmap::Create(PictureInfo info) {
+Status Bitmap::CheckSize(const PictureInfo& info) {
     if (!IsAcceptableSize(info.width, info.height) || BitsPerPixel(info.format) == 0) {
         return Status::InvalidParameter;
     }
-    if (std::uint64_t{BytesPerRow(info.format, info.width)} * info.height > MaximumPictureBytes) {
-        return Status::OutOfMemory;
+    const std::uint64_t bytes = std::uint64_t{BytesPerRow(info.format, info.width)} * info.height;
+    return bytes > MaximumPictureBytes ? Status::OutOfMemory : Status::Ok;
+}
+
+Result<std::shared_ptr<Bitmap>> Bitmap::Create(PictureInfo info) {
+    if (const Status status = CheckSize(info); status != Status::Ok) {
+        return status;
     }
     return std::shared_ptr<Bitmap>(new Bitmap(std::move(info)));
 }
@@ -53,7 +63,11 @@ Result<std::shared_ptr<Bitmap>> Bitmap::Copy(const PixelSource& picture) {
 }
 
 Result<std::unique_ptr<RowReader>> Bitmap::OpenRows() const {
-    return std::unique_ptr<RowReader>(std::make_unique<BitmapRows>(shared_from_this()));
+    return std::unique_ptr<RowReader>(std::make_unique<BitmapRows>(shared_from_this(), Order::FromTop));
+}
+
+Result<std::unique_ptr<RowReader>> Bitmap::OpenRowsFromBottom() const {
+    return std::unique_ptr<RowReader>(std::make_unique<BitmapRows>(shared_from_this(), Order::FromBottom));
 }
 
 } // namespace imaginglibrary

@@ -16,11 +16,16 @@ class Bitmap : public PixelSource, public std::enable_shared_from_this<Bitmap> {
     // beyond MaximumSide.
     static Result<std::shared_ptr<Bitmap>> Create(PictureInfo info);
 
+    // Whether Create would not refuse the picture.
+    static bool CanHold(const PictureInfo& info) { return CheckSize(info) == Status::Ok; }
+
     // Reads every row of `picture` into memory.
     static Result<std::shared_ptr<Bitmap>> Copy(const PixelSource& picture);
 
     const PictureInfo& Info() const override { return info_; }
     Result<std::unique_ptr<RowReader>> OpenRows() const override;
+    bool HasRowsFromBottom() const override { return true; }
+    Result<std::unique_ptr<RowReader>> OpenRowsFromBottom() const override;
 
     std::size_t RowBytes() const { return rowBytes_; }
     std::uint8_t* Row(std::uint32_t y) { return bytes_.data() + rowBytes_ * y; }
@@ -28,6 +33,7 @@ class Bitmap : public PixelSource, public std::enable_shared_from_this<Bitmap> {
 
   private:
     explicit Bitmap(PictureInfo info);
+    static Status CheckSize(const PictureInfo& info);
 
     PictureInfo info_;
     std::size_t rowBytes_;

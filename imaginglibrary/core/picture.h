@@ -40,6 +40,8 @@ class RowReader {
     virtual Status ReadRow(std::uint8_t* row) = 0;
 };
 
+class RowWatch;
+
 // Anything with rows. The legal order of calls is Info* (OpenRows ReadRow*)*. Immutable: several threads may call it,
 // and several readers may be under way at once. A reader keeps alive whatever it needs.
 class PixelSource {
@@ -47,6 +49,16 @@ class PixelSource {
     virtual ~PixelSource() = default;
     virtual const PictureInfo& Info() const = 0;
     virtual Result<std::unique_ptr<RowReader>> OpenRows() const = 0;
+
+    // Whether rows can be had from the bottom up as cheaply as from the top.
+    virtual bool HasRowsFromBottom() const { return false; }
+
+    // Where they can: a reader that begins with the last row.
+    virtual Result<std::unique_ptr<RowReader>> OpenRowsFromBottom() const { return Status::NotImplemented; }
+
+    // Reads what must be read as a whole before there is a first row, telling `watch`, which may be null. For those who
+    // want to know how far that is; opening rows does it too.
+    virtual Status Prepare(const std::shared_ptr<RowWatch>& /*watch*/) const { return Status::Ok; }
 
     // The same picture at the smallest scale that can be had cheaply and is still at least `width` by `height`; null
     // where there is no such shortcut.

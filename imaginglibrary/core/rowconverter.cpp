@@ -153,6 +153,15 @@ class ConvertedRows : public RowReader {
     std::vector<std::uint8_t> row_;
 };
 
+Result<std::unique_ptr<RowReader>> ConvertedReader(Result<std::unique_ptr<RowReader>> rows, const PictureInfo& from,
+                                                   PixelFormat target) {
+    if (!rows.Ok()) {
+        return rows.GetStatus();
+    }
+    return std::unique_ptr<RowReader>(std::make_unique<ConvertedRows>(std::move(*rows), RowConverter(from, target),
+                                                                      BytesPerRow(from.format, from.width)));
+}
+
 class ConvertedPicture : public PixelSource {
   public:
     ConvertedPicture(std::shared_ptr<const PixelSource> picture, PixelFormat target)
@@ -164,6 +173,14 @@ class ConvertedPicture : public PixelSource {
     const PictureInfo& Info() const override { return info_; }
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override { return OpenRowsAs(*picture_, info_.format); }
+
+    bool HasRowsFromBottom() const override { return picture_->HasRowsFromBottom(); }
+
+    Result<std::unique_ptr<RowReader>> OpenRowsFromBottom() const override {
+        return ConvertedReader(picture_->OpenRowsFromBottom(), picture_->Info(), info_.format);
+    }
+
+    Status Prepare(const std::shared_ptr<RowWatch>& watch) const override { return picture_->Prepare(watch); }
 
   private:
     std::shared_ptr<const PixelSource> picture_;
@@ -195,13 +212,7 @@ void RowConverter::Convert(const std::uint8_t* from, std::uint8_t* to) const {
 }
 
 Result<std::unique_ptr<RowReader>> OpenRowsAs(const PixelSource& picture, PixelFormat target) {
-    auto rows = picture.OpenRows();
-    if (!rows.Ok()) {
-        return rows.GetStatus();
-    }
-    const PictureInfo& from = picture.Info();
-    return std::unique_ptr<RowReader>(std::make_unique<ConvertedRows>(std::move(*rows), RowConverter(from, target),
-                                                                      BytesPerRow(from.format, from.width)));
+    return ConvertedReader(picture.OpenRows(), picture.Info(), target);
 }
 
 std::unique_ptr<PixelSource> ConvertedTo(std::shared_ptr<const PixelSource> picture, PixelFormat target) {

@@ -42,12 +42,19 @@ class WatchedPicture : public PixelSource {
     const PictureInfo& Info() const override { return picture_->Info(); }
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
-        auto reader = picture_->OpenRows();
-        if (!reader.Ok()) {
-            return reader.GetStatus();
+        if (const Status status = picture_->Prepare(watch_); status != Status::Ok) {
+            return status;
         }
-        return std::unique_ptr<RowReader>(
-            std::make_unique<WatchedRows>(std::move(*reader), watch_, Info().height, rows_));
+        return WatchedReader(picture_->OpenRows());
+    }
+
+    bool HasRowsFromBottom() const override { return picture_->HasRowsFromBottom(); }
+
+    Result<std::unique_ptr<RowReader>> OpenRowsFromBottom() const override {
+        if (const Status status = picture_->Prepare(watch_); status != Status::Ok) {
+            return status;
+        }
+        return WatchedReader(picture_->OpenRowsFromBottom());
     }
 
     std::unique_ptr<PixelSource> ReducedTo(std::uint32_t width, std::uint32_t height) const override {
@@ -56,6 +63,14 @@ class WatchedPicture : public PixelSource {
     }
 
   private:
+    Result<std::unique_ptr<RowReader>> WatchedReader(Result<std::unique_ptr<RowReader>> reader) const {
+        if (!reader.Ok()) {
+            return reader.GetStatus();
+        }
+        return std::unique_ptr<RowReader>(
+            std::make_unique<WatchedRows>(std::move(*reader), watch_, Info().height, rows_));
+    }
+
     std::shared_ptr<RowWatch> watch_;
     std::shared_ptr<const PixelSource> picture_;
     std::uint32_t rows_;

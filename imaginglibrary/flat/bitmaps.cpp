@@ -110,7 +110,7 @@ FLAT_EXPORT Status FLAT_CALL GdipCloneBitmapAreaI(std::int32_t x, std::int32_t y
     });
 }
 
-// A code that is not 0 to 7 leaves the picture alone.
+// A code that is not 0 to 7 leaves the picture alone. Pixels are turned when they are needed, so damage shows then.
 FLAT_EXPORT Status FLAT_CALL GdipImageRotateFlip(GpImage* handle, std::int32_t code) {
     return Guarded([&] {
         const auto image = FindImage(handle);
@@ -123,11 +123,7 @@ FLAT_EXPORT Status FLAT_CALL GdipImageRotateFlip(GpImage* handle, std::int32_t c
         if (code == 0) {
             return Status::Ok;
         }
-        const auto picture = image->PictureToRead();
-        if (!picture.Ok()) {
-            return picture.GetStatus();
-        }
-        auto turned = Turned(**picture, static_cast<unsigned>(code));
+        auto turned = Turned(image->Picture(), static_cast<unsigned>(code));
         if (!turned.Ok()) {
             return turned.GetStatus();
         }

@@ -24,12 +24,13 @@ void CopyPixels(const std::uint8_t* from, std::size_t first, std::size_t count, 
 
 class CroppedRows : public RowReader {
   public:
-    CroppedRows(std::unique_ptr<RowReader> rows, const PictureInfo& source, const PixelRect& area)
-        : rows_(std::move(rows)), bits_(BitsPerPixel(source.format)), area_(area),
+    // `skipped` rows come before those of the area.
+    CroppedRows(std::unique_ptr<RowReader> rows, const PictureInfo& source, const PixelRect& area, std::int64_t skipped)
+        : rows_(std::move(rows)), bits_(BitsPerPixel(source.format)), area_(area), skipped_(skipped),
           row_(BytesPerRow(source.format, source.width)) {}
 
     Status ReadRow(std::uint8_t* row) override {
-        for (; above_ < area_.top; ++above_) {
+        for (; skipped_ > 0; --skipped_) {
             if (const Status status = rows_->ReadRow(row_.data()); status != Status::Ok) {
                 return status;
             }
@@ -46,7 +47,7 @@ class CroppedRows : public RowReader {
     std::unique_ptr<RowReader> rows_;
     unsigned bits_;
     PixelRect area_;
-    std::int64_t above_ = 0;
+    std::int64_t skipped_;
     std::vector<std::uint8_t> row_;
 };
 
@@ -61,14 +62,27 @@ class CroppedPicture : public PixelSource {
     const PictureInfo& Info() const override { return info_; }
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
-        auto rows = picture_->OpenRows();
+        return CroppedReader(picture_->OpenRows(), area_.top);
+    }
+
+    bool HasRowsFromBottom() const override { return picture_->HasRowsFromBottom(); }
+
+    Result<std::unique_ptr<RowReader>> OpenRowsFromBottom() const override {
+        return CroppedReader(picture_->OpenRowsFromBottom(), std::int64_t{picture_->Info().height} - area_.bottom);
+    }
+
+    Status Prepare(const std::shared_ptr<RowWatch>& watch) const override { return picture_->Prepare(watch); }
+
+  private:
+    Result<std::unique_ptr<RowReader>> CroppedReader(Result<std::unique_ptr<RowReader>> rows,
+                                                     std::int64_t skipped) const {
         if (!rows.Ok()) {
             return rows.GetStatus();
         }
-        return std::unique_ptr<RowReader>(std::make_unique<CroppedRows>(std::move(*rows), picture_->Info(), area_));
+        return std::unique_ptr<RowReader>(
+            std::make_unique<CroppedRows>(std::move(*rows), picture_->Info(), area_, skipped));
     }
 
-  private:
     std::shared_ptr<const PixelSource> picture_;
     PixelRect area_;
     PictureInfo info_;

@@ -110,7 +110,7 @@ Status DrawUpright(Canvas& canvas, const PictureDrawing& drawing, const PixelRec
     }
     if (target.isMirroredX || target.isMirroredY) {
         const unsigned turn = (target.isMirroredY ? 2u : 0u) | (target.isMirroredX != target.isMirroredY ? Mirror : 0u);
-        auto mirrored = Turned(*picture, turn);
+        auto mirrored = Turned(picture, turn);
         if (!mirrored.Ok()) {
             return mirrored.GetStatus();
         }

@@ -1,130 +1,116 @@
 // Turns by right angles, and mirrors.
 #include "imaginglibrary/operations/turn.h"
 
-#include <algorithm>
-#include <cstring>
+#include "imaginglibrary/core/bitmap.h"
+#include "imaginglibrary/core/rowwatch.h"
+#include "imaginglibrary/operations/mirror.h"
+#include "imaginglibrary/operations/turninmemory.h"
+
+#include <mutex>
 #include <utility>
-#include <vector>
 
 namespace imaginglibrary {
 
 namespace {
 
-// Rows that are turned together, so that what they write lies side by side.
-constexpr std::uint32_t BandRows = 32;
+constexpr unsigned HalfTurn = 2;
 
-// Packed rows of 1 or 4 bits spread out to a byte per pixel, and back; rows of whole bytes stay as they are.
-class Packing {
+bool SwapsSides(unsigned code) { return (code & 1) != 0; }
+
+// The code of one turn behind another. A mirror makes what comes before it go the other way round.
+unsigned Combined(unsigned first, unsigned second) {
+    const unsigned quarters = (first & Mirror) != 0 ? first - (second & QuarterTurns) : first + second;
+    return (quarters & QuarterTurns) | ((first ^ second) & Mirror);
+}
+
+// The turned picture by way of its source's rows; null where their order does not allow it.
+std::shared_ptr<const PixelSource> TurnedInRows(const std::shared_ptr<const PixelSource>& picture, unsigned code) {
+    switch (code) {
+    case Mirror:
+        return Mirrored(picture);
+    case HalfTurn:
+        return picture->HasRowsFromBottom() ? Mirrored(UpsideDown(picture)) : nullptr;
+    case HalfTurn | Mirror:
+        return picture->HasRowsFromBottom() ? UpsideDown(picture) : nullptr;
+    default:
+        return nullptr;
+    }
+}
+
+class TurnedPicture : public PixelSource {
   public:
-    explicit Packing(unsigned bits) : bits_(bits) {}
-
-    std::size_t UnpackedBytes() const { return bits_ < 8 ? 1 : bits_ / 8; }
-
-    void Unpack(const std::uint8_t* from, std::uint8_t* to, std::uint32_t width) const {
-        if (bits_ >= 8) {
-            std::memcpy(to, from, UnpackedBytes() * width);
-            return;
-        }
-        for (std::size_t x = 0; x < width; ++x) {
-            to[x] = static_cast<std::uint8_t>((from[x * bits_ / 8] >> Shift(x)) & ((1u << bits_) - 1));
+    TurnedPicture(std::shared_ptr<const PixelSource> source, unsigned code)
+        : source_(std::move(source)), code_(code), info_(source_->Info()), inRows_(TurnedInRows(source_, code)) {
+        if (SwapsSides(code)) {
+            std::swap(info_.width, info_.height);
+            std::swap(info_.resolution.horizontal, info_.resolution.vertical);
         }
     }
 
-    // `to` holds zeros where there are less than 8 bits.
-    void Put(std::uint8_t* to, std::size_t x, const std::uint8_t* pixel) const {
-        if (bits_ >= 8) {
-            std::memcpy(to + x * UnpackedBytes(), pixel, UnpackedBytes());
-        } else {
-            to[x * bits_ / 8] = static_cast<std::uint8_t>(to[x * bits_ / 8] | *pixel << Shift(x));
+    const std::shared_ptr<const PixelSource>& Source() const { return source_; }
+    unsigned Code() const { return code_; }
+    bool NeedsMemory() const { return inRows_ == nullptr; }
+
+    const PictureInfo& Info() const override { return info_; }
+
+    Result<std::unique_ptr<RowReader>> OpenRows() const override {
+        if (const Status status = Prepare(nullptr); status != Status::Ok) {
+            return status;
         }
+        return (NeedsMemory() ? InMemory() : inRows_)->OpenRows();
+    }
+
+    bool HasRowsFromBottom() const override { return NeedsMemory() || inRows_->HasRowsFromBottom(); }
+
+    Result<std::unique_ptr<RowReader>> OpenRowsFromBottom() const override {
+        if (const Status status = Prepare(nullptr); status != Status::Ok) {
+            return status;
+        }
+        return (NeedsMemory() ? InMemory() : inRows_)->OpenRowsFromBottom();
+    }
+
+    Status Prepare(const std::shared_ptr<RowWatch>& watch) const override {
+        if (!NeedsMemory() || InMemory() != nullptr) {
+            return Status::Ok;
+        }
+        auto turned = TurnInMemory(watch != nullptr ? *WatchedBy(watch, source_) : *source_, code_, info_);
+        if (!turned.Ok()) {
+            return turned.GetStatus();
+        }
+        const std::lock_guard lock(mutex_);
+        inMemory_ = std::move(*turned);
+        return Status::Ok;
     }
 
   private:
-    unsigned Shift(std::size_t x) const { return 8 - bits_ - static_cast<unsigned>(x * bits_ % 8); }
+    std::shared_ptr<const PixelSource> InMemory() const {
+        const std::lock_guard lock(mutex_);
+        return inMemory_;
+    }
 
-    unsigned bits_;
+    std::shared_ptr<const PixelSource> source_;
+    unsigned code_;
+    PictureInfo info_;
+    std::shared_ptr<const PixelSource> inRows_;
+    mutable std::mutex mutex_; // not held while rows are read; who comes second turns them once more
+    mutable std::shared_ptr<const PixelSource> inMemory_; // null before the first reading
 };
-
-// Where a pixel goes.
-struct Move {
-    bool isTransposed;
-    bool isFlippedX; // in the source's own axes
-    bool isFlippedY;
-};
-
-Move MoveOf(unsigned code) {
-    const bool isMirrored = (code & Mirror) != 0;
-    switch (code & QuarterTurns) {
-    case 0:
-        return {false, isMirrored, false};
-    case 1:
-        return {true, false, !isMirrored};
-    case 2:
-        return {false, !isMirrored, true};
-    default:
-        return {true, true, isMirrored};
-    }
-}
-
-// Writes a band of unpacked rows, the first of which is row `top`, into the turned picture.
-void PlaceBand(const std::vector<std::uint8_t>& band, std::uint32_t top, std::uint32_t count, const PictureInfo& info,
-               const Move& move, const Packing& packing, Bitmap& turned) {
-    const std::size_t pixelBytes = packing.UnpackedBytes();
-    const auto pixel = [&](std::uint32_t x, std::uint32_t row) {
-        return band.data() + (std::size_t{row} * info.width + x) * pixelBytes;
-    };
-    const auto newX = [&](std::uint32_t x) { return move.isFlippedX ? info.width - 1 - x : x; };
-    const auto newY = [&](std::uint32_t y) { return move.isFlippedY ? info.height - 1 - y : y; };
-    if (move.isTransposed) {
-        for (std::uint32_t x = 0; x < info.width; ++x) {
-            std::uint8_t* to = turned.Row(newX(x));
-            for (std::uint32_t row = 0; row < count; ++row) {
-                packing.Put(to, newY(top + row), pixel(x, row));
-            }
-        }
-        return;
-    }
-    for (std::uint32_t row = 0; row < count; ++row) {
-        std::uint8_t* to = turned.Row(newY(top + row));
-        for (std::uint32_t x = 0; x < info.width; ++x) {
-            packing.Put(to, newX(x), pixel(x, row));
-        }
-    }
-}
 
 } // namespace
 
-Result<std::shared_ptr<Bitmap>> Turned(const PixelSource& picture, unsigned code) {
-    const PictureInfo& info = picture.Info();
-    const Move move = MoveOf(code);
-    PictureInfo turnedInfo = info;
-    if (move.isTransposed) {
-        std::swap(turnedInfo.width, turnedInfo.height);
-        std::swap(turnedInfo.resolution.horizontal, turnedInfo.resolution.vertical);
+Result<std::shared_ptr<const PixelSource>> Turned(std::shared_ptr<const PixelSource> picture, unsigned code) {
+    if (const auto* before = dynamic_cast<const TurnedPicture*>(picture.get())) {
+        code = Combined(before->Code(), code);
+        picture = std::shared_ptr<const PixelSource>(before->Source());
     }
-    auto turned = Bitmap::Create(turnedInfo);
-    if (!turned.Ok()) {
-        return turned.GetStatus();
+    if (code == 0) {
+        return picture;
     }
-    auto rows = picture.OpenRows();
-    if (!rows.Ok()) {
-        return rows.GetStatus();
+    auto turned = std::make_shared<TurnedPicture>(std::move(picture), code);
+    if (turned->NeedsMemory() && !Bitmap::CanHold(turned->Info())) {
+        return Status::OutOfMemory;
     }
-    const Packing packing(BitsPerPixel(info.format));
-    const std::size_t unpackedRow = packing.UnpackedBytes() * info.width;
-    std::vector<std::uint8_t> stored(BytesPerRow(info.format, info.width));
-    std::vector<std::uint8_t> band(unpackedRow * BandRows);
-    for (std::uint32_t top = 0; top < info.height; top += BandRows) {
-        const std::uint32_t count = std::min(BandRows, info.height - top);
-        for (std::uint32_t row = 0; row < count; ++row) {
-            if (const Status status = (*rows)->ReadRow(stored.data()); status != Status::Ok) {
-                return status;
-            }
-            packing.Unpack(stored.data(), band.data() + unpackedRow * row, info.width);
-        }
-        PlaceBand(band, top, count, info, move, packing, **turned);
-    }
-    return turned;
+    return std::shared_ptr<const PixelSource>(std::move(turned));
 }
 
 } // namespace imaginglibrary

@@ -221,6 +221,39 @@ TEST_F(FlatExtensions, WatcherStopsADrawAndAThumbnail) {
     EXPECT_EQ(DrawImageRect(NewGraphics(image), NewBitmap(4, 4), 0, 0, 4, 4), Status::Aborted);
 }
 
+TEST_F(FlatExtensions, TurnIsReadAndWatchedWhenItsPixelsAreNeeded) {
+    GpImage* image = LoadJpeg(1);
+    Watched watched;
+    ASSERT_EQ(Watch(image, &watched), Status::Ok);
+    ASSERT_EQ(RotateFlip(image, 1), Status::Ok);
+    EXPECT_TRUE(watched.done.empty());
+    ASSERT_EQ(SaveAs(image, "turned.png", Png), Status::Ok);
+    const auto firstEnd = std::find(watched.done.begin(), watched.done.end(), Side) + 1;
+    ExpectOnePass({watched.done.begin(), firstEnd}, Side);
+    ExpectOnePass({firstEnd, watched.done.end()}, Side);
+}
+
+TEST_F(FlatExtensions, WatcherStopsATurnWhileTheSourceIsRead) {
+    GpImage* image = LoadJpeg(1);
+    GpImage* part = nullptr;
+    Watched watched{.stopAt = 100};
+    ASSERT_EQ(RotateFlip(image, 3), Status::Ok);
+    ASSERT_EQ(CloneArea(0, 0, 20, 20, PixelFormat::Argb32, image, &part), Status::Ok);
+    for (GpImage* each : {image, part}) {
+        ASSERT_EQ(Watch(each, &watched), Status::Ok);
+        EXPECT_EQ(SaveAs(each, "turned.png", Png), Status::Aborted);
+        EXPECT_LE(watched.done.back(), 102u);
+    }
+}
+
+TEST_F(FlatExtensions, DamageBehindATurnIsMetWhenItsPixelsAreNeeded) {
+    GpImage* image = LoadJpeg(0.5);
+    ASSERT_EQ(RotateFlip(image, 1), Status::Ok);
+    EXPECT_EQ(DamageOf(image), 0);
+    ASSERT_EQ(SaveAs(image, "turned.png", Png), Status::Ok);
+    EXPECT_EQ(DamageOf(image), 1);
+}
+
 TEST_F(FlatExtensions, WatchEndsWhenItIsTakenBack) {
     GpImage* image = LoadJpeg(1);
     Watched watched{.stopAt = 1};

@@ -1,4 +1,5 @@
 // Peak memory of conversions that stream: it must not depend on the picture's height.
+#include "imaginglibrary/operations/turn.h"
 #include "tests/support/codecs.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"
@@ -71,24 +72,54 @@ class Memory : public testing::Test {
   protected:
     // Writes the source at both heights and holds the two peaks against each other and against the limit.
     void ExpectConstant(const Codec& sourceCodec, const std::string& sourceName, const std::string& targetName) {
+        ExpectConstantPeak(sourceCodec, folder_ / sourceName,
+                           [&](const auto& source) { return RunConvert(source, folder_ / targetName); });
+    }
+
+    // `run` gives back the Ending of a process that works on the source.
+    template <class Run>
+    void ExpectConstantPeak(const Codec& sourceCodec, const std::filesystem::path& source, const Run& run) {
         long peaks[2];
         const std::uint32_t heights[2] = {LowHeight, FullHeight};
         for (int i = 0; i < 2; ++i) {
-            const auto source = folder_ / sourceName;
             ASSERT_EQ(WritePicture(sourceCodec, TallPicture(heights[i]), source), Status::Ok);
-            const Ending ending = RunConvert(source, folder_ / targetName);
+            const Ending ending = run(source);
             ASSERT_EQ(ending.exitStatus, 0);
             peaks[i] = ending.peakKibibytes;
         }
         RecordProperty("PeakKibibytes", static_cast<int>(peaks[1]));
-        std::printf("%s to %s: peak %ld KiB at %u rows, %ld KiB at %u rows\n", sourceName.c_str(), targetName.c_str(),
-                    peaks[0], LowHeight, peaks[1], FullHeight);
+        std::printf("peak %ld KiB at %u rows, %ld KiB at %u rows\n", peaks[0], LowHeight, peaks[1], FullHeight);
         EXPECT_LT(peaks[1], MostKibibytes);
         EXPECT_LT(peaks[1], peaks[0] + 4096) << "ten times the height, the same memory";
     }
 
     TemporaryFolder folder_;
 };
+
+Ending RunTurned(const std::filesystem::path& source, const std::filesystem::path& target, unsigned code) {
+    const pid_t child = fork();
+    if (child == 0) {
+        auto picture = OpenPicture(source);
+        const auto turned = picture.Ok() ? Turned(std::move(*picture), code) : picture.GetStatus();
+        _exit(turned.Ok() && WritePicture(BmpCodec(), **turned, target) == Status::Ok ? 0 : 1);
+    }
+    int ending = 0;
+    rusage usage{};
+    wait4(child, &ending, 0, &usage);
+    return {WIFEXITED(ending) ? WEXITSTATUS(ending) : -1, usage.ru_maxrss};
+}
+
+class MemoryOfTurns : public Memory {
+  protected:
+    void ExpectConstantTurn(const Codec& sourceCodec, unsigned code) {
+        ExpectConstantPeak(sourceCodec, folder_ / "source",
+                           [&](const auto& source) { return RunTurned(source, folder_ / "target", code); });
+    }
+};
+
+TEST_F(MemoryOfTurns, MirrorIsConstant) { ExpectConstantTurn(JpegCodec(), Mirror); }
+TEST_F(MemoryOfTurns, HalfTurnOfABmpIsConstant) { ExpectConstantTurn(BmpCodec(), 2); }
+TEST_F(MemoryOfTurns, UpsideDownBmpIsConstant) { ExpectConstantTurn(BmpCodec(), 2 | Mirror); }
 
 TEST_F(Memory, JpegToPngIsConstant) { ExpectConstant(JpegCodec(), "a.jpg", "b.png"); }
 TEST_F(Memory, PngToJpegIsConstant) { ExpectConstant(PngCodec(), "a.png", "b.jpg"); }

@@ -131,13 +131,25 @@ class DibPicture : public Decoder {
     const PictureInfo& Info() const override { return info_; }
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
-        if (dib_.compression == DibCompression::Rle4 || dib_.compression == DibCompression::Rle8) {
+        if (IsCompressed()) {
             return OpenRleRows(file_, dib_, pixels_);
         }
         return std::unique_ptr<RowReader>(std::make_unique<StoredRows>(file_, dib_, pixels_));
     }
 
+    bool HasRowsFromBottom() const override { return !IsCompressed(); }
+
+    Result<std::unique_ptr<RowReader>> OpenRowsFromBottom() const override {
+        Dib reversed = dib_;
+        reversed.topDown = !dib_.topDown;
+        return std::unique_ptr<RowReader>(std::make_unique<StoredRows>(file_, reversed, pixels_));
+    }
+
   private:
+    bool IsCompressed() const {
+        return dib_.compression == DibCompression::Rle4 || dib_.compression == DibCompression::Rle8;
+    }
+
     std::shared_ptr<const InputFile> file_;
     Dib dib_;
     std::uint64_t pixels_;
