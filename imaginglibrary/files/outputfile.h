@@ -5,11 +5,23 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace imaginglibrary {
+
+// What taking the target's place consists of.
+enum class CommitStep {
+    Flush, // to the disk; only where an older file is replaced
+    Name,  // the file gets one, or is no longer deleted with its handle
+    Close,
+    Replace, // the target
+};
+
+// Asked before each step; false has it fail. For tests: no file system fails when it is told to.
+using CommitGate = std::function<bool(CommitStep)>;
 
 // Without a successful Commit the target stays as it was and nothing is left behind, even if the process is killed.
 // Not for several threads at once.
@@ -17,7 +29,7 @@ class OutputFile {
   public:
     // GenericError if the target cannot be replaced: its folder is missing or closed to us, it is a folder, it is
     // read-only, or it is open elsewhere (an image that was loaded from it and still lives counts).
-    static Result<std::unique_ptr<OutputFile>> Create(const std::u16string& target);
+    static Result<std::unique_ptr<OutputFile>> Create(const std::u16string& target, CommitGate gate = {});
 
     virtual ~OutputFile() = default;
 
@@ -33,7 +45,7 @@ class OutputFile {
     // Reads back what was written, for codecs that patch their own output; fewer bytes only at the end.
     Result<std::size_t> ReadAt(std::uint64_t offset, void* buffer, std::size_t count);
 
-    // Flushes and replaces the target.
+    // Flushes and replaces the target. Where an older file is replaced, the new one is on the disk before.
     Status Commit();
 
   protected:

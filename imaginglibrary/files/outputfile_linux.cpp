@@ -36,12 +36,12 @@ std::string FolderOf(const std::string& path) {
 // Short, for the target's own name may be as long as names can be.
 std::string ScratchNameBeside(const std::string& target) {
     std::random_device random;
-    return FolderOf(target) + "/.lumbrix-" + std::to_string(random()) + ".tmp";
+    return FolderOf(target) + "/.imaging-" + std::to_string(random()) + ".tmp";
 }
 
 class LinuxOutputFile : public OutputFile {
   public:
-    explicit LinuxOutputFile(std::string target) : target_(std::move(target)) {}
+    LinuxOutputFile(std::string target, CommitGate gate) : target_(std::move(target)), gate_(std::move(gate)) {}
 
     ~LinuxOutputFile() override {
         if (descriptor_ >= 0) {
@@ -96,19 +96,14 @@ class LinuxOutputFile : public OutputFile {
 
     Status DoCommit() override {
         // Where an older picture is at stake, the new one must be on the disk before it takes that one's name.
-        if (replaces_ && fdatasync(descriptor_) != 0) {
+        if (replaces_ && !(MayGoOn(CommitStep::Flush) && fdatasync(descriptor_) == 0)) {
             return Status::Win32Error;
         }
-        if (scratchName_.empty()) {
-            scratchName_ = ScratchNameBeside(target_);
-            const std::string self = "/proc/self/fd/" + std::to_string(descriptor_);
-            if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, scratchName_.c_str(), AT_SYMLINK_FOLLOW) != 0) {
-                scratchName_.clear();
-                return Status::Win32Error;
-            }
+        if (scratchName_.empty() && !GiveName()) {
+            return Status::Win32Error;
         }
-        const int closed = close(std::exchange(descriptor_, -1));
-        if (closed != 0 || rename(scratchName_.c_str(), target_.c_str()) != 0) {
+        const bool isClosed = close(std::exchange(descriptor_, -1)) == 0 && MayGoOn(CommitStep::Close);
+        if (!isClosed || !MayGoOn(CommitStep::Replace) || rename(scratchName_.c_str(), target_.c_str()) != 0) {
             return Status::Win32Error;
         }
         scratchName_.clear();
@@ -116,7 +111,21 @@ class LinuxOutputFile : public OutputFile {
     }
 
   private:
+    bool MayGoOn(CommitStep step) const { return !gate_ || gate_(step); }
+
+    bool GiveName() {
+        const std::string name = ScratchNameBeside(target_);
+        const std::string self = "/proc/self/fd/" + std::to_string(descriptor_);
+        if (!MayGoOn(CommitStep::Name) ||
+            linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0) {
+            return false;
+        }
+        scratchName_ = name;
+        return true;
+    }
+
     std::string target_;
+    CommitGate gate_;
     std::string scratchName_; // empty while the file has no name
     int descriptor_ = -1;
     bool replaces_ = false;
@@ -124,7 +133,7 @@ class LinuxOutputFile : public OutputFile {
 
 } // namespace
 
-Result<std::unique_ptr<OutputFile>> OutputFile::Create(const std::u16string& target) {
+Result<std::unique_ptr<OutputFile>> OutputFile::Create(const std::u16string& target, CommitGate gate) {
     std::string path = PathBytes(target);
     if (path.empty() || path.back() == '/') {
         return Status::GenericError;
@@ -140,7 +149,7 @@ Result<std::unique_ptr<OutputFile>> OutputFile::Create(const std::u16string& tar
         path = resolved;
         replaced = facts;
     }
-    auto file = std::make_unique<LinuxOutputFile>(std::move(path));
+    auto file = std::make_unique<LinuxOutputFile>(std::move(path), std::move(gate));
     if (const Status status = file->Open(replaced); status != Status::Ok) {
         return status;
     }

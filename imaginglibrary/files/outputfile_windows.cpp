@@ -41,7 +41,8 @@ bool SetDeleteOnClose(HANDLE file, bool doDelete) {
 
 class WindowsOutputFile : public OutputFile {
   public:
-    explicit WindowsOutputFile(std::u16string target) : target_(std::move(target)) {}
+    WindowsOutputFile(std::u16string target, bool replaces, CommitGate gate)
+        : target_(std::move(target)), replaces_(replaces), gate_(std::move(gate)) {}
 
     ~WindowsOutputFile() override {
         if (file_ != INVALID_HANDLE_VALUE) {
@@ -97,11 +98,16 @@ class WindowsOutputFile : public OutputFile {
     }
 
     Status DoCommit() override {
-        if (!SetDeleteOnClose(file_, false)) {
+        // Where an older picture is at stake, the new one must be on the disk before it takes that one's name.
+        if (replaces_ && !(MayGoOn(CommitStep::Flush) && FlushFileBuffers(file_))) {
             return Status::Win32Error;
         }
-        CloseHandle(std::exchange(file_, INVALID_HANDLE_VALUE));
-        if (!MoveFileExW(Wide(scratchName_), Wide(target_), MOVEFILE_REPLACE_EXISTING)) {
+        if (!MayGoOn(CommitStep::Name) || !SetDeleteOnClose(file_, false)) {
+            return Status::Win32Error;
+        }
+        const bool isClosed = CloseHandle(std::exchange(file_, INVALID_HANDLE_VALUE)) && MayGoOn(CommitStep::Close);
+        if (!isClosed || !MayGoOn(CommitStep::Replace) ||
+            !MoveFileExW(Wide(scratchName_), Wide(target_), MOVEFILE_REPLACE_EXISTING)) {
             DeleteFileW(Wide(scratchName_));
             return Status::Win32Error;
         }
@@ -109,6 +115,8 @@ class WindowsOutputFile : public OutputFile {
     }
 
   private:
+    bool MayGoOn(CommitStep step) const { return !gate_ || gate_(step); }
+
     static OVERLAPPED PositionOf(std::uint64_t offset) {
         OVERLAPPED position{};
         position.Offset = static_cast<DWORD>(offset);
@@ -117,20 +125,22 @@ class WindowsOutputFile : public OutputFile {
     }
 
     std::u16string target_;
+    bool replaces_;
+    CommitGate gate_;
     std::u16string scratchName_;
     HANDLE file_ = INVALID_HANDLE_VALUE;
 };
 
 } // namespace
 
-Result<std::unique_ptr<OutputFile>> OutputFile::Create(const std::u16string& target) {
+Result<std::unique_ptr<OutputFile>> OutputFile::Create(const std::u16string& target, CommitGate gate) {
     const DWORD attributes = GetFileAttributesW(Wide(target));
     if (target.empty() ||
         (attributes != INVALID_FILE_ATTRIBUTES &&
          ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0 || !CanReplace(target)))) {
         return Status::GenericError;
     }
-    auto file = std::make_unique<WindowsOutputFile>(target);
+    auto file = std::make_unique<WindowsOutputFile>(target, attributes != INVALID_FILE_ATTRIBUTES, std::move(gate));
     if (const Status status = file->Open(); status != Status::Ok) {
         return status;
     }

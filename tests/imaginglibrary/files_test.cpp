@@ -94,6 +94,72 @@ TEST_F(Files, OldFileIsReplaced) {
     EXPECT_EQ(CountOfFiles(), 1u);
 }
 
+TEST_F(Files, OldFileStaysThroughEveryStepOfACommit) {
+    WriteBytes(target_, "old");
+    auto file = std::move(*OutputFile::Create(target_.u16string(), [&](CommitStep step) {
+        EXPECT_EQ(ReadBytes(target_), "old") << static_cast<int>(step);
+        return true;
+    }));
+    ASSERT_EQ(file->Append("new", 3), Status::Ok);
+    ASSERT_EQ(file->Commit(), Status::Ok);
+    EXPECT_EQ(ReadBytes(target_), "new");
+}
+
+TEST_F(Files, FileThatTakesTheTargetsPlaceHasNoProgramsName) {
+    std::vector<std::string> names;
+    auto file = std::move(*OutputFile::Create(target_.u16string(), [&](CommitStep step) {
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
+            names.push_back(step == CommitStep::Replace ? entry.path().filename().string() : "");
+        }
+        return true;
+    }));
+    ASSERT_EQ(file->Commit(), Status::Ok);
+    ASSERT_FALSE(names.empty());
+    EXPECT_TRUE(names.back().ends_with(".tmp"));
+    EXPECT_EQ(names.back().find("lumbrix"), std::string::npos);
+}
+
+TEST_F(Files, OnlyAReplacingFileIsFlushed) {
+    using enum CommitStep;
+    const auto stepsTo = [&](const std::string& name) {
+        std::vector<CommitStep> steps;
+        auto file = std::move(*OutputFile::Create((folder_ / name).u16string(), [&](CommitStep step) {
+            steps.push_back(step);
+            return true;
+        }));
+        EXPECT_EQ(file->Commit(), Status::Ok);
+        return steps;
+    };
+    EXPECT_EQ(stepsTo("a"), (std::vector<CommitStep>{Name, Close, Replace}));
+    EXPECT_EQ(stepsTo("a"), (std::vector<CommitStep>{Flush, Name, Close, Replace}));
+}
+
+TEST_F(Files, StepThatFailsFailsTheCommitAndLeavesTheOldFileAndNothingElse) {
+    for (const CommitStep failing : {CommitStep::Flush, CommitStep::Name, CommitStep::Close, CommitStep::Replace}) {
+        WriteBytes(target_, "old");
+        {
+            auto file =
+                std::move(*OutputFile::Create(target_.u16string(), [&](CommitStep step) { return step != failing; }));
+            ASSERT_EQ(file->Append("new", 3), Status::Ok);
+            EXPECT_EQ(file->Commit(), Status::Win32Error) << static_cast<int>(failing);
+            EXPECT_EQ(file->Commit(), Status::Win32Error) << "the first failure stays";
+        }
+        EXPECT_EQ(ReadBytes(target_), "old");
+        EXPECT_EQ(CountOfFiles(), 1u);
+    }
+}
+
+TEST_F(Files, StepThatFailsLeavesNoNewFile) {
+    for (const CommitStep failing : {CommitStep::Name, CommitStep::Close, CommitStep::Replace}) {
+        {
+            auto file =
+                std::move(*OutputFile::Create(target_.u16string(), [&](CommitStep step) { return step != failing; }));
+            EXPECT_EQ(file->Commit(), Status::Win32Error);
+        }
+        EXPECT_EQ(CountOfFiles(), 0u);
+    }
+}
+
 TEST_F(Files, PiecesMayBeWrittenInAnyOrderAndReadBack) {
     auto file = Create(target_);
     ASSERT_TRUE(file.Ok());
