@@ -130,6 +130,14 @@ TEST(JpegDamage, RowsBeforeTheCutAreKeptAndThoseBehindItAreGrey) {
     }
 }
 
+TEST(JpegDamage, MiddleInksOfAWholeFileAreNotTakenForGaps) {
+    const auto middle = [](unsigned, unsigned, int) { return std::uint8_t{128}; };
+    const JpegFile file{.given = JCS_CMYK, .stored = JCS_CMYK, .hasAdobeMarker = true};
+    const Decoded decoded = DecodedJpeg(MakeJpeg(file, middle));
+    EXPECT_FALSE(decoded.isDamaged);
+    EXPECT_EQ(decoded.colors[0], 0xFF404040);
+}
+
 TEST(JpegDamage, ArithmeticDataThatEndEarlyShowTheRowOfBlocksInWhichTheyEnd) {
 #if defined(C_ARITH_CODING_SUPPORTED) && defined(D_ARITH_CODING_SUPPORTED)
     for (const JpegScans scans : {JpegScans::One, JpegScans::OnePerComponent, JpegScans::Progressive}) {
