@@ -83,7 +83,7 @@ LRESULT ButtonWatch::Handle(HWND control, UINT message, WPARAM first, LPARAM sec
         isPressed_ = true;
         Notify(control, NM_LDOWN);
     }
-    const LRESULT result = DefSubclassProc(control, message, first, second);
+    const LRESULT result = PassOn(control, message, first, second);
     // A control that waits for the release within its answer to the press swallows the message of it.
     if (message == WM_LBUTTONUP || (message == WM_LBUTTONDOWN && !IsButtonDown())) {
         Release(control);
@@ -91,9 +91,17 @@ LRESULT ButtonWatch::Handle(HWND control, UINT message, WPARAM first, LPARAM sec
     return result;
 }
 
+LRESULT ButtonWatch::PassOn(HWND control, UINT message, WPARAM first, LPARAM second) {
+    ++messagesInside_;
+    const LRESULT result = DefSubclassProc(control, message, first, second);
+    --messagesInside_;
+    return result;
+}
+
 void ButtonWatch::Release(HWND control) {
     if (isPressed_) {
         isPressed_ = false;
+        isNotifyingRelease_ = true;
         Notify(control, NM_RELEASEDCAPTURE);
     }
 }

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <string>
+#include <utility>
 
 namespace lumbrix {
 
@@ -13,23 +14,26 @@ namespace lumbrix {
 void SetPreviewImage(HWND window, const std::string& path);
 
 // Sees to it that a press of the left button is notified once as NM_LDOWN, and its release once as NM_RELEASEDCAPTURE:
-// the control itself does not notify a press, and notifies the release of the mouse when it pleases: at the press, at
-// the beginning of a marquee or at its end.
+// the control itself does not notify a press, and notifies the release of the mouse when it pleases: at the press of
+// either button, at the beginning of a marquee or at its end.
 class ButtonWatch {
   public:
     void Attach(HWND control);
 
-    // Whether a notification of NM_RELEASEDCAPTURE is about the release of the button. While the button is down it is
-    // the control's own, at one of those other moments.
-    bool IsRelease() const { return !isPressed_; }
+    // Whether the NM_RELEASEDCAPTURE that was just notified is about the release of the left button; to be asked once
+    // for each. What the control notifies while it works off a message of its own is about one of those other moments.
+    bool IsRelease() { return std::exchange(isNotifyingRelease_, false) || messagesInside_ == 0; }
 
   private:
     static LRESULT CALLBACK Procedure(HWND control, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
                                       DWORD_PTR watch);
     LRESULT Handle(HWND control, UINT message, WPARAM first, LPARAM second);
+    LRESULT PassOn(HWND control, UINT message, WPARAM first, LPARAM second);
     void Release(HWND control);
 
     bool isPressed_ = false;
+    bool isNotifyingRelease_ = false;
+    int messagesInside_ = 0; // that the control is working off, one within the other
 };
 
 } // namespace lumbrix

@@ -156,6 +156,31 @@ TEST_F(AnnotateWindow, SecondPressOfADoubleClickAnnotatesAtItsReleaseToo) {
     ExpectNear(InkIn(Path("out.jpg")), static_cast<int>(300 * scale), static_cast<int>(200 * scale), scale);
 }
 
+TEST_F(AnnotateWindow, RightButtonAnnotatesNothing) {
+    const OpenWindow window = OpenWhite();
+    const double scale = ScaleOf(window, Width, Height);
+    ClickRightOn(window, 300, 200);
+    EXPECT_TRUE(window.IsQuiet()) << "a text is asked for";
+    window.SetText(AnnotationBox, MakeStamp(40, 20));
+    ClickPicture(window, 50, 30);
+    ClickRightOn(window, 300, 200);
+    ClickRightOn(window, 300, 200);
+    End(window);
+    ExpectNear(InkIn(Path("out.jpg")), static_cast<int>(50 * scale), static_cast<int>(30 * scale), scale);
+}
+
+// The message does not keep the window from being clicked at.
+TEST_F(AnnotateWindow, RightButtonAnnotatesNothingWhileAMessageIsShown) {
+    const OpenWindow window = OpenWhite();
+    ClickAt(On(window, 50, 30));
+    const OpenWindow message = window.Further();
+    ClickRightOn(window, 300, 200);
+    EXPECT_TRUE(message.IsQuiet());
+    message.BeginClick(IDOK);
+    message.WaitUntilGone();
+    End(window);
+}
+
 TEST_F(AnnotateWindow, LastDroppedFileIsTheStamp) {
     const OpenWindow window = OpenWhite();
     const double scale = ScaleOf(window, Width, Height);

@@ -75,6 +75,19 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
             {1.0, static_cast<double>(width) / control.right, static_cast<double>(height) / control.bottom});
     }
 
+    // Clicks on the picture with the other button.
+    static void ClickRightOn(const OpenWindow& window, int x, int y) {
+        MoveMouse(On(window, x, y));
+        const HWND picture = window.Item(lumbrix::PictureControl);
+        PostMessageA(picture, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(x, y));
+        PostMessageA(picture, WM_RBUTTONUP, 0, MAKELPARAM(x, y));
+        // Behind them in the line.
+        const HWND box = window.Item(lumbrix::AnnotationBox);
+        SendMessageA(box, EM_SETMODIFY, FALSE, 0);
+        PostMessageA(box, EM_SETMODIFY, TRUE, 0);
+        EXPECT_TRUE(WaitFor([&] { return SendMessageA(box, EM_GETMODIFY, 0, 0) != 0; }));
+    }
+
     // Comes back when the window has worked off all that the mouse brought about.
     static void Settle(const OpenWindow& window) { SendMessageA(window.Window(), WM_NULL, 0, 0); }
 

@@ -103,6 +103,17 @@ TEST_F(CropWindow, ClickOnOnePlaceMakesNoCrop) {
     EXPECT_FALSE(Exists("out.png"));
 }
 
+TEST_F(CropWindow, RightButtonMarksNothing) {
+    WriteBytes(program_.Folder() / "out.png", "old");
+    const OpenWindow window = OpenMap();
+    ClickRightOn(window, 30, 20);
+    ClickRightOn(window, 180, 120);
+    EXPECT_TRUE(IsWindow(window.Window()));
+    End(window);
+    EXPECT_TRUE(program_.IsQuiet());
+    EXPECT_EQ(Start("out.png"), "ol");
+}
+
 TEST_F(CropWindow, WithoutANotifiedPressTwoReleasesMarkTheCorners) {
     const OpenWindow window = OpenMap();
     MoveMouse(On(window, 30, 20));
