@@ -81,6 +81,9 @@ void DrawPreview(HWND pane, IPicture& picture) {
     }
     const PreviewPlace place = PlacePreview(client.right, client.bottom, width, height);
     const WindowContext context(pane);
+    // What is left out in shrinking is mixed in; otherwise colours that nobody chose come out.
+    SetStretchBltMode(context.Get(), HALFTONE);
+    SetBrushOrgEx(context.Get(), 0, 0, nullptr);
     // The picture's own units run upwards.
     picture.Render(context.Get(), place.x, place.y, place.width, place.height, 0, height, width, -height, &client);
 }
