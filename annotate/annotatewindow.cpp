@@ -29,6 +29,7 @@ class AnnotateWindow : public Dialog, private PictureView {
 
   private:
     void OnStart() override;
+    int FirstFocus() const override { return AnnotateModeLayouts[EditMode].firstFocus; }
     void OnCommand(int id, int notification) override;
     void OnNotify(const NMHDR& notification) override;
     void OnDrop(HDROP files) override;
@@ -78,6 +79,9 @@ void AnnotateWindow::ApplyMode() {
     const RECT place = InPixels({help.x, mode.helpY, help.width, mode.helpHeight});
     MoveWindow(Item(HelpLabel), place.left, place.top, place.right, place.bottom, FALSE);
     SetText(HelpLabel, mode.helpText);
+    if (mode.covered != 0) {
+        PutBelow(mode.covered, HelpLabel);
+    }
     MoveTo(0, 0, AnnotateWindowLayout.width, mode.windowHeight);
 }
 

@@ -30,7 +30,7 @@ inline constexpr Control AnnotateWindowControls[] = {
     {FontColorButton, ControlKind::PushButton, "Font Color", 275, 260, 70, 15, NoFont},
     {FontButton, ControlKind::PushButton, "Font", 380, 260, 30, 15, AnnotateFont},
     {StampButton, ControlKind::PushButton, "Stamp", 271, 260, 30, 15, AnnotateFont},
-    {KeepCheck, ControlKind::CheckBox, "Keep", 305, 260, 35, 10, AnnotateFont, Cyan},
+    {KeepCheck, ControlKind::CheckBox, "Keep", 305, 260, 35, 10, AnnotateFont, Cyan, ClipsSiblings},
     {HelpButton, ControlKind::PushButton, "Help", 345, 260, 30, 15, AnnotateFont},
     {HelpLabel, ControlKind::Label, "", 5, 275, 420, 30, AnnotateFont, Cyan, 0, Red},
 };
@@ -56,6 +56,8 @@ struct AnnotateModeLayout {
     int helpHeight;
     int windowHeight;
     std::array<int, 7> hidden; // 0 where there are fewer
+    int firstFocus;            // the control that has the keyboard at first
+    int covered = 0;           // one that the help lies over, where it can be used but is not seen; 0 for none
 };
 
 // By mode. The button for the colour is hidden in all of them: the dialog for the font asks for it too.
@@ -65,19 +67,23 @@ inline constexpr AnnotateModeLayout AnnotateModeLayouts[] = {
      275,
      30,
      AnnotateWindowLayout.height,
-     {FontColorButton}},
+     {FontColorButton},
+     AnnotationBox},
     {"Please click and hold down the left mouse button on the picture where the left upper corner of the cropped image "
      "should be. Than move the mouse to draw the rectangular as needed and release the button.\r\nThe cropped image "
      "will be created as the 'Convert/Write to' shows in the prior screen.",
      257,
      50,
      AnnotateWindowLayout.height,
-     {FontColorButton, AnnotationBox, AnnotationLabel, FontButton, StampButton, HelpButton}},
+     {FontColorButton, AnnotationBox, AnnotationLabel, FontButton, StampButton, HelpButton},
+     PictureControl,
+     KeepCheck},
     {"",
      257,
      50,
      255,
-     {FontColorButton, AnnotationBox, AnnotationLabel, FontButton, StampButton, HelpLabel, HelpButton}},
+     {FontColorButton, AnnotationBox, AnnotationLabel, FontButton, StampButton, HelpLabel, HelpButton},
+     PictureControl},
 };
 
 } // namespace lumbrix

@@ -45,6 +45,10 @@ void Dialog::MoveTo(int x, int y, int width, int height) {
     SetWindowPos(window_, nullptr, x, y, frame.right - frame.left, frame.bottom - frame.top, SWP_NOZORDER);
 }
 
+void Dialog::PutBelow(int id, int above) {
+    SetWindowPos(Item(id), Item(above), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
 INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
     if (message == WM_INITDIALOG) {
         SetWindowLongPtrA(window, GWLP_USERDATA, second);
@@ -63,7 +67,10 @@ INT_PTR Dialog::Handle(UINT message, WPARAM first, LPARAM second) {
     case WM_INITDIALOG:
         SetFonts();
         OnStart();
-        return TRUE;
+        if (FirstFocus() != 0) {
+            SetFocus(Item(FirstFocus()));
+        }
+        return FirstFocus() == 0;
     case WM_CTLCOLORDLG:
         return reinterpret_cast<INT_PTR>(BrushFor(layout_.background));
     case WM_CTLCOLORSTATIC:

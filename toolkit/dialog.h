@@ -34,6 +34,9 @@ class Dialog {
     void SetChecked(int id, bool isChecked) { CheckDlgButton(window_, id, isChecked ? BST_CHECKED : BST_UNCHECKED); }
     void Hide(int id) { ShowWindow(Item(id), SW_HIDE); }
 
+    // Puts a control below another, which covers it from now on.
+    void PutBelow(int id, int above);
+
     // Dialog units as pixels of this window.
     RECT InPixels(RECT units) const;
 
@@ -50,6 +53,10 @@ class Dialog {
 
     // All controls are there, with their fonts.
     virtual void OnStart() {}
+
+    // The control that has the keyboard at first, or 0 for the first one that can be reached by the tab key. Asked for
+    // behind OnStart.
+    virtual int FirstFocus() const { return 0; }
 
     virtual void OnCommand(int /*id*/, int /*notification*/) {}
     virtual void OnNotify(const NMHDR& /*notification*/) {}

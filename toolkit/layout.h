@@ -30,6 +30,7 @@ inline constexpr int NoFont = -1; // the one of the platform's dialogs stays
 // Styles beside those of the kind, under the platform's numbers.
 inline constexpr std::uint32_t StartsGroup = 0x00020000;     // WS_GROUP
 inline constexpr std::uint32_t TextAtLeft = 0x00000100;      // BS_LEFT
+inline constexpr std::uint32_t ClipsSiblings = 0x04000000;   // WS_CLIPSIBLINGS: never draws over those above it
 inline constexpr std::uint32_t TextInTheMiddle = 0x00000C00; // BS_VCENTER
 
 // Positions and sizes are in dialog units.

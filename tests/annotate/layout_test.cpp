@@ -71,6 +71,25 @@ TEST(AnnotateModes, CroppedPictureStandsAlone) {
     EXPECT_EQ(windowHeight, AnnotateWindowControls[0].height);
 }
 
+TEST(AnnotateModes, KeyboardBeginsInTheTextOrAtThePicture) {
+    EXPECT_EQ(AnnotateModeLayouts[AnnotateMode].firstFocus, 1003);
+    EXPECT_EQ(AnnotateModeLayouts[CropMode].firstFocus, 1001);
+    EXPECT_EQ(AnnotateModeLayouts[CroppedMode].firstFocus, 1001);
+}
+
+TEST(AnnotateModes, HelpCoversKeepWhereTheyMeet) {
+    const auto row = [](int id) {
+        return *std::find_if(std::begin(AnnotateWindowControls), std::end(AnnotateWindowControls),
+                             [&](const Control& control) { return control.id == id; });
+    };
+    for (const std::int32_t mode : {AnnotateMode, CropMode, CroppedMode}) {
+        const AnnotateModeLayout& layout = AnnotateModeLayouts[mode];
+        const bool isShown = HiddenIn(mode).count(HelpLabel) == 0;
+        const bool isMeeting = isShown && layout.helpY < row(KeepCheck).y + row(KeepCheck).height;
+        EXPECT_EQ(layout.covered, isMeeting ? 1019 : 0) << mode;
+    }
+}
+
 TEST(AnnotateModes, HelpTextsHaveNoBlankAndOneLineBreak) {
     EXPECT_NE(std::string(AnnotateModeLayouts[AnnotateMode].helpText).find("needed.The annotated"), std::string::npos);
     EXPECT_NE(std::string(AnnotateModeLayouts[CropMode].helpText).find("button.\r\nThe cropped"), std::string::npos);

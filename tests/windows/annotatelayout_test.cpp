@@ -35,6 +35,11 @@ class AnnotateLayout : public PictureWindowTest {
         controls.back().caption = layout.helpText;
         controls.back().y = layout.helpY;
         controls.back().height = layout.helpHeight;
+        if (mode == CropMode) { // Keep lies below the help
+            const auto keep = std::find_if(controls.begin(), controls.end(),
+                                           [](const Control& control) { return control.id == KeepCheck; });
+            std::rotate(keep, keep + 1, controls.end());
+        }
         return controls;
     }
 
@@ -135,6 +140,18 @@ TEST_F(AnnotateLayout, PictureStandsAtTheTopLeftInItsOwnSize) {
     EXPECT_EQ(PixelAt(On(black, 300, 100)), RGB(255, 255, 255));
     EXPECT_EQ(PixelAt(On(black, 100, 200)), RGB(255, 255, 255));
     CloseAndWait(black);
+}
+
+TEST_F(AnnotateLayout, KeyboardIsAtThePictureWhereThereIsNoText) {
+    for (const std::int32_t mode : {CropMode, CroppedMode}) {
+        const OpenWindow window = OpenMode(mode);
+        EXPECT_EQ(window.FocusedId(), PictureControl) << mode;
+        PressKey(VK_SPACE);
+        PressKey(VK_TAB); // worked off behind it
+        EXPECT_TRUE(WaitFor([&] { return window.FocusedId() == KeepCheck; })) << mode;
+        EXPECT_TRUE(IsWindow(window.Window())) << mode;
+        CloseAndWait(window);
+    }
 }
 
 TEST_F(AnnotateLayout, EscapeAndEnterLeaveItOpen) {

@@ -77,6 +77,48 @@ TEST_F(CropWindow, RubberBandFollowsTheMouse) {
     End(Cropped());
 }
 
+TEST_F(CropWindow, NothingBesidesThePictureChangesWhileMarking) {
+    const OpenWindow window = OpenMap();
+    const HWND keep = window.Item(KeepCheck);
+    PressKey(VK_TAB); // the keyboard comes to Keep, and leaves it at the press
+    EXPECT_TRUE(WaitFor([&] { return window.FocusedId() == KeepCheck; }));
+    const auto seen = [&] {
+        RECT place{};
+        GetWindowRect(keep, &place);
+        std::vector<COLORREF> colors;
+        for (LONG y = place.top; y < place.bottom; ++y) {
+            for (LONG x = place.left; x < place.right; ++x) {
+                colors.push_back(PixelAt({x, y}));
+            }
+        }
+        return colors;
+    };
+    SendMessageA(window.Window(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+    RedrawWindow(window.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+    Settle(window);
+    EXPECT_TRUE(WaitFor([&] { return GetUpdateRect(window.Item(HelpLabel), nullptr, FALSE) == 0; }));
+    const auto before = seen();
+    MoveMouse(On(window, 30, 20));
+    PressMouse();
+    for (int step = 1; step <= 8; ++step) {
+        MoveMouse(On(window, 30 + 15 * step, 20 + 10 * step));
+    }
+    EXPECT_TRUE(WaitFor([&] { return window.FocusedId() == PictureControl; }));
+    EXPECT_TRUE(seen() == before);
+    EXPECT_TRUE(window.IsVisible(KeepCheck));
+    ReleaseMouse();
+    window.WaitUntilGone();
+    End(Cropped());
+}
+
+TEST_F(CropWindow, KeepIsPressedWhereItLiesBelowTheHelp) {
+    const OpenWindow window = OpenMap();
+    ClickAt(MiddleOf(window.Item(KeepCheck)));
+    window.WaitUntilGone();
+    WaitForTheEnd();
+    EXPECT_FALSE(Exists("out.png"));
+}
+
 TEST_F(CropWindow, PictureMayBeLeftWhileMarking) {
     const OpenWindow window = OpenMap();
     DragMouse(On(window, 30, 20), On(window, 240, 450)); // far below the control
