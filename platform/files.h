@@ -72,7 +72,8 @@ std::string WindowsFolder();
 class FileSearch {
   public:
     // The bare name of the first match of a pattern. An empty pattern goes on with the search before; empty text where
-    // there is no further match. Folders and files marked hidden or system are passed over.
+    // there is no further match. Folders and files marked hidden or system are passed over. Raises where the pattern's
+    // folder cannot be listed; what goes on with that search finds nothing.
     std::string FirstMatch(const std::string& pattern);
 
   private:

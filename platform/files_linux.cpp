@@ -41,6 +41,23 @@ std::string HexadecimalDigits() {
     return digits;
 }
 
+// As FilesIn. Raises where the folder cannot be listed.
+std::vector<std::string> List(const std::string& folder) {
+    std::vector<std::string> names;
+    std::error_code error;
+    std::filesystem::directory_iterator entry(folder, error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
+        std::error_code ignored;
+        if (entry->is_regular_file(ignored)) {
+            names.push_back(entry->path().filename().string());
+        }
+    }
+    if (error) {
+        Raise(error.value(), "cannot list", folder);
+    }
+    return names;
+}
+
 } // namespace
 
 void RemoveFile(const std::string& path) {
@@ -67,12 +84,7 @@ std::optional<std::uint64_t> FileSize(const std::string& path) {
 
 std::vector<std::string> FilesIn(const std::string& folder) {
     std::vector<std::string> names;
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
-        if (entry.is_regular_file(error)) {
-            names.push_back(entry.path().filename().string());
-        }
-    }
+    trap([&] { names = List(folder); });
     return names;
 }
 
@@ -156,7 +168,7 @@ std::string FileSearch::FirstMatch(const std::string& pattern) {
         const std::string folder = path.has_parent_path() ? path.parent_path().string() : ".";
         found_.clear();
         next_ = 0;
-        for (std::string& name : FilesIn(folder)) {
+        for (std::string& name : List(folder)) {
             if (fnmatch(path.filename().c_str(), name.c_str(), FNM_CASEFOLD) == 0) {
                 found_.push_back(std::move(name));
             }

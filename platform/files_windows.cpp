@@ -54,19 +54,33 @@ std::string FolderOf(const std::string& path) {
     return separator == std::string::npos ? "." : path.substr(0, separator + 1);
 }
 
+// Ends a listing where nothing is left; raises where it failed.
+void EndListing(const std::string& pattern) {
+    if (GetLastError() != ERROR_FILE_NOT_FOUND && GetLastError() != ERROR_NO_MORE_FILES) {
+        Raise("cannot list", pattern);
+    }
+}
+
+struct CloseSearch {
+    using pointer = HANDLE;
+    void operator()(HANDLE search) const { FindClose(search); }
+};
+
 std::vector<std::string> Matches(const std::string& pattern) {
     std::vector<std::string> names;
     WIN32_FIND_DATAA found;
-    const HANDLE search = FindFirstFileA(pattern.c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) {
+    const HANDLE first = FindFirstFileA(pattern.c_str(), &found);
+    if (first == INVALID_HANDLE_VALUE) {
+        EndListing(pattern);
         return names;
     }
+    const std::unique_ptr<HANDLE, CloseSearch> search(first);
     do {
         if ((found.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | Invisible)) == 0) {
             names.emplace_back(found.cFileName);
         }
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
+    } while (FindNextFileA(search.get(), &found));
+    EndListing(pattern);
     return names;
 }
 
@@ -102,7 +116,11 @@ std::optional<std::uint64_t> FileSize(const std::string& path) {
     return (std::uint64_t{found.nFileSizeHigh} << 32) | found.nFileSizeLow;
 }
 
-std::vector<std::string> FilesIn(const std::string& folder) { return Matches(folder + "\\*.*"); }
+std::vector<std::string> FilesIn(const std::string& folder) {
+    std::vector<std::string> names;
+    trap([&] { names = Matches(folder + "\\*.*"); });
+    return names;
+}
 
 void MakeFolders(const std::string& folder) {
     for (std::size_t end = folder.find('\\'); end != std::string::npos; end = folder.find('\\', end + 1)) {
@@ -189,8 +207,9 @@ std::string WindowsFolder() {
 
 std::string FileSearch::FirstMatch(const std::string& pattern) {
     if (!pattern.empty()) {
-        found_ = Matches(pattern);
+        found_.clear();
         next_ = 0;
+        found_ = Matches(pattern);
     }
     return next_ < found_.size() ? found_[next_++] : std::string();
 }

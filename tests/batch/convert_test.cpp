@@ -10,6 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace {
 
 using namespace lumbrix;
@@ -345,6 +349,27 @@ TEST_F(Folder, SourceAndTargetMayBeTheSame) {
     EXPECT_EQ(desk_.said, Counted(1, 0)); // the save onto the source fails unseen
     EXPECT_EQ(HeightOf("in/a.png"), 4);
 }
+
+#ifdef _WIN32
+
+// The folder is found, but the pattern behind it makes the path too long.
+TEST_F(Folder, ThatCannotBeListedIsAnError) {
+    constexpr std::size_t Length = 258;
+    std::string folder = folder_.Path().string();
+    while (folder.size() + 1 < Length) {
+        const std::size_t left = Length - 1 - folder.size();
+        folder += "\\" + std::string(left > 60 ? 50 : left - 1, 'n');
+        CreateDirectoryW((L"\\\\?\\" + std::filesystem::path(folder).wstring()).c_str(), nullptr);
+    }
+    desk_.sourceFolder = folder + "\\";
+    ASSERT_EQ(desk_.sourceFolder.size(), Length);
+    RunBatch(desk_);
+    ASSERT_EQ(desk_.said.size(), 1u);
+    EXPECT_EQ(desk_.said[0].substr(0, 16), "Lumbrix: Error: ");
+    EXPECT_NE(desk_.said[0].substr(16), "0");
+}
+
+#endif
 
 // A desk whose window breaks while it is read.
 class BreakingDesk : public FakeDesk {

@@ -135,6 +135,26 @@ TEST_F(PlatformFiles, SearchGivesTheBareNameAndGoesOn) {
     EXPECT_EQ(search.FirstMatch(""), "") << "a search that found nothing goes on with nothing";
 }
 
+TEST_F(PlatformFiles, SearchRaisesWhereTheFolderCannotBeListed) {
+    constexpr int NoSuchFolder = PathSeparator == '\\' ? 3 : 2; // as each system numbers it
+    WriteBytes(folder_ / "one.dll", "");
+    WriteBytes(folder_ / "two.dll", "");
+    FileSearch search;
+    search.FirstMatch(Path("*.dll"));
+    const auto error = trap([&] { search.FirstMatch(Path("none") + PathSeparator + "*.dll"); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Number(), NoSuchFolder);
+    EXPECT_EQ(search.FirstMatch(""), "") << "the search before is over";
+    EXPECT_THROW(search.FirstMatch(Path(std::string(5000, 'n')) + PathSeparator + "*.*"), RuntimeError);
+}
+
+TEST_F(PlatformFiles, SearchOfAnEmptyFolderFindsNothing) {
+    std::filesystem::create_directory(folder_ / "empty");
+    FileSearch search;
+    EXPECT_EQ(search.FirstMatch(Path("empty") + PathSeparator + "*.*"), "");
+    EXPECT_EQ(search.FirstMatch(Path("empty") + PathSeparator + "none"), "");
+}
+
 TEST_F(PlatformFiles, SizeOfAMissingFileIsNothing) {
     WriteBytes(folder_ / "file", "abc");
     EXPECT_EQ(FileSize(Path("file")), 3u);
