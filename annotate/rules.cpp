@@ -1,7 +1,7 @@
 // How screen and picture correspond in the annotate and crop window, and what its texts and choices mean.
 #include "annotate/rules.h"
 
-#include "imaging/rounding.h"
+#include "base/numbers.h"
 
 #include <algorithm>
 

@@ -1,8 +1,7 @@
 // A crop rectangle from what was typed.
 #include "annotate/typedrectangle.h"
 
-#include "batch/options.h"
-#include "imaging/rounding.h"
+#include "base/numbers.h"
 
 namespace lumbrix {
 

@@ -1,6 +1,7 @@
 // What the button "Convert" runs: one file, or all files of a folder.
 #include "batch/driver.h"
 
+#include "base/numbers.h"
 #include "batch/croprect.h"
 #include "batch/job.h"
 #include "batch/options.h"

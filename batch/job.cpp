@@ -1,10 +1,11 @@
 // The smallest unit of work: one source file made into one target file.
 #include "batch/job.h"
 
+#include "base/lettercase.h"
+#include "base/numbers.h"
 #include "batch/cleanup.h"
 #include "batch/options.h"
 #include "imaging/exports/lumbrix.h"
-#include "imaging/lettercase.h"
 #include "imaging/paths.h"
 #include "platform/files.h"
 

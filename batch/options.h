@@ -8,13 +8,6 @@
 
 namespace lumbrix {
 
-// The number that a text begins with; 0 where there is none. Blanks before it are passed over, and so is everything
-// behind it.
-double LeadingNumber(std::string_view text);
-
-// The leading number as a whole one: the nearest, ties to even. Numbers beyond 32 bits become the nearest that fits.
-std::int32_t NumericValue(std::string_view text);
-
 // Whether files of this extension, given without its dot in any letter case, are made smaller by a batch. Narrower than
 // what can be read: "jpeg" and "tif" are not convertible, and "sgl" is.
 bool IsConvertibleExtension(std::string_view extension);

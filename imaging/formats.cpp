@@ -1,9 +1,9 @@
 // The three tables of formats: names to MIME words, the output types offered, the encoders that can be reached.
 #include "imaging/formats.h"
 
+#include "base/lettercase.h"
 #include "imaging/blank.h"
 #include "imaging/gdiplus/bindings.h"
-#include "imaging/lettercase.h"
 #include "platform/text.h"
 
 #include <algorithm>

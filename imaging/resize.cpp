@@ -1,10 +1,10 @@
 // Makes a copy of an image file at another height.
 #include "imaging/resize.h"
 
+#include "base/numbers.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
-#include "imaging/rounding.h"
 #include "imaging/session.h"
 
 namespace lumbrix {

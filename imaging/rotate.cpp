@@ -1,9 +1,9 @@
 // Turns an image file by right angles and flips it.
 #include "imaging/rotate.h"
 
+#include "base/lettercase.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
-#include "imaging/lettercase.h"
 #include "imaging/properties.h"
 #include "imaging/session.h"
 

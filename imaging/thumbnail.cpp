@@ -1,10 +1,10 @@
 // Makes a small copy of an image file.
 #include "imaging/thumbnail.h"
 
+#include "base/numbers.h"
 #include "imaging/blank.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
-#include "imaging/rounding.h"
 #include "imaging/session.h"
 #include "imaging/source.h"
 

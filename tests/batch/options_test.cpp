@@ -7,52 +7,6 @@ namespace {
 
 using namespace lumbrix;
 
-TEST(LeadingNumber, KeepsItsFraction) {
-    EXPECT_EQ(LeadingNumber("2.5"), 2.5);
-    EXPECT_EQ(LeadingNumber(" -0.25 pixels"), -0.25);
-    EXPECT_EQ(LeadingNumber("1e-2"), 0.01);
-}
-
-TEST(LeadingNumber, IsNotBoundToThirtyTwoBits) { EXPECT_EQ(LeadingNumber("99999999999"), 99999999999.0); }
-
-TEST(LeadingNumber, IsZeroWhereThereIsNone) {
-    for (const char* text : {"", "abc", "-", ".", "x2", "inf", "nan"}) {
-        EXPECT_EQ(LeadingNumber(text), 0) << text;
-    }
-}
-
-TEST(NumericValue, ReadsTheLeadingNumber) {
-    const std::pair<const char*, std::int32_t> values[] = {{"512", 512},
-                                                           {"  50 pixels", 50},
-                                                           {"12abc", 12},
-                                                           {"-7", -7},
-                                                           {"+8", 8},
-                                                           {"3.7", 4},
-                                                           {"1e2", 100},
-                                                           {"1e", 1},
-                                                           {".6", 1},
-                                                           {"7.", 7},
-                                                           {"", 0},
-                                                           {"abc", 0},
-                                                           {"-", 0},
-                                                           {"x12", 0},
-                                                           {"1,5", 1},
-                                                           {"0x10", 0},
-                                                           {" ", 0},
-                                                           {"inf", 0},
-                                                           {"99999999999", INT32_MAX},
-                                                           {"-99999999999", INT32_MIN}};
-    for (const auto& [text, value] : values) {
-        EXPECT_EQ(NumericValue(text), value) << text;
-    }
-}
-
-TEST(NumericValue, TiesGoToTheEvenOne) {
-    EXPECT_EQ(NumericValue("2.5"), 2);
-    EXPECT_EQ(NumericValue("3.5"), 4);
-    EXPECT_EQ(NumericValue("-2.5"), -2);
-}
-
 TEST(ConvertibleExtension, AreSixInAnyLetterCase) {
     for (const char* extension : {"bmp", "gif", "jpg", "tiff", "png", "sgl", "BMP", "Jpg"}) {
         EXPECT_TRUE(IsConvertibleExtension(extension)) << extension;

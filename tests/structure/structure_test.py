@@ -11,7 +11,7 @@ import unittest
 from pathlib import Path
 
 ROOMS = ["app", "mainwindow", "annotate", "freeedit", "draw", "desktop", "batch", "imaging/gdiplus", "imaging/exports",
-         "imaging", "imaginglibrary", "toolkit", "platform", "cli"]
+         "imaging", "imaginglibrary", "toolkit", "platform", "base", "cli"]
 WINDOWS = {"mainwindow", "annotate", "freeedit", "draw", "desktop"}
 ENGINE = {"imaging", "imaging/gdiplus", "imaging/exports", "platform"}
 
@@ -19,15 +19,16 @@ ENGINE = {"imaging", "imaging/gdiplus", "imaging/exports", "platform"}
 MAY_KNOW = {
     "app": WINDOWS | {"batch", "toolkit"} | ENGINE,
     **{window: WINDOWS | {"batch", "toolkit"} | ENGINE for window in WINDOWS},
-    "batch": {"imaging", "imaging/exports", "platform"},
+    "batch": {"imaging", "imaging/exports", "platform", "toolkit"},
     "imaging": {"imaging/gdiplus", "platform"},
     "imaging/exports": {"imaging", "platform"},
     "imaging/gdiplus": {"platform"},
-    "imaginglibrary": set(),
     "toolkit": {"platform"},
     "platform": set(),
     "cli": {"imaging/exports"},
 }
+# What everybody may use, but for the imaging library, which knows nobody.
+MAY_KNOW = {"base": set(), "imaginglibrary": set(), **{room: known | {"base"} for room, known in MAY_KNOW.items()}}
 WINDOWS_HEADERS = re.compile(r"(windows|win\w+|comm\w+|sh[el]\w+|ole\w*|obj\w+|unknwn|richedit|mmsystem)\.h", re.IGNORECASE)
 MAY_INCLUDE_WINDOWS = WINDOWS | {"app", "toolkit"}
 LONGEST_FILE = 500
@@ -109,6 +110,19 @@ class PlantedFaults(unittest.TestCase):
     def test_command_line_knows_the_exports_only(self):
         self.expect_fault("cli/a.cpp", '// A.\n#include "imaging/convert.h"\n',
                           "cli/a.cpp includes imaging/convert.h: cli must not know imaging")
+
+    def test_base_is_known_by_all_but_the_imaging_library_and_knows_nobody(self):
+        for name in ("app/a.cpp", "imaging/a.cpp", "imaging/gdiplus/a.cpp", "platform/a.cpp", "cli/a.cpp"):
+            self.assertEqual(self.faults(name, '// A.\n#include "base/numbers.h"\n'), [])
+        self.expect_fault("imaginglibrary/core/a.h", '// A.\n#include "base/numbers.h"\n',
+                          "imaginglibrary/core/a.h includes base/numbers.h: imaginglibrary must not know base")
+        self.expect_fault("base/a.h", '// A.\n#include "platform/text.h"\n',
+                          "base/a.h includes platform/text.h: base must not know platform")
+        self.expect_fault("base/a.h", "// A.\n#include <windows.h>\n", "base/a.h includes <windows.h>")
+
+    def test_toolkit_must_not_know_what_stands_on_it(self):
+        self.expect_fault("toolkit/a.cpp", '// A.\n#include "batch/job.h"\n',
+                          "toolkit/a.cpp includes batch/job.h: toolkit must not know batch")
 
     def test_windows_header_has_its_places(self):
         self.expect_fault("batch/a.cpp", "// A.\n#include <windows.h>\n", "batch/a.cpp includes <windows.h>")

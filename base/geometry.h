@@ -1,0 +1,43 @@
+// Places, sizes and rectangles in pixels.
+#pragma once
+
+#include <cstdint>
+
+namespace lumbrix {
+
+struct PixelPoint {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+
+    bool operator==(const PixelPoint&) const = default;
+};
+
+struct PixelSize {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+
+    bool operator==(const PixelSize&) const = default;
+};
+
+// Right and bottom are not part of it. Nothing says that they are beyond left and top.
+struct PixelRectangle {
+    std::int32_t left = 0;
+    std::int32_t top = 0;
+    std::int32_t right = 0;
+    std::int32_t bottom = 0;
+
+    std::int32_t Width() const { return right - left; }
+    std::int32_t Height() const { return bottom - top; }
+
+    bool operator==(const PixelRectangle&) const = default;
+};
+
+// A place between pixels.
+struct FloatPoint {
+    float x = 0;
+    float y = 0;
+
+    bool operator==(const FloatPoint&) const = default;
+};
+
+} // namespace lumbrix
