@@ -1,7 +1,7 @@
 // Lumbrix, the desktop program: everything from its start to its end, in order.
-#include "batch/cleanup.h"
 #include "imaging/exports/internal.h"
 #include "mainwindow/mainwindow.h"
+#include "platform/cleanup.h"
 
 #include <windows.h>
 

@@ -3,10 +3,10 @@
 
 #include "base/lettercase.h"
 #include "base/numbers.h"
-#include "batch/cleanup.h"
 #include "batch/options.h"
 #include "imaging/exports/lumbrix.h"
 #include "imaging/paths.h"
+#include "platform/cleanup.h"
 #include "platform/files.h"
 
 namespace lumbrix {

@@ -1,7 +1,7 @@
 // The help text, and the file that it is shown from.
 #include "desktop/helptext.h"
 
-#include "batch/cleanup.h"
+#include "platform/cleanup.h"
 #include "platform/files.h"
 #include "platform/text.h"
 

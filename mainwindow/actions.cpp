@@ -3,10 +3,10 @@
 
 #include "annotate/rules.h"
 #include "annotate/state.h"
-#include "batch/cleanup.h"
 #include "batch/croprect.h"
 #include "imaging/exports/lumbrix.h"
 #include "imaging/paths.h"
+#include "platform/cleanup.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 

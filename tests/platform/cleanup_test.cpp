@@ -1,5 +1,5 @@
 // Temporary files, the clean-up list, the Work folder.
-#include "batch/cleanup.h"
+#include "platform/cleanup.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "tests/support/temporaryfolder.h"

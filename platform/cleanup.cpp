@@ -1,5 +1,5 @@
 // Getting rid of temporary files.
-#include "batch/cleanup.h"
+#include "platform/cleanup.h"
 
 #include "platform/errors.h"
 #include "platform/files.h"
