@@ -5,13 +5,10 @@
 #include "annotate/layout.h"
 #include "annotate/picturelist.h"
 #include "annotate/placing.h"
-#include "annotate/rules.h"
-#include "annotate/state.h"
 #include "desktop/helpfile.h"
 #include "platform/cleanup.h"
 #include "toolkit/dialog.h"
 #include "toolkit/dropping.h"
-#include "toolkit/messages.h"
 #include "toolkit/picker.h"
 
 #include <commctrl.h>
@@ -24,52 +21,46 @@ constexpr std::size_t LongestText = 259;
 
 class AnnotateWindow : public Dialog, private PictureView {
   public:
-    AnnotateWindow(std::size_t stage, std::int32_t width, std::int32_t height, const std::string& title)
-        : Dialog(AnnotateWindowLayout), stage_(stage), width_(width), height_(height), title_(title) {}
+    AnnotateWindow(AnnotateState& state, Messages& messages, std::size_t stage, PixelSize size,
+                   const std::string& title)
+        : Dialog(AnnotateWindowLayout), state_(state), messages_(messages), stage_(stage), size_(size), title_(title) {}
 
   private:
     void OnStart() override;
-    int FirstFocus() const override { return AnnotateModeLayouts[EditMode].firstFocus; }
+    int FirstFocus() const override { return LayoutOf(state_.mode).firstFocus; }
     void OnCommand(int id, int notification) override;
     void OnNotify(const NMHDR& notification) override;
     void OnDrop(HDROP files) override;
 
-    void PreparePicture();
     void ApplyMode();
     void RestoreKeptText();
     void Keep();
     void PickStamp();
     void ReleaseButton();
 
-    PixelPoint CursorPoint() const override;
+    PixelPoint CursorPoint() const;
+    PixelSize PictureControlSize() const;
     void SetPreviewImage(const std::string& path) override { lumbrix::SetPreviewImage(Handle(), path); }
-    void Show(const std::string& text, const std::string& title) override { ShowMessage(text, title); }
 
+    AnnotateState& state_;
+    Messages& messages_;
     std::size_t stage_;
-    std::int32_t width_;
-    std::int32_t height_;
+    PixelSize size_;
     std::string title_;
     ButtonWatch buttonWatch_;
 };
 
 void AnnotateWindow::OnStart() {
     SetWindowTextA(Handle(), title_.c_str());
-    PreparePicture();
     ApplyMode();
     RestoreKeptText();
     DragAcceptFiles(Handle(), TRUE);
     buttonWatch_.Attach(Item(PictureControl));
-    SetPreviewImage(ImageStages[stage_].previewSource);
-}
-
-void AnnotateWindow::PreparePicture() {
-    const Control& control = AnnotateWindowControls[0];
-    const RECT size = InPixels({0, 0, control.width, control.height});
-    PreparePreview(stage_, width_, height_, size.right, size.bottom);
+    OpenPicture(state_, *this, messages_, stage_, size_, PictureControlSize());
 }
 
 void AnnotateWindow::ApplyMode() {
-    const AnnotateModeLayout& mode = AnnotateModeLayouts[EditMode];
+    const AnnotateModeLayout& mode = LayoutOf(state_.mode);
     for (const int id : mode.hidden) {
         if (id != 0) {
             Hide(id);
@@ -87,9 +78,9 @@ void AnnotateWindow::ApplyMode() {
 
 // What was typed survives the end of the window that Keep brings about.
 void AnnotateWindow::RestoreKeptText() {
-    if (KeepRequested) {
-        KeepRequested = false;
-        SetText(AnnotationBox, KeptText);
+    if (state_.isKeepRequested) {
+        state_.isKeepRequested = false;
+        SetText(AnnotationBox, state_.keptText);
     }
 }
 
@@ -102,9 +93,9 @@ void AnnotateWindow::OnCommand(int id, int notification) {
     }
     switch (id) {
     case FontButton:
-        return ChooseAnnotationFont(*this);
+        return ChooseAnnotationFont(*this, state_.textStyle);
     case FontColorButton:
-        return ChooseColorInVain(*this);
+        return ChooseUnusedColor(*this);
     case StampButton:
         return PickStamp();
     case HelpButton:
@@ -115,9 +106,9 @@ void AnnotateWindow::OnCommand(int id, int notification) {
 }
 
 void AnnotateWindow::Keep() {
-    KeptText = TextOf(AnnotationBox).substr(0, LongestText);
-    KeepRequested = !KeepRequested;
-    if (KeepRequested) {
+    state_.keptText = TextOf(AnnotationBox).substr(0, LongestText);
+    state_.isKeepRequested = !state_.isKeepRequested;
+    if (state_.isKeepRequested) {
         EndDialog(Handle(), 0);
     }
 }
@@ -139,16 +130,16 @@ void AnnotateWindow::OnNotify(const NMHDR& notification) {
     if (notification.idFrom != PictureControl) {
         return;
     }
-    if (notification.code == NM_LDOWN && EditMode == CropMode) {
-        MarkFirstCorner(*this);
+    if (notification.code == NM_LDOWN && state_.mode == EditMode::Crop) {
+        MarkFirstCorner(state_, CursorPoint());
     } else if (notification.code == NM_RELEASEDCAPTURE && buttonWatch_.IsRelease()) {
         ReleaseButton();
     }
 }
 
 void AnnotateWindow::ReleaseButton() {
-    PlaceAnnotation(*this, TextOf(AnnotationBox));
-    if (EditMode == CropMode && MarkCorner(*this)) {
+    PlaceAnnotation(state_, *this, messages_, TextOf(AnnotationBox), CursorPoint());
+    if (state_.mode == EditMode::Crop && MarkCorner(state_, CursorPoint())) {
         EndDialog(Handle(), 0);
     }
 }
@@ -160,14 +151,21 @@ PixelPoint AnnotateWindow::CursorPoint() const {
     return {cursor.x, cursor.y};
 }
 
+PixelSize AnnotateWindow::PictureControlSize() const {
+    const Control& control = AnnotateWindowControls[0];
+    const RECT size = InPixels({0, 0, control.width, control.height});
+    return {size.right, size.bottom};
+}
+
 } // namespace
 
-INT_PTR ShowAnnotateWindow(HWND parent, std::size_t stage, std::int32_t width, std::int32_t height, std::string title) {
+INT_PTR ShowAnnotateWindow(HWND parent, AnnotateState& state, Messages& messages, std::size_t stage, PixelSize size,
+                           std::string title) {
     if (title.empty()) {
         title = AnnotateTitle;
     }
-    EditMode = EditModeForTitle(title, EditMode);
-    AnnotateWindow(stage, width, height, title).RunModal(parent);
+    state.mode = EditModeForTitle(title, state.mode);
+    AnnotateWindow(state, messages, stage, size, title).RunModal(parent);
     SweepWorkFolder();
     return 0;
 }

@@ -11,22 +11,26 @@ namespace {
 
 class CropDimensions : public Dialog {
   public:
-    CropDimensions() : Dialog(CropDimensionsLayout) {}
+    explicit CropDimensions(PixelRectangle& rectangle) : Dialog(CropDimensionsLayout), rectangle_(rectangle) {}
 
   private:
     void OnCommand(int id, int notification) override {
         if (id == CropOkButton && IsClick(notification)) {
-            CropRect =
+            rectangle_ =
                 TypedRectangle(TextOf(CropLeftBox), TextOf(CropTopBox), TextOf(CropWidthBox), TextOf(CropHeightBox));
             EndDialog(Handle(), 0);
         }
     }
 
     void OnClose() override {}
+
+    PixelRectangle& rectangle_;
 };
 
 } // namespace
 
-INT_PTR ShowCropDimensions(HWND parent) { return CropDimensions().RunModal(parent); }
+INT_PTR ShowCropDimensions(HWND parent, PixelRectangle& rectangle) {
+    return CropDimensions(rectangle).RunModal(parent);
+}
 
 } // namespace lumbrix

@@ -2,7 +2,6 @@
 #include "annotate/fontchoice.h"
 
 #include "annotate/rules.h"
-#include "annotate/state.h"
 
 #include <commdlg.h>
 
@@ -11,7 +10,7 @@
 
 namespace lumbrix {
 
-void ChooseAnnotationFont(const Dialog& owner) {
+void ChooseAnnotationFont(const Dialog& owner, TextStyle& style) {
     LOGFONTA chosen{};
     CHOOSEFONTA dialog{};
     dialog.lStructSize = sizeof dialog;
@@ -21,18 +20,18 @@ void ChooseAnnotationFont(const Dialog& owner) {
     if (!ChooseFontA(&dialog)) {
         return;
     }
-    DefaultTextFontName = FontNameOrDefault(chosen.lfFaceName);
+    style.fontName = FontNameOrDefault(chosen.lfFaceName);
     // The height is in pixels already. Taking it for dialog units makes annotations larger than the dialog shows them,
     // and that is how large they have always been.
-    DefaultTextFontSize = owner.InPixels({0, 0, 0, std::abs(chosen.lfHeight)}).bottom;
-    AnnotationBold = IsBoldWeight(chosen.lfWeight) ? 1 : 0;
-    AnnotationItalic = chosen.lfItalic;
-    AnnotationUnderline = chosen.lfUnderline;
-    AnnotationStrikeout = chosen.lfStrikeOut;
-    SplitColor(dialog.rgbColors, &AnnotationRed, &AnnotationGreen, &AnnotationBlue);
+    style.fontSize = owner.InPixels({0, 0, 0, std::abs(chosen.lfHeight)}).bottom;
+    style.bold = IsBoldWeight(chosen.lfWeight) ? 1 : 0;
+    style.italic = chosen.lfItalic;
+    style.underline = chosen.lfUnderline;
+    style.strikeout = chosen.lfStrikeOut;
+    SplitColor(dialog.rgbColors, &style.red, &style.green, &style.blue);
 }
 
-void ChooseColorInVain(const Dialog& owner) {
+void ChooseUnusedColor(const Dialog& owner) {
     std::array<COLORREF, 16> customColors{};
     CHOOSECOLORA dialog{};
     dialog.lStructSize = sizeof dialog;

@@ -1,6 +1,7 @@
 // The annotate and crop window, control by control, and what its modes change.
 #pragma once
 
+#include "annotate/editmode.h"
 #include "toolkit/layout.h"
 
 #include <array>
@@ -60,8 +61,9 @@ struct AnnotateModeLayout {
     int covered = 0;           // one that the help lies over, where it can be used but is not seen; 0 for none
 };
 
-// By mode. The button for the colour is hidden in all of them: the dialog for the font asks for it too.
+// The button for the colour is hidden in all of them: the dialog for the font asks for it too.
 inline constexpr AnnotateModeLayout AnnotateModeLayouts[] = {
+    // in the order of the modes
     {"Click Stamp for overstamping with image or write the text to annotate. Click the picture where the annotation "
      "should be. Repeat as needed.The annotated image will be created as the 'Convert/Write to' shows.",
      275,
@@ -85,5 +87,9 @@ inline constexpr AnnotateModeLayout AnnotateModeLayouts[] = {
      {FontColorButton, AnnotationBox, AnnotationLabel, FontButton, StampButton, HelpLabel, HelpButton},
      PictureControl},
 };
+
+constexpr const AnnotateModeLayout& LayoutOf(EditMode mode) {
+    return AnnotateModeLayouts[static_cast<std::size_t>(mode)];
+}
 
 } // namespace lumbrix

@@ -7,16 +7,6 @@
 
 namespace lumbrix {
 
-std::int32_t EditModeForTitle(const std::string& title, std::int32_t current) {
-    if (title == AnnotateTitle) {
-        return AnnotateMode;
-    }
-    if (title == CropTitle) {
-        return CropMode;
-    }
-    return title == CroppedTitle ? CroppedMode : current;
-}
-
 float PreviewScaleFor(PixelSize picture, PixelSize screen) {
     const double across = static_cast<double>(picture.width) / screen.width;
     const double down = static_cast<double>(picture.height) / screen.height;
@@ -28,7 +18,7 @@ PixelSize PreviewSize(PixelSize picture, float scale) {
             RoundToEven(picture.height / static_cast<double>(scale))};
 }
 
-PicturePoint FullSizePoint(PixelPoint onScreen, float scale) {
+FloatPoint FullSizePoint(PixelPoint onScreen, float scale) {
     return {scale * static_cast<float>(onScreen.x), scale * static_cast<float>(onScreen.y)};
 }
 
@@ -38,13 +28,13 @@ std::int32_t FullSizeText(std::int32_t onScreen, float scale) {
 
 bool IsStampPath(const std::string& text) { return text.size() > 1 && text[1] == ':'; }
 
-CropRectangle RectangleBetween(PixelPoint first, PixelPoint second, float scale) {
+PixelRectangle RectangleBetween(PixelPoint first, PixelPoint second, float scale) {
     // A pixel count times a 32-bit float is exact in a double.
     const auto onPicture = [&](std::int32_t onScreen) { return RoundToEven(static_cast<double>(scale) * onScreen); };
     return {onPicture(first.x), onPicture(first.y), onPicture(second.x), onPicture(second.y)};
 }
 
-bool HasArea(const CropRectangle& rectangle) {
+bool HasArea(const PixelRectangle& rectangle) {
     return rectangle.right != rectangle.left && rectangle.bottom != rectangle.top;
 }
 

@@ -1,25 +1,12 @@
 // How screen and picture correspond in the annotate and crop window, and what its texts and choices mean.
 #pragma once
 
-#include "annotate/state.h"
-#include "batch/croprect.h"
+#include "base/geometry.h"
 
 #include <cstdint>
 #include <string>
 
 namespace lumbrix {
-
-inline constexpr const char* AnnotateTitle = "Annotate image";
-inline constexpr const char* CropTitle = "Crop image";
-inline constexpr const char* CroppedTitle = "Cropped image";
-
-// The job that a title asks for; an unknown title leaves it as it was.
-std::int32_t EditModeForTitle(const std::string& title, std::int32_t current);
-
-struct PixelSize {
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-};
 
 // How many pixels of a picture one pixel of the screen stands for, so that the whole picture fits: the larger of the
 // two quotients, never below 1.
@@ -29,11 +16,7 @@ float PreviewScaleFor(PixelSize picture, PixelSize screen);
 PixelSize PreviewSize(PixelSize picture, float scale);
 
 // Where a place on the screen is in the full-size picture.
-struct PicturePoint {
-    float x;
-    float y;
-};
-PicturePoint FullSizePoint(PixelPoint onScreen, float scale);
+FloatPoint FullSizePoint(PixelPoint onScreen, float scale);
 
 // The size of text in the full-size picture, rounded to the nearest, ties to even.
 std::int32_t FullSizeText(std::int32_t onScreen, float scale);
@@ -43,10 +26,10 @@ bool IsStampPath(const std::string& text);
 
 // The rectangle between two places on the screen, in pixels of the full-size picture, rounded to the nearest, ties to
 // even. The corners are taken as they come, so a rectangle that was drawn upwards has its bottom above its top.
-CropRectangle RectangleBetween(PixelPoint first, PixelPoint second, float scale);
+PixelRectangle RectangleBetween(PixelPoint first, PixelPoint second, float scale);
 
 // Whether anything lies between the edges; one that was drawn upwards or leftwards has something.
-bool HasArea(const CropRectangle& rectangle);
+bool HasArea(const PixelRectangle& rectangle);
 
 // The family that a font dialog gave; "Arial" where it gave none.
 std::string FontNameOrDefault(const std::string& name);

@@ -5,8 +5,8 @@
 
 namespace lumbrix {
 
-CropRectangle TypedRectangle(std::string_view left, std::string_view top, std::string_view width,
-                             std::string_view height) {
+PixelRectangle TypedRectangle(std::string_view left, std::string_view top, std::string_view width,
+                              std::string_view height) {
     const double x = LeadingNumber(left);
     const double y = LeadingNumber(top);
     return {

@@ -1,7 +1,7 @@
 // A crop rectangle from what was typed.
 #pragma once
 
-#include "batch/croprect.h"
+#include "base/geometry.h"
 
 #include <string_view>
 
@@ -9,7 +9,7 @@ namespace lumbrix {
 
 // Each text counts as its leading number. Right and bottom are rounded as sums, from sizes that may have fractions;
 // ties go to the even number. Nothing is checked.
-CropRectangle TypedRectangle(std::string_view left, std::string_view top, std::string_view width,
-                             std::string_view height);
+PixelRectangle TypedRectangle(std::string_view left, std::string_view top, std::string_view width,
+                              std::string_view height);
 
 } // namespace lumbrix

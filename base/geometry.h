@@ -26,10 +26,16 @@ struct PixelRectangle {
     std::int32_t right = 0;
     std::int32_t bottom = 0;
 
-    std::int32_t Width() const { return right - left; }
-    std::int32_t Height() const { return bottom - top; }
+    // Within 32 bits, so what is too far apart comes out at the other end.
+    std::int32_t Width() const { return Difference(right, left); }
+    std::int32_t Height() const { return Difference(bottom, top); }
 
     bool operator==(const PixelRectangle&) const = default;
+
+  private:
+    static std::int32_t Difference(std::int32_t to, std::int32_t from) {
+        return static_cast<std::int32_t>(static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from));
+    }
 };
 
 // A place between pixels.

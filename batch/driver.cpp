@@ -2,7 +2,6 @@
 #include "batch/driver.h"
 
 #include "base/numbers.h"
-#include "batch/croprect.h"
 #include "batch/job.h"
 #include "batch/options.h"
 #include "imaging/exports/lumbrix.h"
@@ -14,13 +13,21 @@ namespace lumbrix {
 
 namespace {
 
-// What one run reads of the desk, once.
-struct Order {
+// What one run reads of the order once; the word of the output type is read anew for every file.
+struct Reading {
     bool isCropChecked;
     std::int32_t targetHeight;
     std::string sourceFile;
     std::string target;
     std::string sourceFolder;
+};
+
+// One run, and whom it talks to.
+struct Run {
+    const Order& order;
+    Messages& messages;
+    const PixelRectangle& cropRectangle;
+    Reading reading;
 };
 
 struct Counts {
@@ -30,73 +37,78 @@ struct Counts {
     void Add(std::int32_t result) { ++(result == 0 ? processed : failed); }
 };
 
-Order ReadOrder(const OrderDesk& desk) {
-    Order order;
-    order.isCropChecked = desk.IsCropChecked();
-    order.targetHeight = NumericValue(desk.HeightText());
-    order.sourceFile = desk.SourceFile();
-    order.target = desk.Target();
-    order.sourceFolder = desk.SourceFolder();
-    return order;
+Reading ReadOnce(const Order& order) {
+    Reading reading;
+    reading.isCropChecked = order.IsCropChecked();
+    reading.targetHeight = NumericValue(order.HeightText());
+    reading.sourceFile = order.SourceFile();
+    reading.target = order.Target();
+    reading.sourceFolder = order.SourceFolder();
+    return reading;
 }
 
-void RunSingleFile(OrderDesk& desk, const Order& order) {
-    if (!FileExists(order.sourceFile)) {
+void RunSingleFile(const Run& run) {
+    const Reading& reading = run.reading;
+    if (!FileExists(reading.sourceFile)) {
         return;
     }
-    if (FileExists(order.target) && !desk.Confirm(order.target + " file exists. Overwrite it?", VerifyTitle)) {
+    if (FileExists(reading.target) &&
+        !run.messages.Confirm(reading.target + " file exists. Overwrite it?", VerifyTitle)) {
         return;
     }
-    if (order.isCropChecked) {
-        desk.Show("Cropping files is available only for batch operation", SorryTitle);
+    if (reading.isCropChecked) {
+        run.messages.Show("Cropping files is available only for batch operation", SorryTitle);
         return;
     }
-    RunConversionJob(desk);
-    desk.Show(FileExists(order.target) ? "Done" : "Faliure", ProgramTitle);
+    RunConversionJob(run.order, run.messages);
+    run.messages.Show(FileExists(reading.target) ? "Done" : "Faliure", ProgramTitle);
 }
 
-std::int32_t CropFile(const Order& order, const std::string& name, const std::string& word) {
-    const std::string target = order.target + BaseNamePart(name) + "_cropped." + word;
-    return CropImage((order.sourceFolder + name).c_str(), target.c_str(), CropRect.left, CropRect.top,
-                     CropRect.right - CropRect.left, CropRect.bottom - CropRect.top);
+std::int32_t CropFile(const Run& run, const std::string& name) {
+    const std::string target = run.reading.target + BaseNamePart(name) + "_cropped." + run.order.SelectedOutputWord();
+    const PixelRectangle& part = run.cropRectangle;
+    return CropImage((run.reading.sourceFolder + name).c_str(), target.c_str(), part.left, part.top, part.Width(),
+                     part.Height());
 }
 
-std::int32_t ShrinkFile(const Order& order, const std::string& name, const std::string& word) {
-    const std::string target = order.target + BaseNamePart(name) + "." + word;
-    return ResizeImage((order.sourceFolder + name).c_str(), target.c_str(), order.targetHeight);
+std::int32_t ShrinkFile(const Run& run, const std::string& name) {
+    const std::string target = run.reading.target + BaseNamePart(name) + "." + run.order.SelectedOutputWord();
+    return ResizeImage((run.reading.sourceFolder + name).c_str(), target.c_str(), run.reading.targetHeight);
 }
 
-void RunFolder(OrderDesk& desk, const Order& order) {
+void RunFolder(const Run& run) {
+    const Reading& reading = run.reading;
     Counts counts;
     FileSearch search;
-    for (std::string name = search.FirstMatch(order.sourceFolder + "*.*"); !name.empty();
+    for (std::string name = search.FirstMatch(reading.sourceFolder + "*.*"); !name.empty();
          name = search.FirstMatch("")) {
         if (!IsConvertibleExtension(ExtensionPart(name))) {
-            counts.Add(CropFile(order, name, desk.SelectedOutputWord()));
-        } else if (!order.isCropChecked) {
-            counts.Add(ShrinkFile(order, name, desk.SelectedOutputWord()));
+            counts.Add(CropFile(run, name));
+        } else if (!reading.isCropChecked) {
+            counts.Add(ShrinkFile(run, name));
         }
     }
-    desk.Show(std::to_string(counts.processed) + " files were processed. \r\n" + std::to_string(counts.failed) +
-                  " files could not be resized.",
-              ProgramTitle);
+    run.messages.Show(std::to_string(counts.processed) + " files were processed. \r\n" + std::to_string(counts.failed) +
+                          " files could not be resized.",
+                      ProgramTitle);
 }
 
-void RunOrder(OrderDesk& desk) {
-    const Order order = ReadOrder(desk);
-    if (!order.sourceFile.empty() && !order.target.empty()) {
-        RunSingleFile(desk, order);
-    } else if (!order.sourceFolder.empty() && !order.target.empty() && FolderExists(order.sourceFolder) &&
-               FolderExists(order.target)) {
-        RunFolder(desk, order);
+void RunOrder(const Run& run) {
+    const Reading& reading = run.reading;
+    if (!reading.sourceFile.empty() && !reading.target.empty()) {
+        RunSingleFile(run);
+    } else if (!reading.sourceFolder.empty() && !reading.target.empty() && FolderExists(reading.sourceFolder) &&
+               FolderExists(reading.target)) {
+        RunFolder(run);
     }
 }
 
 } // namespace
 
-void RunBatch(OrderDesk& desk) {
-    if (const auto error = trap([&] { RunOrder(desk); })) {
-        desk.Show("Error: " + std::to_string(error->Number()), ProgramTitle);
+void RunBatch(const Order& order, Messages& messages, const PixelRectangle& cropRectangle) {
+    const WaitCursor wait(messages);
+    if (const auto error = trap([&] { RunOrder({order, messages, cropRectangle, ReadOnce(order)}); })) {
+        messages.Show("Error: " + std::to_string(error->Number()), ProgramTitle);
     }
 }
 

@@ -1,7 +1,9 @@
 // What the button "Convert" runs: one file, or all files of a folder.
 #pragma once
 
+#include "base/geometry.h"
 #include "batch/order.h"
+#include "toolkit/messages.h"
 
 namespace lumbrix {
 
@@ -9,10 +11,10 @@ namespace lumbrix {
 // folder and a target folder that both exist, every file of the folder; else nothing. Shows what came of it. An error
 // of file operations of its own ends the run with a message.
 //
-// In a folder, files with a convertible extension are made smaller to the height of the order, whether "smaller" is
-// checked or not; all others are cropped to the program's rectangle. Both texts are put before the names as they stand,
-// so folders are expected to end in a backslash. Targets are replaced without a question, a failure stops nothing, and
-// what the engine reports as done counts as processed.
-void RunBatch(OrderDesk& desk);
+// In a folder, files with a convertible extension are made smaller to the ordered height, whether "smaller" is
+// checked or not; all others are cropped to the rectangle, which is in pixels. Both texts are put before the names as
+// they stand, so folders are expected to end in a backslash. Targets are replaced without a question, a failure stops
+// nothing, and what the engine reports as done counts as processed.
+void RunBatch(const Order& order, Messages& messages, const PixelRectangle& cropRectangle);
 
 } // namespace lumbrix

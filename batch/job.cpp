@@ -32,12 +32,12 @@ constexpr Conversion Conversions[] = {
     {"jpg", ConvertImageToJpeg}, {"png", ConvertImageToPng},
 };
 
-ImageJob ReadJob(const OrderDesk& desk) {
+ImageJob ReadJob(const Order& order) {
     ImageJob job;
-    job.targetHeight = NumericValue(desk.HeightText());
-    job.sourcePath = desk.SourceFile().substr(0, LongestPath);
-    job.targetPath = desk.Target().substr(0, LongestPath);
-    job.makeSmaller = desk.IsSmallerChecked();
+    job.targetHeight = NumericValue(order.HeightText());
+    job.sourcePath = order.SourceFile().substr(0, LongestPath);
+    job.targetPath = order.Target().substr(0, LongestPath);
+    job.makeSmaller = order.IsSmallerChecked();
     return job;
 }
 
@@ -50,8 +50,8 @@ void MakeSmaller(const ImageJob& job) {
 
 } // namespace
 
-void RunConversionJob(OrderDesk& desk) {
-    const ImageJob job = ReadJob(desk);
+void RunConversionJob(const Order& order, Messages& messages) {
+    const ImageJob job = ReadJob(order);
     if (job.makeSmaller && job.targetHeight > 0) {
         MakeSmaller(job);
         return;
@@ -63,7 +63,7 @@ void RunConversionJob(OrderDesk& desk) {
             return;
         }
     }
-    desk.Show("The selected type of output is not supported", SorryTitle);
+    messages.Show("The selected type of output is not supported", SorryTitle);
 }
 
 } // namespace lumbrix

@@ -1,6 +1,7 @@
 // The window from which everything starts.
 #include "mainwindow/mainwindow.h"
 
+#include "annotate/actions.h"
 #include "annotate/annotatewindow.h"
 #include "annotate/cropdimensions.h"
 #include "batch/driver.h"
@@ -10,11 +11,10 @@
 #include "mainwindow/actions.h"
 #include "mainwindow/layout.h"
 #include "mainwindow/rules.h"
-#include "platform/files.h"
 #include "toolkit/browsefolder.h"
 #include "toolkit/dialog.h"
 #include "toolkit/dropping.h"
-#include "toolkit/messages.h"
+#include "toolkit/messageboxes.h"
 #include "toolkit/picker.h"
 
 namespace lumbrix {
@@ -23,7 +23,7 @@ namespace {
 
 constexpr const char* InitialHeight = "512";
 
-class MainWindow : public Dialog, private OrderDesk, private ActionDesk {
+class MainWindow : public Dialog, private Order, private ActionWindows {
   public:
     MainWindow() : Dialog(MainWindowLayout) {}
 
@@ -33,7 +33,6 @@ class MainWindow : public Dialog, private OrderDesk, private ActionDesk {
     void OnDrop(HDROP files) override;
 
     void SetInitialChecks();
-    void RefreshSizeLabel();
     void TakeSource(const std::string& path);
 
     void BrowseSourceFile();
@@ -50,7 +49,7 @@ class MainWindow : public Dialog, private OrderDesk, private ActionDesk {
         return checks;
     }
 
-    // The order as the controls have it, and the windows of the actions.
+    // The order as the controls have it.
     std::string SourceFile() const override { return TextOf(SourceFileBox); }
     std::string SourceFolder() const override { return TextOf(SourceFolderBox); }
     std::string Target() const override { return TextOf(TargetBox); }
@@ -58,14 +57,16 @@ class MainWindow : public Dialog, private OrderDesk, private ActionDesk {
     bool IsSmallerChecked() const override { return IsChecked(SmallerCheck); }
     bool IsCropChecked() const override { return IsChecked(CropCheck); }
     std::string SelectedOutputWord() const override { return lumbrix::SelectedOutputWord(ChecksOf(OutputRadioIds)); }
-    void Show(const std::string& text, const std::string& title) override { ShowMessage(text, title); }
-    bool Confirm(const std::string& text, const std::string& title) override { return AskYesNo(text, title); }
-    void RefreshSizeLabel(std::int32_t* width, std::int32_t* height) override;
-    void ShowAnnotateWindow(std::size_t stage, std::int32_t width, std::int32_t height,
-                            const std::string& title) override {
-        lumbrix::ShowAnnotateWindow(Handle(), stage, width, height, title);
+
+    // The windows of the actions.
+    PixelSize RefreshSizeLabel() override;
+    void ShowAnnotateWindow(std::size_t stage, PixelSize size, const std::string& title) override {
+        lumbrix::ShowAnnotateWindow(Handle(), annotating_, messages_, stage, size, title);
     }
-    void ShowCropDimensions() override { lumbrix::ShowCropDimensions(Handle()); }
+    void ShowCropDimensions() override { lumbrix::ShowCropDimensions(Handle(), annotating_.cropRectangle); }
+
+    MessageBoxes messages_;
+    AnnotateState annotating_;
 };
 
 void MainWindow::OnStart() {
@@ -91,7 +92,7 @@ void MainWindow::OnCommand(int id, int notification) {
         return RotateAndFlip();
     }
     if (id == CropCheck && IsChecked(CropCheck)) {
-        return RunCropAction(*this);
+        return RunCropAction(*this, *this, messages_, annotating_);
     }
     if (!IsClick(notification)) {
         return;
@@ -99,20 +100,22 @@ void MainWindow::OnCommand(int id, int notification) {
     switch (id) {
     case SourceFileButton:
         BrowseSourceFile();
-        return RefreshSizeLabel();
+        RefreshSizeLabel();
+        return;
     case TargetButton:
         BrowseTarget();
-        return RefreshSizeLabel();
+        RefreshSizeLabel();
+        return;
     case ConvertButton:
         RefreshSizeLabel();
-        return RunBatch(*this);
+        return RunBatch(*this, messages_, annotating_.cropRectangle);
     case SourceFolderButton:
         RefreshSizeLabel();
         return BrowseSourceFolder();
     case AnnotateButton:
-        return RunAnnotateAction(*this);
+        return RunAnnotateAction(*this, *this, annotating_);
     case CropButton:
-        return RunCropAction(*this);
+        return RunCropAction(*this, *this, messages_, annotating_);
     default:
         return;
     }
@@ -133,15 +136,11 @@ void MainWindow::TakeSource(const std::string& path) {
     }
 }
 
-void MainWindow::RefreshSizeLabel() {
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-    RefreshSizeLabel(&width, &height);
-}
-
-void MainWindow::RefreshSizeLabel(std::int32_t* width, std::int32_t* height) {
-    GetImageDimensions(SourceFile().c_str(), width, height);
-    SetText(SizeLabel, SizeText(*width, *height));
+PixelSize MainWindow::RefreshSizeLabel() {
+    PixelSize size;
+    GetImageDimensions(SourceFile().c_str(), &size.width, &size.height);
+    SetText(SizeLabel, SizeText(size.width, size.height));
+    return size;
 }
 
 // Empty text of a picker that was cancelled counts like any other.
@@ -173,14 +172,8 @@ void MainWindow::ApplyOutputType() {
 }
 
 void MainWindow::RotateAndFlip() {
-    const std::string source = SourceFile();
-    const std::string target = Target();
-    if (source.empty() || target.empty()) {
-        return;
-    }
-    const std::string flip = SelectedFlip(IsChecked(FlipVerticalCheck), IsChecked(FlipHorizontalCheck));
-    RotateImage(source.c_str(), target.c_str(), SelectedRotation(ChecksOf(RotationRadioIds)), flip.c_str());
-    ShowMessage(FileExists(target) ? "Done" : "Faliure", ProgramTitle);
+    RunRotateAction(*this, SelectedRotation(ChecksOf(RotationRadioIds)),
+                    SelectedFlip(IsChecked(FlipVerticalCheck), IsChecked(FlipHorizontalCheck)), messages_);
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 // The table of the annotate and crop window and of its modes, without a window.
 #include "annotate/layout.h"
 
-#include "annotate/state.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,8 +10,10 @@ namespace {
 
 using namespace lumbrix;
 
-std::set<int> HiddenIn(std::int32_t mode) {
-    const auto& ids = AnnotateModeLayouts[mode].hidden;
+constexpr EditMode Modes[] = {EditMode::Annotate, EditMode::Crop, EditMode::Cropped};
+
+std::set<int> HiddenIn(EditMode mode) {
+    const auto& ids = LayoutOf(mode).hidden;
     std::set<int> hidden(ids.begin(), ids.end());
     hidden.erase(0);
     return hidden;
@@ -40,7 +40,7 @@ TEST(AnnotateWindowTable, EveryControlBeginsInTheWindow) {
 TEST(AnnotateWindowTable, ShownControlsOfTheLineBelowThePictureDoNotOverlap) {
     std::vector<const Control*> line;
     for (const Control& control : AnnotateWindowControls) {
-        if (control.y == 260 && HiddenIn(AnnotateMode).count(control.id) == 0) {
+        if (control.y == 260 && HiddenIn(EditMode::Annotate).count(control.id) == 0) {
             line.push_back(&control);
         }
     }
@@ -51,30 +51,30 @@ TEST(AnnotateWindowTable, ShownControlsOfTheLineBelowThePictureDoNotOverlap) {
 }
 
 TEST(AnnotateModes, ColorButtonIsAlwaysHidden) {
-    for (const std::int32_t mode : {AnnotateMode, CropMode, CroppedMode}) {
-        EXPECT_EQ(HiddenIn(mode).count(FontColorButton), 1u) << mode;
+    for (const EditMode mode : Modes) {
+        EXPECT_EQ(HiddenIn(mode).count(FontColorButton), 1u) << static_cast<int>(mode);
     }
 }
 
 TEST(AnnotateModes, OnlyAnnotatingShowsWhatAnnotates) {
-    EXPECT_EQ(HiddenIn(AnnotateMode), std::set<int>{FontColorButton});
+    EXPECT_EQ(HiddenIn(EditMode::Annotate), std::set<int>{FontColorButton});
     const std::set<int> annotating{FontColorButton, AnnotationBox, AnnotationLabel,
                                    FontButton,      StampButton,   HelpButton};
-    EXPECT_EQ(HiddenIn(CropMode), annotating);
+    EXPECT_EQ(HiddenIn(EditMode::Crop), annotating);
 }
 
 // Keep lies below the smaller window.
 TEST(AnnotateModes, CroppedPictureStandsAlone) {
-    EXPECT_EQ(HiddenIn(CroppedMode), (std::set<int>{FontColorButton, AnnotationBox, AnnotationLabel, FontButton,
-                                                    StampButton, HelpLabel, HelpButton}));
-    const int windowHeight = AnnotateModeLayouts[CroppedMode].windowHeight;
+    EXPECT_EQ(HiddenIn(EditMode::Cropped), (std::set<int>{FontColorButton, AnnotationBox, AnnotationLabel, FontButton,
+                                                          StampButton, HelpLabel, HelpButton}));
+    const int windowHeight = LayoutOf(EditMode::Cropped).windowHeight;
     EXPECT_EQ(windowHeight, AnnotateWindowControls[0].height);
 }
 
 TEST(AnnotateModes, KeyboardBeginsInTheTextOrAtThePicture) {
-    EXPECT_EQ(AnnotateModeLayouts[AnnotateMode].firstFocus, 1003);
-    EXPECT_EQ(AnnotateModeLayouts[CropMode].firstFocus, 1001);
-    EXPECT_EQ(AnnotateModeLayouts[CroppedMode].firstFocus, 1001);
+    EXPECT_EQ(LayoutOf(EditMode::Annotate).firstFocus, 1003);
+    EXPECT_EQ(LayoutOf(EditMode::Crop).firstFocus, 1001);
+    EXPECT_EQ(LayoutOf(EditMode::Cropped).firstFocus, 1001);
 }
 
 TEST(AnnotateModes, HelpCoversKeepWhereTheyMeet) {
@@ -82,18 +82,18 @@ TEST(AnnotateModes, HelpCoversKeepWhereTheyMeet) {
         return *std::find_if(std::begin(AnnotateWindowControls), std::end(AnnotateWindowControls),
                              [&](const Control& control) { return control.id == id; });
     };
-    for (const std::int32_t mode : {AnnotateMode, CropMode, CroppedMode}) {
-        const AnnotateModeLayout& layout = AnnotateModeLayouts[mode];
+    for (const EditMode mode : Modes) {
+        const AnnotateModeLayout& layout = LayoutOf(mode);
         const bool isShown = HiddenIn(mode).count(HelpLabel) == 0;
         const bool isMeeting = isShown && layout.helpY < row(KeepCheck).y + row(KeepCheck).height;
-        EXPECT_EQ(layout.covered, isMeeting ? 1019 : 0) << mode;
+        EXPECT_EQ(layout.covered, isMeeting ? 1019 : 0) << static_cast<int>(mode);
     }
 }
 
 TEST(AnnotateModes, HelpTextsHaveNoBlankAndOneLineBreak) {
-    EXPECT_NE(std::string(AnnotateModeLayouts[AnnotateMode].helpText).find("needed.The annotated"), std::string::npos);
-    EXPECT_NE(std::string(AnnotateModeLayouts[CropMode].helpText).find("button.\r\nThe cropped"), std::string::npos);
-    EXPECT_EQ(std::string(AnnotateModeLayouts[CroppedMode].helpText), "");
+    EXPECT_NE(std::string(LayoutOf(EditMode::Annotate).helpText).find("needed.The annotated"), std::string::npos);
+    EXPECT_NE(std::string(LayoutOf(EditMode::Crop).helpText).find("button.\r\nThe cropped"), std::string::npos);
+    EXPECT_EQ(std::string(LayoutOf(EditMode::Cropped).helpText), "");
 }
 
 } // namespace

@@ -1,9 +1,10 @@
 // Placing annotations and marking corners on real files, with the engine behind and a window that is not there.
 #include "annotate/placing.h"
 
-#include "batch/croprect.h"
 #include "imaging/exports/lumbrix.h"
 #include "platform/files.h"
+#include "tests/annotate/expectrectangle.h"
+#include "tests/support/fakemessages.h"
 #include "tests/support/picturefiles.h"
 
 #include <gtest/gtest.h>
@@ -21,48 +22,48 @@ const Seen Unable{"Sorry...: Unable to handle annotation image"};
 
 class FakeView : public PictureView {
   public:
-    PixelPoint CursorPoint() const override { return cursor; }
+    explicit FakeView(FakeMessages& messages) : messages_(messages) {}
+
     void SetPreviewImage(const std::string& path) override {
-        seen.push_back("shown " + path);
+        shown.push_back(path);
+        messages_.LookAtPointer();
         if (onShow) {
             onShow();
         }
     }
-    void Show(const std::string& text, const std::string& title) override { seen.push_back(title + ": " + text); }
 
-    PixelPoint cursor;
-    Seen seen;
+    Seen shown;
     std::function<void()> onShow;
+
+  private:
+    FakeMessages& messages_;
 };
 
 class Placing : public testing::Test {
   protected:
     void SetUp() override {
         LoadImagingLibrary();
-        ImageStages = {{Path("source.png"), Path("preview.tmp"), Path("shown.tmp"), Path("result.tmp")}};
+        state_.stages = {{Path("source.png"), Path("preview.tmp"), Path("shown.tmp"), Path("result.tmp")}};
         for (const char* name : {"preview.tmp", "shown.tmp", "result.tmp"}) {
             WriteBytes(folder_ / name, "");
         }
-        CurrentStage = 0;
-        EditMode = AnnotateMode;
-        KeepRequested = false;
-        CornerPending = false;
-        CropRect = {};
-        DefaultTextFontSize = 10;
     }
 
     void TearDown() override {
         std::filesystem::current_path(folder_.Path().parent_path());
-        CropRect = {};
         UnloadImagingLibrary();
     }
 
     std::string Path(const std::string& name) const { return (folder_ / name).string(); }
 
     // A white source, opened in a control of 100 by 50 pixels.
-    void Open(std::int32_t width, std::int32_t height) const {
+    void Open(std::int32_t width, std::int32_t height) {
         WritePlainPng(Path("source.png"), width, height, White);
-        PreparePreview(0, width, height, 100, 50);
+        PreparePreview(state_, 0, {width, height}, {100, 50});
+    }
+
+    void Place(const std::string& text, PixelPoint click = {}) {
+        PlaceAnnotation(state_, view_, messages_, text, click);
     }
 
     // A path with a colon behind its first letter, which all paths have where there are drives.
@@ -76,7 +77,9 @@ class Placing : public testing::Test {
 
     bool IsEmpty(const std::string& name) const { return std::filesystem::file_size(folder_ / name) == 0; }
 
-    FakeView view_;
+    AnnotateState state_;
+    FakeMessages messages_;
+    FakeView view_{messages_};
     TemporaryFolder folder_;
 };
 
@@ -85,15 +88,15 @@ using Corners = Placing;
 
 TEST_F(Preview, PictureOfTheControlsSizeIsCopied) {
     Open(100, 50);
-    EXPECT_EQ(PreviewScale, 1.0F);
-    EXPECT_EQ(PreviewHeight, 50);
+    EXPECT_EQ(state_.previewScale, 1.0F);
+    EXPECT_EQ(state_.previewHeight, 50);
     EXPECT_EQ(ReadBytes(folder_ / "preview.tmp"), ReadBytes(folder_ / "source.png"));
 }
 
 TEST_F(Preview, LargerPictureIsMadeSmallerAsJpeg) {
     Open(300, 100);
-    EXPECT_EQ(PreviewScale, 3.0F);
-    EXPECT_EQ(PreviewHeight, 33);
+    EXPECT_EQ(state_.previewScale, 3.0F);
+    EXPECT_EQ(state_.previewHeight, 33);
     EXPECT_EQ(ReadBytes(folder_ / "preview.tmp").substr(0, 2), "\xFF\xD8");
     EXPECT_EQ(SizeOf(Path("preview.tmp")), std::pair(99, 33));
 }
@@ -101,35 +104,34 @@ TEST_F(Preview, LargerPictureIsMadeSmallerAsJpeg) {
 // Of its ten rows a tenth of one is left on the screen.
 TEST_F(Preview, PictureTooFlatForTheScreenHasNone) {
     Open(10000, 10);
-    EXPECT_EQ(PreviewScale, 100.0F);
-    EXPECT_EQ(PreviewHeight, 0);
+    EXPECT_EQ(state_.previewScale, 100.0F);
+    EXPECT_EQ(state_.previewHeight, 0);
     EXPECT_TRUE(IsEmpty("preview.tmp"));
-    PlaceAnnotation(view_, "text");
-    EXPECT_EQ(view_.seen, Unable);
+    Place("text");
+    EXPECT_EQ(messages_.said, Unable);
     EXPECT_TRUE(IsEmpty("result.tmp"));
 }
 
 TEST_F(Preview, PictureTooNarrowForTheScreenHasNone) {
     Open(2, 2000);
-    EXPECT_EQ(PreviewScale, 40.0F);
-    EXPECT_EQ(PreviewHeight, 50);
+    EXPECT_EQ(state_.previewScale, 40.0F);
+    EXPECT_EQ(state_.previewHeight, 50);
     EXPECT_TRUE(IsEmpty("preview.tmp"));
 }
 
 TEST_F(Preview, SourceThatIsGonePassesInSilence) {
     WriteBytes(folder_ / "preview.tmp", "old");
-    PreparePreview(0, 100, 50, 100, 50);
+    PreparePreview(state_, 0, {100, 50}, {100, 50});
     EXPECT_EQ(ReadBytes(folder_ / "preview.tmp"), "old");
-    PreparePreview(0, 1000, 500, 100, 50);
+    PreparePreview(state_, 0, {1000, 500}, {100, 50});
     EXPECT_EQ(ReadBytes(folder_ / "preview.tmp"), "old");
 }
 
 TEST_F(Placing, TextStandsAtTheCursorOnBothPictures) {
     Open(400, 200);
-    view_.cursor = {50, 25};
-    DefaultTextFontSize = 12;
-    PlaceAnnotation(view_, "HHH");
-    EXPECT_EQ(view_.seen, Seen{"shown " + Path("shown.tmp")});
+    state_.textStyle.fontSize = 12;
+    Place("HHH", {50, 25});
+    EXPECT_EQ(view_.shown, Seen{Path("shown.tmp")});
     EXPECT_EQ(SizeOf(Path("shown.tmp")), std::pair(100, 50));
     EXPECT_EQ(SizeOf(Path("result.tmp")), std::pair(400, 200));
     // Nothing left of or above the cursor, ink at most one letter's side bearing behind it.
@@ -148,29 +150,26 @@ TEST_F(Placing, FullSizeIsUntouchedUntilThePreviewIsShown) {
     Open(400, 200);
     bool wasEmpty = false;
     view_.onShow = [&] { wasEmpty = IsEmpty("result.tmp"); };
-    PlaceAnnotation(view_, "text");
+    Place("text");
     EXPECT_TRUE(wasEmpty);
     EXPECT_FALSE(IsEmpty("result.tmp"));
 }
 
 TEST_F(Placing, SecondClickTakesThePlaceOfTheFirst) {
     Open(400, 200);
-    view_.cursor = {0, 0};
-    PlaceAnnotation(view_, "first");
-    view_.cursor = {70, 30};
-    PlaceAnnotation(view_, "2nd");
+    Place("first", {0, 0});
+    Place("2nd", {70, 30});
     EXPECT_GE(InkIn(Path("result.tmp")).left, 280);
     EXPECT_GE(InkIn(Path("shown.tmp")).left, 70);
-    EXPECT_EQ(CropCorner.x, 70);
-    EXPECT_EQ(CropCorner.y, 30);
+    EXPECT_EQ(state_.cropCorner.x, 70);
+    EXPECT_EQ(state_.cropCorner.y, 30);
 }
 
 TEST_F(Placing, StampStandsAtTheCursorInItsOwnSize) {
     Open(400, 200);
     const std::string stamp = StampPath();
     WritePlainPng(stamp, 20, 8, tests::Black);
-    view_.cursor = {50, 25};
-    PlaceAnnotation(view_, stamp);
+    Place(stamp, {50, 25});
     const InkBox onScreen = InkIn(Path("shown.tmp"));
     EXPECT_EQ(onScreen, (InkBox{50, 25, 70, 33}));
     const InkBox full = InkIn(Path("result.tmp"));
@@ -179,29 +178,30 @@ TEST_F(Placing, StampStandsAtTheCursorInItsOwnSize) {
 
 TEST_F(Placing, TextWithAColonBehindItsFirstLetterIsAStampThatFails) {
     Open(400, 200);
-    PlaceAnnotation(view_, "a: that is");
-    EXPECT_EQ(view_.seen, Unable);
+    Place("a: that is");
+    EXPECT_EQ(messages_.said, Unable);
     EXPECT_TRUE(IsEmpty("shown.tmp"));
     EXPECT_TRUE(IsEmpty("result.tmp"));
 }
 
 TEST_F(Placing, OneCharacterIsText) {
     Open(400, 200);
-    PlaceAnnotation(view_, ":");
-    EXPECT_EQ(view_.seen, Seen{"shown " + Path("shown.tmp")});
+    Place(":");
+    EXPECT_EQ(view_.shown, Seen{Path("shown.tmp")});
 }
 
 TEST_F(Placing, EmptyTextIsAskedForInAnnotateModeOnly) {
     Open(400, 200);
-    PlaceAnnotation(view_, "");
-    EXPECT_EQ(view_.seen, Seen{"Unable to proceed: You forgot to enter the annotation\r\nPlease also select the font "
-                               "you want to use."});
+    Place("");
+    EXPECT_EQ(messages_.said,
+              Seen{"Unable to proceed: You forgot to enter the annotation\r\nPlease also select the font "
+                   "you want to use."});
     EXPECT_TRUE(IsEmpty("shown.tmp"));
-    for (const std::int32_t mode : {CropMode, CroppedMode}) {
-        view_.seen.clear();
-        EditMode = mode;
-        PlaceAnnotation(view_, "");
-        EXPECT_EQ(view_.seen, Seen{});
+    for (const EditMode mode : {EditMode::Crop, EditMode::Cropped}) {
+        messages_.said.clear();
+        state_.mode = mode;
+        Place("");
+        EXPECT_EQ(messages_.said, Seen{});
     }
 }
 
@@ -209,33 +209,33 @@ TEST_F(Placing, MissingPreviewIsToldAndTheFullSizeStays) {
     Open(400, 200);
     std::filesystem::remove(folder_ / "shown.tmp");
     std::filesystem::remove(folder_ / "preview.tmp");
-    PlaceAnnotation(view_, "text");
-    EXPECT_EQ(view_.seen, Unable);
+    Place("text");
+    EXPECT_EQ(messages_.said, Unable);
     EXPECT_TRUE(IsEmpty("result.tmp"));
 }
 
 TEST_F(Placing, WhileKeepIsRequestedNothingIsWritten) {
     Open(400, 200);
-    KeepRequested = true;
-    PlaceAnnotation(view_, "text");
-    EXPECT_EQ(view_.seen, Unable);
+    state_.isKeepRequested = true;
+    Place("text");
+    EXPECT_EQ(messages_.said, Unable);
     WriteBytes(folder_ / "shown.tmp", "an older one");
-    view_.seen.clear();
-    PlaceAnnotation(view_, "text");
-    EXPECT_EQ(view_.seen, Seen{"shown " + Path("shown.tmp")});
+    messages_.said.clear();
+    Place("text");
+    EXPECT_EQ(view_.shown, Seen{Path("shown.tmp")});
     EXPECT_TRUE(IsEmpty("result.tmp"));
     EXPECT_EQ(ReadBytes(folder_ / "shown.tmp"), "an older one");
 }
 
 TEST_F(Placing, FontStylesAndColorAreThoseChosen) {
     Open(400, 200);
-    PlaceAnnotation(view_, "HHH");
+    Place("HHH");
     const InkBox plain = InkIn(Path("result.tmp"));
-    AnnotationBold = 1;
-    AnnotationUnderline = 1;
-    AnnotationRed = 255;
-    PlaceAnnotation(view_, "HHH");
-    AnnotationBold = AnnotationUnderline = AnnotationRed = 0;
+    state_.textStyle.bold = 1;
+    state_.textStyle.underline = 1;
+    state_.textStyle.red = 255;
+    Place("HHH");
+    state_.textStyle.bold = state_.textStyle.underline = state_.textStyle.red = 0;
     const InkBox styled = InkIn(Path("result.tmp"));
     EXPECT_GT(styled.right, plain.right);
     EXPECT_GT(styled.bottom, plain.bottom);
@@ -244,29 +244,47 @@ TEST_F(Placing, FontStylesAndColorAreThoseChosen) {
     EXPECT_GT(line.red, line.green + 100);
 }
 
+TEST_F(Placing, PointerWaitsUntilBothPicturesAreMade) {
+    Open(400, 200);
+    Place("text");
+    EXPECT_EQ(messages_.pointer, Seen{"waits"});
+    EXPECT_EQ(messages_.waits, 0);
+    messages_.onShow = [&] { messages_.LookAtPointer(); };
+    Place("");
+    EXPECT_EQ(messages_.pointer, (Seen{"waits", "arrow"})) << "a missing text is no work";
+}
+
+TEST_F(Preview, OpeningMakesAndShowsItWhileThePointerWaits) {
+    WritePlainPng(Path("source.png"), 200, 100, White);
+    OpenPicture(state_, view_, messages_, 0, {200, 100}, {100, 50});
+    EXPECT_EQ(view_.shown, Seen{Path("preview.tmp")});
+    EXPECT_EQ(SizeOf(Path("preview.tmp")), std::pair(100, 50));
+    EXPECT_EQ(messages_.pointer, Seen{"waits"});
+    EXPECT_EQ(messages_.waits, 0);
+}
+
+TEST_F(Preview, IsThatOfTheStage) {
+    state_.stages.push_back({Path("other.png"), Path("other.tmp"), "", ""});
+    WritePlainPng(Path("other.png"), 10, 20, White);
+    PreparePreview(state_, 1, {10, 20}, {100, 50});
+    EXPECT_EQ(state_.currentStage, 1u);
+    EXPECT_EQ(ReadBytes(folder_ / "other.tmp"), ReadBytes(folder_ / "other.png"));
+}
+
 TEST_F(Corners, PressAndReleaseMarkTheRectangle) {
-    PreviewScale = 2.5F;
-    view_.cursor = {1, 3};
-    MarkFirstCorner(view_);
-    view_.cursor = {10, 20};
-    EXPECT_TRUE(MarkCorner(view_));
-    EXPECT_EQ(CropRect.left, 2);
-    EXPECT_EQ(CropRect.top, 8);
-    EXPECT_EQ(CropRect.right, 25);
-    EXPECT_EQ(CropRect.bottom, 50);
-    EXPECT_FALSE(CornerPending);
+    state_.previewScale = 2.5F;
+    MarkFirstCorner(state_, {1, 3});
+    EXPECT_TRUE(MarkCorner(state_, {10, 20}));
+    ExpectRectangle(state_.cropRectangle, 2, 8, 25, 50);
+    EXPECT_FALSE(state_.isCornerPending);
 }
 
 TEST_F(Corners, WithoutAPressTwoReleasesMarkTheRectangle) {
-    PreviewScale = 1;
-    view_.cursor = {30, 40};
-    EXPECT_FALSE(MarkCorner(view_));
-    EXPECT_TRUE(CornerPending);
-    EXPECT_EQ(CropRect.right, 0);
-    view_.cursor = {10, 20};
-    EXPECT_TRUE(MarkCorner(view_));
-    EXPECT_EQ(CropRect.left, 30);
-    EXPECT_EQ(CropRect.bottom, 20);
+    EXPECT_FALSE(MarkCorner(state_, {30, 40}));
+    EXPECT_TRUE(state_.isCornerPending);
+    EXPECT_EQ(state_.cropRectangle.right, 0);
+    EXPECT_TRUE(MarkCorner(state_, {10, 20}));
+    ExpectRectangle(state_.cropRectangle, 30, 40, 10, 20);
 }
 
 } // namespace

@@ -10,16 +10,6 @@ namespace {
 using namespace lumbrix;
 using namespace tests;
 
-TEST(EditModeForTitle, ThreeTitlesAreKnownAndOthersChangeNothing) {
-    for (const std::int32_t current : {AnnotateMode, CropMode, CroppedMode}) {
-        EXPECT_EQ(EditModeForTitle("Annotate image", current), 0);
-        EXPECT_EQ(EditModeForTitle("Crop image", current), 1);
-        EXPECT_EQ(EditModeForTitle("Cropped image", current), 2);
-        EXPECT_EQ(EditModeForTitle("crop image", current), current);
-        EXPECT_EQ(EditModeForTitle("Something else", current), current);
-    }
-}
-
 TEST(PreviewScale, PictureThatFitsIsNeverEnlarged) {
     EXPECT_EQ(PreviewScaleFor({1, 1}, {642, 383}), 1.0F);
     EXPECT_EQ(PreviewScaleFor({642, 383}, {642, 383}), 1.0F);
@@ -41,7 +31,7 @@ TEST(PreviewSize, IsRoundedToTheNearestWithTiesToEven) {
 }
 
 TEST(FullSize, PlaceAndTextGrowByTheScale) {
-    const PicturePoint place = FullSizePoint({10, -3}, 2.5F);
+    const FloatPoint place = FullSizePoint({10, -3}, 2.5F);
     EXPECT_EQ(place.x, 25.0F);
     EXPECT_EQ(place.y, -7.5F);
     EXPECT_EQ(FullSizeText(10, 1.0F), 10);

@@ -15,6 +15,11 @@ TEST(Geometry, SizesOfARectangleAreItsDifferences) {
     EXPECT_EQ((PixelRectangle{1, 2, 4, 8}.Height()), 6);
 }
 
+TEST(Geometry, SizesBeyondThirtyTwoBitsComeOutAtTheOtherEnd) {
+    EXPECT_EQ((PixelRectangle{-1, 0, INT32_MAX, 0}.Width()), INT32_MIN);
+    EXPECT_EQ((PixelRectangle{0, 2, 0, INT32_MIN}.Height()), INT32_MAX - 1);
+}
+
 TEST(Geometry, EveryNumberCountsInComparisons) {
     const PixelRectangle one{1, 2, 3, 4};
     EXPECT_EQ(one, (PixelRectangle{1, 2, 3, 4}));

@@ -1,11 +1,11 @@
 // The conversion job and the batch driver on real files, with the engine behind and a main window that is not there.
-#include "batch/croprect.h"
 #include "batch/driver.h"
 #include "batch/job.h"
 #include "imaging/exports/lumbrix.h"
 #include "platform/errors.h"
 #include "platform/files.h"
-#include "tests/batch/fakedesk.h"
+#include "tests/batch/fakeorder.h"
+#include "tests/support/fakemessages.h"
 #include "tests/support/temporaryfolder.h"
 
 #include <gtest/gtest.h>
@@ -34,13 +34,10 @@ class Converting : public testing::Test {
         WriteBytes(folder_ / "dot.bmp", DotBmp);
         ConvertImageToThumbPng(Path("dot.bmp").c_str(), 4, Path("source.png").c_str());
         std::filesystem::remove(folder_ / "dot.bmp");
-        desk_.sourceFile = Path("source.png");
+        order_.sourceFile = Path("source.png");
     }
 
-    void TearDown() override {
-        CropRect = {};
-        UnloadImagingLibrary();
-    }
+    void TearDown() override { UnloadImagingLibrary(); }
 
     std::string Path(const std::string& name) const { return (folder_ / name).string(); }
     bool Exists(const std::string& name) const { return std::filesystem::exists(folder_ / name); }
@@ -62,7 +59,9 @@ class Converting : public testing::Test {
 
     std::string Start(const std::string& name) const { return ReadBytes(folder_ / name).substr(0, 2); }
 
-    FakeDesk desk_;
+    FakeOrder order_;
+    FakeMessages messages_;
+    PixelRectangle cropRectangle_;
     TemporaryFolder folder_;
 };
 
@@ -75,152 +74,152 @@ TEST_F(Job, ExtensionOfTheTargetNamesTheConversion) {
     const std::pair<const char*, const char*> targets[] = {
         {"a.bmp", "BM"}, {"a.JPG", "\xFF\xD8"}, {"a.gif", "GI"}, {"a.tiff", "II"}, {"a.Png", "\x89P"}};
     for (const auto& [name, start] : targets) {
-        desk_.target = Path(name);
-        RunConversionJob(desk_);
+        order_.target = Path(name);
+        RunConversionJob(order_, messages_);
         EXPECT_EQ(Start(name), start);
     }
-    EXPECT_EQ(desk_.said, Said{});
+    EXPECT_EQ(messages_.said, Said{});
 }
 
 TEST_F(Job, OtherExtensionsAreRefusedAndAnOldTargetStays) {
     for (const char* name : {"a.jpeg", "a.tif", "a.sgl", "a.ico", "a", "a."}) {
         WriteBytes(folder_ / name, "old");
-        desk_.target = Path(name);
-        desk_.said.clear();
-        RunConversionJob(desk_);
-        EXPECT_EQ(desk_.said, Unsupported) << name;
+        order_.target = Path(name);
+        messages_.said.clear();
+        RunConversionJob(order_, messages_);
+        EXPECT_EQ(messages_.said, Unsupported) << name;
         EXPECT_EQ(ReadBytes(folder_ / name), "old");
     }
 }
 
 TEST_F(Job, SmallerCopyTakesEveryExtensionThatCanBeWritten) {
-    desk_.isSmallerChecked = true;
-    desk_.heightText = "2";
+    order_.isSmallerChecked = true;
+    order_.heightText = "2";
     for (const char* name : {"a.jpeg", "a.tif", "a.png"}) {
-        desk_.target = Path(name);
-        RunConversionJob(desk_);
+        order_.target = Path(name);
+        RunConversionJob(order_, messages_);
         EXPECT_EQ(HeightOf(name), 2) << name;
     }
-    desk_.target = Path("a.sgl");
-    RunConversionJob(desk_);
+    order_.target = Path("a.sgl");
+    RunConversionJob(order_, messages_);
     EXPECT_FALSE(Exists("a.sgl"));
-    EXPECT_EQ(desk_.said, Said{});
+    EXPECT_EQ(messages_.said, Said{});
 }
 
 TEST_F(Job, HeightThatIsNoneConvertsAtFullSize) {
-    desk_.isSmallerChecked = true;
+    order_.isSmallerChecked = true;
     for (const char* text : {"0", "-3", "many", ""}) {
-        desk_.heightText = text;
-        desk_.target = Path("a.jpg");
-        RunConversionJob(desk_);
+        order_.heightText = text;
+        order_.target = Path("a.jpg");
+        RunConversionJob(order_, messages_);
         EXPECT_EQ(HeightOf("a.jpg"), 4) << text;
     }
 }
 
 TEST_F(Job, HeightIsIgnoredUnlessSmallerIsChecked) {
-    desk_.heightText = "2";
-    desk_.target = Path("a.png");
-    RunConversionJob(desk_);
+    order_.heightText = "2";
+    order_.target = Path("a.png");
+    RunConversionJob(order_, messages_);
     EXPECT_EQ(HeightOf("a.png"), 4);
 }
 
 TEST_F(Job, SourceAsItsOwnSmallerTargetIsGone) {
-    desk_.isSmallerChecked = true;
-    desk_.target = desk_.sourceFile;
-    RunConversionJob(desk_);
+    order_.isSmallerChecked = true;
+    order_.target = order_.sourceFile;
+    RunConversionJob(order_, messages_);
     EXPECT_FALSE(Exists("source.png"));
 }
 
 TEST_F(Job, OldTargetIsGoneWhereTheSmallerCopyFails) {
-    desk_.isSmallerChecked = true;
-    desk_.sourceFile = Path("none.png");
-    desk_.target = Path("a.png");
+    order_.isSmallerChecked = true;
+    order_.sourceFile = Path("none.png");
+    order_.target = Path("a.png");
     WriteBytes(folder_ / "a.png", "old");
-    RunConversionJob(desk_);
+    RunConversionJob(order_, messages_);
     EXPECT_FALSE(Exists("a.png"));
-    EXPECT_EQ(desk_.said, Said{});
+    EXPECT_EQ(messages_.said, Said{});
 }
 
 TEST_F(Job, PathsAreCutAt259Characters) {
-    desk_.target = Path("a.png") + std::string(300, 'x'); // what is left ends in no extension that is known
-    RunConversionJob(desk_);
-    EXPECT_EQ(desk_.said, Unsupported);
+    order_.target = Path("a.png") + std::string(300, 'x'); // what is left ends in no extension that is known
+    RunConversionJob(order_, messages_);
+    EXPECT_EQ(messages_.said, Unsupported);
     EXPECT_FALSE(Exists("a.png"));
 }
 
 TEST_F(Single, IsConvertedAndFoundDone) {
-    desk_.target = Path("a.jpg");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Said{"Lumbrix: Done"});
+    order_.target = Path("a.jpg");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{"Lumbrix: Done"});
     EXPECT_TRUE(Exists("a.jpg"));
 }
 
 TEST_F(Single, ThatCannotBeReadIsAFailure) {
     WriteBytes(folder_ / "source.png", "no picture");
-    desk_.target = Path("a.jpg");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Said{"Lumbrix: Faliure"});
+    order_.target = Path("a.jpg");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{"Lumbrix: Faliure"});
 }
 
 TEST_F(Single, ExistingTargetIsAskedFor) {
-    desk_.target = Path("a.jpg");
+    order_.target = Path("a.jpg");
     WriteBytes(folder_ / "a.jpg", "old");
-    desk_.answersYes = false;
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Said{"Please verify...? " + Path("a.jpg") + " file exists. Overwrite it?"});
+    messages_.answersYes = false;
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{"Please verify...? " + Path("a.jpg") + " file exists. Overwrite it?"});
     EXPECT_EQ(ReadBytes(folder_ / "a.jpg"), "old");
-    desk_.answersYes = true;
-    RunBatch(desk_);
+    messages_.answersYes = true;
+    RunBatch(order_, messages_, cropRectangle_);
     EXPECT_EQ(Start("a.jpg"), "\xFF\xD8");
-    EXPECT_EQ(desk_.said.back(), "Lumbrix: Done");
+    EXPECT_EQ(messages_.said.back(), "Lumbrix: Done");
 }
 
 TEST_F(Single, FailedOverwriteOfAnOldFileIsStillDone) {
     WriteBytes(folder_ / "source.png", "no picture");
     WriteBytes(folder_ / "a.jpg", "old");
-    desk_.target = Path("a.jpg");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said.back(), "Lumbrix: Done");
+    order_.target = Path("a.jpg");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said.back(), "Lumbrix: Done");
 }
 
 TEST_F(Single, MissingSourceSaysNothing) {
-    desk_.sourceFile = Path("none.png");
-    desk_.target = Path("a.jpg");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Said{});
+    order_.sourceFile = Path("none.png");
+    order_.target = Path("a.jpg");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{});
 }
 
 TEST_F(Single, HasPrecedenceOverTheFolder) {
-    desk_.sourceFolder = MakeFolder("in");
+    order_.sourceFolder = MakeFolder("in");
     Copy("in/x.png");
-    desk_.target = Path("a.jpg");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Said{"Lumbrix: Done"});
+    order_.target = Path("a.jpg");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{"Lumbrix: Done"});
     EXPECT_FALSE(Exists("ax.bmp"));
 }
 
 TEST_F(Single, CannotBeCroppedThisWay) {
-    desk_.isCropChecked = true;
-    desk_.target = Path("a.jpg");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Said{"Sorry...: Cropping files is available only for batch operation"});
+    order_.isCropChecked = true;
+    order_.target = Path("a.jpg");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{"Sorry...: Cropping files is available only for batch operation"});
     EXPECT_FALSE(Exists("a.jpg"));
 }
 
 TEST_F(Single, UnsupportedTypeIsSaidAndThenWhatStandsThere) {
-    desk_.target = Path("a.sgl");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, (Said{Unsupported[0], "Lumbrix: Faliure"}));
+    order_.target = Path("a.sgl");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, (Said{Unsupported[0], "Lumbrix: Faliure"}));
 }
 
 class Folder : public Converting {
   protected:
     void SetUp() override {
         Converting::SetUp();
-        desk_.sourceFile.clear();
-        desk_.sourceFolder = MakeFolder("in");
-        desk_.target = MakeFolder("out");
-        desk_.heightText = "2";
+        order_.sourceFile.clear();
+        order_.sourceFolder = MakeFolder("in");
+        order_.target = MakeFolder("out");
+        order_.heightText = "2";
     }
 
     static Said Counted(int processed, int failed) {
@@ -235,8 +234,8 @@ TEST_F(Folder, EveryConvertibleFileIsMadeSmaller) {
     Copy("in/c.d.gif");
     WriteBytes(folder_ / "in" / "bad.bmp", "no picture");
     MakeFolder("in/folder.png");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(3, 1));
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(3, 1));
     for (const char* name : {"out/a.bmp", "out/b.bmp", "out/c.bmp"}) {
         EXPECT_EQ(HeightOf(name), 2) << name;
     }
@@ -245,108 +244,108 @@ TEST_F(Folder, EveryConvertibleFileIsMadeSmaller) {
 TEST_F(Folder, OtherFilesTakeTheCropBranchAndFailWithoutARectangle) {
     Copy("in/a.jpeg");
     WriteBytes(folder_ / "in" / "letter.txt", "Dear Sir");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(0, 2));
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(0, 2));
     EXPECT_FALSE(Exists("out/a_cropped.bmp"));
 }
 
 TEST_F(Folder, OtherFilesAreCroppedToTheRectangle) {
     Copy("in/a.jpeg");
-    CropRect = {1, 1, 4, 2};
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(1, 0));
+    cropRectangle_ = {1, 1, 4, 2};
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0));
     EXPECT_EQ(HeightOf("out/a_cropped.bmp"), 1);
 }
 
 TEST_F(Folder, CropCheckedPassesOverConvertibleFiles) {
-    desk_.isCropChecked = true;
+    order_.isCropChecked = true;
     Copy("in/a.png");
     Copy("in/b.tif");
-    CropRect = {0, 0, 2, 2};
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(1, 0));
+    cropRectangle_ = {0, 0, 2, 2};
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0));
     EXPECT_FALSE(Exists("out/a.bmp"));
     EXPECT_TRUE(Exists("out/b_cropped.bmp"));
 }
 
 TEST_F(Folder, EmptyOneIsCounted) {
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(0, 0));
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(0, 0));
 }
 
 TEST_F(Folder, HeightThatIsNoneCountsAsProcessedAndWritesNothing) {
     Copy("in/a.png");
-    desk_.heightText = "none";
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(1, 0));
+    order_.heightText = "none";
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0));
     EXPECT_FALSE(Exists("out/a.bmp"));
 }
 
 TEST_F(Folder, TypeThatCannotBeWrittenFails) {
     Copy("in/a.png");
-    desk_.outputWord = "sgl";
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(0, 1));
+    order_.outputWord = "sgl";
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(0, 1));
 }
 
 TEST_F(Folder, SameStemsCountBothAndTheLaterStays) {
     Copy("in/a.b.png");
     Copy("in/a.c.png");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(2, 0));
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(2, 0));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "out"), {}), 1);
 }
 
 TEST_F(Folder, ExistingTargetsAreReplacedWithoutAQuestion) {
     Copy("in/a.png");
     WriteBytes(folder_ / "out" / "a.bmp", "old");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(1, 0));
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0));
     EXPECT_EQ(Start("out/a.bmp"), "BM");
 }
 
 TEST_F(Folder, TargetWithoutASeparatorIsAPrefix) {
     Copy("in/a.png");
-    desk_.target.pop_back();
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(1, 0));
+    order_.target.pop_back();
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0));
     EXPECT_TRUE(Exists("outa.bmp"));
 }
 
 TEST_F(Folder, SourceWithoutASeparatorListsTheNamesThatBeginSo) {
     Copy("inside.png");
     Copy("in/a.png");
-    desk_.sourceFolder.pop_back();
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(0, 1)); // the found name is put behind the folder's, where there is nothing
+    order_.sourceFolder.pop_back();
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(0, 1)); // the found name is put behind the folder's, where there is nothing
 }
 
 TEST_F(Folder, MissingOnesSayNothing) {
-    desk_.target = Path("none") + PathSeparator;
-    RunBatch(desk_);
-    desk_.target = "";
-    RunBatch(desk_);
-    desk_.target = Path("source.png");
-    RunBatch(desk_);
-    desk_.target = Path("out");
-    desk_.sourceFolder = Path("none");
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Said{});
+    order_.target = Path("none") + PathSeparator;
+    RunBatch(order_, messages_, cropRectangle_);
+    order_.target = "";
+    RunBatch(order_, messages_, cropRectangle_);
+    order_.target = Path("source.png");
+    RunBatch(order_, messages_, cropRectangle_);
+    order_.target = Path("out");
+    order_.sourceFolder = Path("none");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{});
 }
 
 TEST_F(Folder, SourceFileWithoutATargetIsNoFolderOrder) {
-    desk_.sourceFile = Path("source.png");
-    desk_.target = "";
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Said{});
+    order_.sourceFile = Path("source.png");
+    order_.target = "";
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{});
 }
 
 TEST_F(Folder, SourceAndTargetMayBeTheSame) {
     Copy("in/a.png");
-    desk_.target = desk_.sourceFolder;
-    desk_.outputWord = "png";
-    RunBatch(desk_);
-    EXPECT_EQ(desk_.said, Counted(1, 0)); // the save onto the source fails unseen
+    order_.target = order_.sourceFolder;
+    order_.outputWord = "png";
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0)); // the save onto the source fails unseen
     EXPECT_EQ(HeightOf("in/a.png"), 4);
 }
 
@@ -361,26 +360,44 @@ TEST_F(Folder, ThatCannotBeListedIsAnError) {
         folder += "\\" + std::string(left > 60 ? 50 : left - 1, 'n');
         CreateDirectoryW((L"\\\\?\\" + std::filesystem::path(folder).wstring()).c_str(), nullptr);
     }
-    desk_.sourceFolder = folder + "\\";
-    ASSERT_EQ(desk_.sourceFolder.size(), Length);
-    RunBatch(desk_);
-    ASSERT_EQ(desk_.said.size(), 1u);
-    EXPECT_EQ(desk_.said[0].substr(0, 16), "Lumbrix: Error: ");
-    EXPECT_NE(desk_.said[0].substr(16), "0");
+    order_.sourceFolder = folder + "\\";
+    ASSERT_EQ(order_.sourceFolder.size(), Length);
+    RunBatch(order_, messages_, cropRectangle_);
+    ASSERT_EQ(messages_.said.size(), 1u);
+    EXPECT_EQ(messages_.said[0].substr(0, 16), "Lumbrix: Error: ");
+    EXPECT_NE(messages_.said[0].substr(16), "0");
 }
 
 #endif
 
-// A desk whose window breaks while it is read.
-class BreakingDesk : public FakeDesk {
+TEST_F(Folder, PointerWaitsWhileFilesAreMade) {
+    Copy("in/a.png");
+    order_.onRead = [&] { messages_.LookAtPointer(); };
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.pointer, (Said{"waits", "waits"})); // at the height and at the file's type
+    EXPECT_EQ(messages_.waits, 0);
+}
+
+TEST_F(Single, PointerWaitsWhileItIsConverted) {
+    order_.target = Path("a.jpg");
+    order_.onRead = [&] { messages_.LookAtPointer(); };
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.pointer, (Said{"waits", "waits"})); // at the run's height and at the job's
+    EXPECT_EQ(messages_.waits, 0);
+}
+
+// A main window that breaks while it is read.
+class BreakingOrder : public FakeOrder {
   public:
     std::string SourceFolder() const override { throw RuntimeError(53, "gone"); }
 };
 
 TEST(BatchError, EndsTheRunWithItsNumber) {
-    BreakingDesk desk;
-    RunBatch(desk);
-    EXPECT_EQ(desk.said, Said{"Lumbrix: Error: 53"});
+    BreakingOrder order;
+    FakeMessages messages;
+    RunBatch(order, messages, {});
+    EXPECT_EQ(messages.said, Said{"Lumbrix: Error: 53"});
+    EXPECT_EQ(messages.waits, 0);
 }
 
 } // namespace

@@ -2,8 +2,6 @@
 #include "tests/windows/annotatefixture.h"
 #include "tests/windows/tabledwindow.h"
 
-#include "annotate/state.h"
-
 namespace {
 
 using namespace lumbrix;
@@ -17,10 +15,10 @@ class AnnotateLayout : public PictureWindowTest {
   protected:
     AnnotateLayout() { WritePlainPng(Path("source.png"), 300, 200, White); }
 
-    OpenWindow OpenMode(std::int32_t mode) const {
+    OpenWindow OpenMode(EditMode mode) const {
         const OpenWindow window =
-            Open(mode == AnnotateMode ? AnnotateButton : CropButton, Path("source.png"), Path("target.png"));
-        if (mode != CroppedMode) {
+            Open(mode == EditMode::Annotate ? AnnotateButton : CropButton, Path("source.png"), Path("target.png"));
+        if (mode != EditMode::Cropped) {
             return window;
         }
         DragMouse(On(window, 20, 10), On(window, 120, 90));
@@ -29,13 +27,13 @@ class AnnotateLayout : public PictureWindowTest {
     }
 
     // The table with the label for the help as the mode has it.
-    static std::vector<Control> ControlsIn(std::int32_t mode) {
+    static std::vector<Control> ControlsIn(EditMode mode) {
         std::vector<Control> controls(std::begin(AnnotateWindowControls), std::end(AnnotateWindowControls));
-        const AnnotateModeLayout& layout = AnnotateModeLayouts[mode];
+        const AnnotateModeLayout& layout = LayoutOf(mode);
         controls.back().caption = layout.helpText;
         controls.back().y = layout.helpY;
         controls.back().height = layout.helpHeight;
-        if (mode == CropMode) { // Keep lies below the help
+        if (mode == EditMode::Crop) { // Keep lies below the help
             const auto keep = std::find_if(controls.begin(), controls.end(),
                                            [](const Control& control) { return control.id == KeepCheck; });
             std::rotate(keep, keep + 1, controls.end());
@@ -54,7 +52,7 @@ class AnnotateLayout : public PictureWindowTest {
     }
 };
 
-class EachMode : public AnnotateLayout, public testing::WithParamInterface<std::int32_t> {};
+class EachMode : public AnnotateLayout, public testing::WithParamInterface<EditMode> {};
 
 TEST_P(EachMode, EveryControlIsAsTabled) {
     const OpenWindow window = OpenMode(GetParam());
@@ -64,7 +62,7 @@ TEST_P(EachMode, EveryControlIsAsTabled) {
 
 TEST_P(EachMode, OnlyWhatItNeedsIsShown) {
     const OpenWindow window = OpenMode(GetParam());
-    const auto& hidden = AnnotateModeLayouts[GetParam()].hidden;
+    const auto& hidden = LayoutOf(GetParam()).hidden;
     for (const Control& control : AnnotateWindowControls) {
         const bool isHidden = std::find(hidden.begin(), hidden.end(), control.id) != hidden.end();
         EXPECT_EQ(window.IsVisible(control.id), !isHidden) << control.id;
@@ -75,27 +73,28 @@ TEST_P(EachMode, OnlyWhatItNeedsIsShown) {
 TEST_P(EachMode, FrameIsFixedAndStandsAtTheTopLeft) {
     constexpr const char* Titles[] = {"Annotate image", "Crop image", "Cropped image"};
     const OpenWindow window = OpenMode(GetParam());
-    EXPECT_EQ(WindowText(window.Window()), Titles[GetParam()]);
+    EXPECT_EQ(WindowText(window.Window()), Titles[static_cast<std::size_t>(GetParam())]);
     RECT frame{};
     GetWindowRect(window.Window(), &frame);
     EXPECT_EQ(frame.left, 0);
     EXPECT_EQ(frame.top, 0);
-    TabledWindow(window).ExpectSize(427, GetParam() == CroppedMode ? 255 : 295);
+    TabledWindow(window).ExpectSize(427, GetParam() == EditMode::Cropped ? 255 : 295);
     const auto style = static_cast<DWORD>(GetWindowLongA(window.Window(), GWL_STYLE));
     EXPECT_EQ(style & (WS_CAPTION | WS_SYSMENU), static_cast<DWORD>(WS_CAPTION | WS_SYSMENU));
     EXPECT_EQ(style & (WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX), 0u);
     CloseAndWait(window);
 }
 
-std::string NameOfMode(const testing::TestParamInfo<std::int32_t>& info) {
+std::string NameOfMode(const testing::TestParamInfo<EditMode>& info) {
     constexpr const char* Names[] = {"Annotate", "Crop", "Cropped"};
-    return Names[info.param];
+    return Names[static_cast<std::size_t>(info.param)];
 }
 
-INSTANTIATE_TEST_SUITE_P(Annotate, EachMode, testing::Values(AnnotateMode, CropMode, CroppedMode), NameOfMode);
+INSTANTIATE_TEST_SUITE_P(Annotate, EachMode, testing::Values(EditMode::Annotate, EditMode::Crop, EditMode::Cropped),
+                         NameOfMode);
 
 TEST_F(AnnotateLayout, FontsAreArialOfTenPointsOrTheSystems) {
-    const OpenWindow window = OpenMode(AnnotateMode);
+    const OpenWindow window = OpenMode(EditMode::Annotate);
     const HDC screen = GetDC(nullptr);
     const int height = FontHeight(10, GetDeviceCaps(screen, LOGPIXELSY));
     ReleaseDC(nullptr, screen);
@@ -113,7 +112,7 @@ TEST_F(AnnotateLayout, FontsAreArialOfTenPointsOrTheSystems) {
 }
 
 TEST_F(AnnotateLayout, ColorsAreAsTabled) {
-    const OpenWindow window = OpenMode(AnnotateMode);
+    const OpenWindow window = OpenMode(EditMode::Annotate);
     EXPECT_EQ(ColorsOf(window, AnnotationLabel), std::pair(lumbrix::Black, Cyan));
     EXPECT_EQ(ColorsOf(window, HelpLabel), std::pair(lumbrix::Red, Cyan));
     EXPECT_EQ(ColorsOf(window, KeepCheck), std::pair(std::uint32_t{GetSysColor(COLOR_WINDOWTEXT)}, Cyan));
@@ -124,7 +123,7 @@ TEST_F(AnnotateLayout, ColorsAreAsTabled) {
 }
 
 TEST_F(AnnotateLayout, PictureControlIsAListOfIconsThatTheKeyboardPassesOver) {
-    const OpenWindow window = OpenMode(AnnotateMode);
+    const OpenWindow window = OpenMode(EditMode::Annotate);
     const LONG style = GetWindowLongA(window.Item(PictureControl), GWL_STYLE);
     EXPECT_EQ(style & 3, 0); // icons
     EXPECT_EQ(style & WS_TABSTOP, 0);
@@ -134,7 +133,7 @@ TEST_F(AnnotateLayout, PictureControlIsAListOfIconsThatTheKeyboardPassesOver) {
 
 TEST_F(AnnotateLayout, PictureStandsAtTheTopLeftInItsOwnSize) {
     WritePlainPng(Path("source.png"), 300, 200, tests::Black);
-    const OpenWindow black = OpenMode(AnnotateMode);
+    const OpenWindow black = OpenMode(EditMode::Annotate);
     EXPECT_TRUE(WaitFor([&] { return PixelAt(On(black, 0, 0)) == 0; }));
     EXPECT_EQ(PixelAt(On(black, 299, 199)), 0u);
     EXPECT_EQ(PixelAt(On(black, 300, 100)), RGB(255, 255, 255));
@@ -143,19 +142,19 @@ TEST_F(AnnotateLayout, PictureStandsAtTheTopLeftInItsOwnSize) {
 }
 
 TEST_F(AnnotateLayout, KeyboardIsAtThePictureWhereThereIsNoText) {
-    for (const std::int32_t mode : {CropMode, CroppedMode}) {
+    for (const EditMode mode : {EditMode::Crop, EditMode::Cropped}) {
         const OpenWindow window = OpenMode(mode);
-        EXPECT_EQ(window.FocusedId(), PictureControl) << mode;
+        EXPECT_EQ(window.FocusedId(), PictureControl) << static_cast<int>(mode);
         PressKey(VK_SPACE);
         PressKey(VK_TAB); // worked off behind it
-        EXPECT_TRUE(WaitFor([&] { return window.FocusedId() == KeepCheck; })) << mode;
-        EXPECT_TRUE(IsWindow(window.Window())) << mode;
+        EXPECT_TRUE(WaitFor([&] { return window.FocusedId() == KeepCheck; })) << static_cast<int>(mode);
+        EXPECT_TRUE(IsWindow(window.Window())) << static_cast<int>(mode);
         CloseAndWait(window);
     }
 }
 
 TEST_F(AnnotateLayout, EscapeAndEnterLeaveItOpen) {
-    const OpenWindow window = OpenMode(AnnotateMode);
+    const OpenWindow window = OpenMode(EditMode::Annotate);
     PressKey(VK_ESCAPE);
     PressKey(VK_RETURN);
     PressKey('7');
