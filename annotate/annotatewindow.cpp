@@ -17,6 +17,8 @@ namespace lumbrix {
 
 namespace {
 
+using namespace annotatewindow;
+
 constexpr std::size_t LongestText = 259;
 
 class AnnotateWindow : public Dialog, private PictureView {
@@ -66,9 +68,7 @@ void AnnotateWindow::ApplyMode() {
             Hide(id);
         }
     }
-    const Control& help = AnnotateWindowControls[std::size(AnnotateWindowControls) - 1];
-    const RECT place = InPixels({help.x, mode.helpY, help.width, mode.helpHeight});
-    MoveWindow(Item(HelpLabel), place.left, place.top, place.right, place.bottom, FALSE);
+    MoveControl(HelpLabel, Row(HelpLabel).x, mode.helpY, Row(HelpLabel).width, mode.helpHeight);
     SetText(HelpLabel, mode.helpText);
     if (mode.covered != 0) {
         PutBelow(mode.covered, HelpLabel);
@@ -109,7 +109,7 @@ void AnnotateWindow::Keep() {
     state_.keptText = TextOf(AnnotationBox).substr(0, LongestText);
     state_.isKeepRequested = !state_.isKeepRequested;
     if (state_.isKeepRequested) {
-        EndDialog(Handle(), 0);
+        End();
     }
 }
 
@@ -140,7 +140,7 @@ void AnnotateWindow::OnNotify(const NMHDR& notification) {
 void AnnotateWindow::ReleaseButton() {
     PlaceAnnotation(state_, *this, messages_, TextOf(AnnotationBox), CursorPoint());
     if (state_.mode == EditMode::Crop && MarkCorner(state_, CursorPoint())) {
-        EndDialog(Handle(), 0);
+        End();
     }
 }
 
@@ -152,7 +152,7 @@ PixelPoint AnnotateWindow::CursorPoint() const {
 }
 
 PixelSize AnnotateWindow::PictureControlSize() const {
-    const Control& control = AnnotateWindowControls[0];
+    const OwnedControl& control = Row(PictureControl);
     const RECT size = InPixels({0, 0, control.width, control.height});
     return {size.right, size.bottom};
 }

@@ -9,6 +9,8 @@ namespace lumbrix {
 
 namespace {
 
+using namespace cropdimensions;
+
 class CropDimensions : public Dialog {
   public:
     explicit CropDimensions(PixelRectangle& rectangle) : Dialog(CropDimensionsLayout), rectangle_(rectangle) {}
@@ -18,7 +20,7 @@ class CropDimensions : public Dialog {
         if (id == CropOkButton && IsClick(notification)) {
             rectangle_ =
                 TypedRectangle(TextOf(CropLeftBox), TextOf(CropTopBox), TextOf(CropWidthBox), TextOf(CropHeightBox));
-            EndDialog(Handle(), 0);
+            End();
         }
     }
 

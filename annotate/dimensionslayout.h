@@ -3,9 +3,9 @@
 
 #include "toolkit/layout.h"
 
-namespace lumbrix {
+namespace lumbrix::cropdimensions {
 
-enum CropDimensionsId {
+enum Id : int {
     CropCornerLabel = 1001,
     CropLeftLabel = 1002,
     CropTopLabel = 1003,
@@ -49,4 +49,4 @@ inline constexpr WindowLayout CropDimensionsLayout{
     .controls = CropDimensionsControls,
 };
 
-} // namespace lumbrix
+} // namespace lumbrix::cropdimensions

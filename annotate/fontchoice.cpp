@@ -2,6 +2,7 @@
 #include "annotate/fontchoice.h"
 
 #include "annotate/rules.h"
+#include "toolkit/fontdialog.h"
 
 #include <commdlg.h>
 
@@ -11,24 +12,19 @@
 namespace lumbrix {
 
 void ChooseAnnotationFont(const Dialog& owner, TextStyle& style) {
-    LOGFONTA chosen{};
-    CHOOSEFONTA dialog{};
-    dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = owner.Handle();
-    dialog.lpLogFont = &chosen;
-    dialog.Flags = CF_SCREENFONTS | CF_EFFECTS;
-    if (!ChooseFontA(&dialog)) {
+    const std::optional<FontResult> chosen = ChooseFontOf(owner.Handle(), FontKinds::All);
+    if (!chosen) {
         return;
     }
-    style.fontName = FontNameOrDefault(chosen.lfFaceName);
+    style.fontName = FontNameOrDefault(chosen->face);
     // The height is in pixels already. Taking it for dialog units makes annotations larger than the dialog shows them,
     // and that is how large they have always been.
-    style.fontSize = owner.InPixels({0, 0, 0, std::abs(chosen.lfHeight)}).bottom;
-    style.bold = IsBoldWeight(chosen.lfWeight) ? 1 : 0;
-    style.italic = chosen.lfItalic;
-    style.underline = chosen.lfUnderline;
-    style.strikeout = chosen.lfStrikeOut;
-    SplitColor(dialog.rgbColors, &style.red, &style.green, &style.blue);
+    style.fontSize = owner.InPixels({0, 0, 0, std::abs(chosen->height)}).bottom;
+    style.bold = IsBoldWeight(chosen->weight) ? 1 : 0;
+    style.italic = chosen->italic;
+    style.underline = chosen->underline;
+    style.strikeout = chosen->strikeout;
+    SplitColor(chosen->color, &style.red, &style.green, &style.blue);
 }
 
 void ChooseUnusedColor(const Dialog& owner) {

@@ -6,9 +6,9 @@
 
 #include <array>
 
-namespace lumbrix {
+namespace lumbrix::annotatewindow {
 
-enum AnnotateWindowId {
+enum Id : int {
     PictureControl = 1001,
     AnnotationLabel = 1002,
     AnnotationBox = 1003,
@@ -92,4 +92,4 @@ constexpr const AnnotateModeLayout& LayoutOf(EditMode mode) {
     return AnnotateModeLayouts[static_cast<std::size_t>(mode)];
 }
 
-} // namespace lumbrix
+} // namespace lumbrix::annotatewindow

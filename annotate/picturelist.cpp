@@ -45,17 +45,12 @@ void ShowAsBitmap(HWND control, const std::string& path) {
     }
 }
 
-void Notify(HWND control, UINT code) {
-    NMHDR notification{control, static_cast<UINT_PTR>(GetDlgCtrlID(control)), code};
-    SendMessageA(GetParent(control), WM_NOTIFY, notification.idFrom, reinterpret_cast<LPARAM>(&notification));
-}
-
 bool IsButtonDown() { return GetKeyState(VK_LBUTTON) < 0; }
 
 } // namespace
 
 void SetPreviewImage(HWND window, const std::string& path) {
-    const HWND control = GetDlgItem(window, PictureControl);
+    const HWND control = GetDlgItem(window, annotatewindow::PictureControl);
     std::string url = path;
     LVBKIMAGEA background{};
     background.ulFlags = LVBKIF_SOURCE_URL | LVBKIF_STYLE_NORMAL;
@@ -68,42 +63,42 @@ void SetPreviewImage(HWND window, const std::string& path) {
     UpdateWindow(control);
 }
 
-void ButtonWatch::Attach(HWND control) { SetWindowSubclass(control, Procedure, 0, reinterpret_cast<DWORD_PTR>(this)); }
-
-LRESULT CALLBACK ButtonWatch::Procedure(HWND control, UINT message, WPARAM first, LPARAM second, UINT_PTR /*id*/,
-                                        DWORD_PTR watch) {
-    return reinterpret_cast<ButtonWatch*>(watch)->Handle(control, message, first, second);
-}
-
-LRESULT ButtonWatch::Handle(HWND control, UINT message, WPARAM first, LPARAM second) {
+LRESULT ButtonWatch::OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) {
     if (message == WM_LBUTTONDBLCLK) {
         message = WM_LBUTTONDOWN; // nothing here can be double-clicked; it is a press like the one before
     }
     if (message == WM_LBUTTONDOWN) {
         isPressed_ = true;
-        Notify(control, NM_LDOWN);
+        Notify(NM_LDOWN);
     }
-    const LRESULT result = PassOn(control, message, first, second);
+    const LRESULT result = PassInside(message, wordParameter, longParameter);
     // A control that waits for the release within its answer to the press swallows the message of it.
     if (message == WM_LBUTTONUP || (message == WM_LBUTTONDOWN && !IsButtonDown())) {
-        Release(control);
+        Release();
     }
     return result;
 }
 
-LRESULT ButtonWatch::PassOn(HWND control, UINT message, WPARAM first, LPARAM second) {
+LRESULT ButtonWatch::PassInside(UINT message, WPARAM wordParameter, LPARAM longParameter) {
     ++messagesInside_;
-    const LRESULT result = DefSubclassProc(control, message, first, second);
+    const LRESULT result = PassOn(message, wordParameter, longParameter);
     --messagesInside_;
     return result;
 }
 
-void ButtonWatch::Release(HWND control) {
+void ButtonWatch::Release() {
     if (isPressed_) {
         isPressed_ = false;
         isNotifyingRelease_ = true;
-        Notify(control, NM_RELEASEDCAPTURE);
+        Notify(NM_RELEASEDCAPTURE);
     }
+}
+
+void ButtonWatch::Notify(UINT code) const {
+    const HWND control = Watched();
+    const auto id = static_cast<UINT_PTR>(GetDlgCtrlID(control));
+    const NMHDR notification{control, id, code};
+    SendMessageA(GetParent(control), WM_NOTIFY, id, reinterpret_cast<LPARAM>(&notification));
 }
 
 } // namespace lumbrix

@@ -1,6 +1,8 @@
 // The list view that shows a picture behind its icons, of which it has none: its marquee is the rubber band of a crop.
 #pragma once
 
+#include "toolkit/controlwatch.h"
+
 #include <windows.h>
 
 #include <string>
@@ -16,20 +18,17 @@ void SetPreviewImage(HWND window, const std::string& path);
 // Sees to it that a press of the left button is notified once as NM_LDOWN, and its release once as NM_RELEASEDCAPTURE:
 // the control itself does not notify a press, and notifies the release of the mouse when it pleases: at the press of
 // either button, at the beginning of a marquee or at its end.
-class ButtonWatch {
+class ButtonWatch : public ControlWatch {
   public:
-    void Attach(HWND control);
-
     // Whether the NM_RELEASEDCAPTURE that was just notified is about the release of the left button; to be asked once
     // for each. What the control notifies while it works off a message of its own is about one of those other moments.
     bool IsRelease() { return std::exchange(isNotifyingRelease_, false) || messagesInside_ == 0; }
 
   private:
-    static LRESULT CALLBACK Procedure(HWND control, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
-                                      DWORD_PTR watch);
-    LRESULT Handle(HWND control, UINT message, WPARAM first, LPARAM second);
-    LRESULT PassOn(HWND control, UINT message, WPARAM first, LPARAM second);
-    void Release(HWND control);
+    LRESULT OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) override;
+    LRESULT PassInside(UINT message, WPARAM wordParameter, LPARAM longParameter);
+    void Notify(UINT code) const;
+    void Release();
 
     bool isPressed_ = false;
     bool isNotifyingRelease_ = false;

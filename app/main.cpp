@@ -2,6 +2,7 @@
 #include "imaging/exports/internal.h"
 #include "mainwindow/mainwindow.h"
 #include "platform/cleanup.h"
+#include "toolkit/handles.h"
 
 #include <windows.h>
 
@@ -16,20 +17,19 @@ static_assert(ControlClasses == 2559);
 
 // The library of common controls has grown; an old one knows only the older call.
 void InitialiseCommonControls() {
-    const HMODULE library = LoadLibraryA("COMCTL32.DLL");
-    if (library == nullptr) {
+    const lumbrix::OwnedModule library(LoadLibraryA("COMCTL32.DLL"));
+    if (!library) {
         return;
     }
     using InitialiseClasses = BOOL(WINAPI*)(const INITCOMMONCONTROLSEX*);
-    const auto initialiseClasses =
-        reinterpret_cast<InitialiseClasses>(reinterpret_cast<void*>(GetProcAddress(library, "InitCommonControlsEx")));
+    const auto initialiseClasses = reinterpret_cast<InitialiseClasses>(
+        reinterpret_cast<void*>(GetProcAddress(library.Get(), "InitCommonControlsEx")));
     if (initialiseClasses != nullptr) {
         const INITCOMMONCONTROLSEX classes{sizeof classes, ControlClasses};
         initialiseClasses(&classes);
     } else {
         InitCommonControls();
     }
-    FreeLibrary(library);
 }
 
 void RunProgram() {

@@ -5,9 +5,9 @@
 
 #include <array>
 
-namespace lumbrix {
+namespace lumbrix::mainwindow {
 
-enum MainWindowId {
+enum Id : int {
     SingleFileLabel = 1001,
     TargetLabel = 1002,
     SourceFileBox = 1003,
@@ -111,4 +111,4 @@ inline constexpr WindowLayout MainWindowLayout{
     .controls = MainWindowControls,
 };
 
-} // namespace lumbrix
+} // namespace lumbrix::mainwindow

@@ -21,6 +21,8 @@ namespace lumbrix {
 
 namespace {
 
+using namespace mainwindow;
+
 constexpr const char* InitialHeight = "512";
 
 class MainWindow : public Dialog, private Order, private ActionWindows {
@@ -41,7 +43,7 @@ class MainWindow : public Dialog, private Order, private ActionWindows {
     void ApplyOutputType();
     void RotateAndFlip();
 
-    template <std::size_t Count> std::array<bool, Count> ChecksOf(const std::array<MainWindowId, Count>& ids) const {
+    template <std::size_t Count> std::array<bool, Count> ChecksOf(const std::array<Id, Count>& ids) const {
         std::array<bool, Count> checks;
         for (std::size_t i = 0; i < Count; ++i) {
             checks[i] = IsChecked(ids[i]);

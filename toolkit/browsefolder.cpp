@@ -1,6 +1,8 @@
 // The platform's dialogs around windows: choosing a folder, and the window's icon.
 #include "toolkit/browsefolder.h"
 
+#include "toolkit/handles.h"
+
 #include <objbase.h>
 #include <shlobj.h>
 
@@ -9,6 +11,8 @@ namespace lumbrix {
 namespace {
 
 constexpr std::size_t LongestText = 259;
+
+using OwnedItemList = Owned<LPITEMIDLIST, CoTaskMemFree>;
 
 std::string browseCaption;
 std::string lastBrowsedFolder;
@@ -33,9 +37,8 @@ std::string BrowseForFolder(HWND owner, const std::string& prompt, const std::st
     info.lpfn = OnBrowsing;
     info.lParam = lastBrowsedFolder.empty() ? 0 : reinterpret_cast<LPARAM>(lastBrowsedFolder.c_str());
     char path[MAX_PATH] = "";
-    if (const LPITEMIDLIST chosen = SHBrowseForFolderA(&info)) {
-        SHGetPathFromIDListA(chosen, path);
-        CoTaskMemFree(chosen);
+    if (const OwnedItemList chosen(SHBrowseForFolderA(&info)); chosen) {
+        SHGetPathFromIDListA(chosen.Get(), path);
     }
     const std::string folder = path;
     if (!folder.empty()) {

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <memory>
 #include <utility>
 
 namespace lumbrix {
@@ -39,6 +40,16 @@ using OwnedBrush = Owned<HBRUSH, DeleteObject>;
 using OwnedBitmap = Owned<HBITMAP, DeleteObject>;
 using OwnedContext = Owned<HDC, DeleteDC>; // one that was created
 using OwnedFont = Owned<HFONT, DeleteObject>;
+
+using OwnedFile = Owned<HANDLE, CloseHandle>;
+using OwnedModule = Owned<HMODULE, FreeLibrary>;
+
+struct ReleaseInterface {
+    template <class Interface> void operator()(Interface* interface_) const { interface_->Release(); }
+};
+
+// Owns one reference to an object of COM.
+template <class Interface> using OwnedInterface = std::unique_ptr<Interface, ReleaseInterface>;
 
 // The device context of a window, or of the screen for null.
 class WindowContext {

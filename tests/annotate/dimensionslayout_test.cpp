@@ -6,6 +6,7 @@
 namespace {
 
 using namespace lumbrix;
+using namespace lumbrix::cropdimensions;
 
 TEST(CropDimensionsTable, HasElevenControlsNumberedInTheirOrder) {
     int id = 1001;

@@ -9,6 +9,7 @@
 namespace {
 
 using namespace lumbrix;
+using namespace lumbrix::annotatewindow;
 
 constexpr EditMode Modes[] = {EditMode::Annotate, EditMode::Crop, EditMode::Cropped};
 

@@ -9,6 +9,7 @@
 namespace {
 
 using namespace lumbrix;
+using namespace lumbrix::mainwindow;
 
 const Control& Row(int id) {
     for (const Control& control : MainWindowControls) {

@@ -19,12 +19,10 @@ class PreviewPicture : public testing::Test {
     // What the pane shows at a place once a picture is drawn on it.
     COLORREF DrawnAt(int width, int height, const RgbAt& colorAt, int x, int y) {
         WriteBytes(folder_ / "picture.bmp", MakeBmp(width, height, colorAt));
-        IPicture* picture = nullptr;
-        LoadPreviewPicture((folder_ / "picture.bmp").string(), picture);
+        const OwnedInterface<IPicture> picture = LoadPreviewPicture((folder_ / "picture.bmp").string());
         EXPECT_NE(picture, nullptr);
         ClearPreviewPane(pane_.Handle());
         DrawPreview(pane_.Handle(), *picture);
-        LoadPreviewPicture("", picture);
         return pane_.PixelAt(x, y);
     }
 

@@ -10,6 +10,8 @@
 
 namespace tests {
 
+using namespace lumbrix::annotatewindow;
+
 // A file as its folder lists it.
 struct ListedFile {
     std::uint64_t bytes;
@@ -51,8 +53,8 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
 
     // Chooses source and target and presses a button of the main window.
     OpenWindow Open(int button, const std::string& source, const std::string& target) const {
-        program_.SetText(lumbrix::SourceFileBox, source);
-        program_.SetText(lumbrix::TargetBox, target);
+        program_.SetText(SourceFileBox, source);
+        program_.SetText(TargetBox, target);
         program_.BeginClick(button);
         return Opened(program_.Further());
     }
@@ -64,13 +66,13 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
     }
 
     static POINT On(const OpenWindow& window, int x, int y) {
-        return ScreenPointOf(window.Item(lumbrix::PictureControl), {x, y});
+        return ScreenPointOf(window.Item(PictureControl), {x, y});
     }
 
     // How many pixels of a picture of this size one pixel of the control stands for.
     static double ScaleOf(const OpenWindow& window, int width, int height) {
         RECT control{};
-        GetClientRect(window.Item(lumbrix::PictureControl), &control);
+        GetClientRect(window.Item(PictureControl), &control);
         return std::max(
             {1.0, static_cast<double>(width) / control.right, static_cast<double>(height) / control.bottom});
     }
@@ -78,11 +80,11 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
     // Clicks on the picture with the other button.
     static void ClickRightOn(const OpenWindow& window, int x, int y) {
         MoveMouse(On(window, x, y));
-        const HWND picture = window.Item(lumbrix::PictureControl);
+        const HWND picture = window.Item(PictureControl);
         PostMessageA(picture, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(x, y));
         PostMessageA(picture, WM_RBUTTONUP, 0, MAKELPARAM(x, y));
         // Behind them in the line.
-        const HWND box = window.Item(lumbrix::AnnotationBox);
+        const HWND box = window.Item(AnnotationBox);
         SendMessageA(box, EM_SETMODIFY, FALSE, 0);
         PostMessageA(box, EM_SETMODIFY, TRUE, 0);
         EXPECT_TRUE(WaitFor([&] { return SendMessageA(box, EM_GETMODIFY, 0, 0) != 0; }));
@@ -99,7 +101,7 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
     // Once no further window is open and the action of the main window has ended: a click that waits in line is worked
     // off only then.
     void WaitForTheEnd() const {
-        const int box = lumbrix::FlipVerticalCheck;
+        const int box = FlipVerticalCheck;
         EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
         const bool wasChecked = program_.IsChecked(box);
         program_.BeginClick(box);

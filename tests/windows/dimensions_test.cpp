@@ -6,6 +6,7 @@
 namespace {
 
 using namespace lumbrix;
+using namespace lumbrix::cropdimensions;
 using namespace tests;
 
 class CropDimensions : public OwnTemporaryFiles, public ProgramTest {

@@ -8,6 +8,8 @@
 
 namespace tests {
 
+using namespace lumbrix::mainwindow;
+
 // A picture of one blue pixel over a red one.
 inline const std::string
     SmallBmp("BM\x3E\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\1\0\0\0\2\0\0\0\1\0\x18\0\0\0\0\0\x08\0\0\0\0\0\0\0"
