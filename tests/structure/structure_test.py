@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Reads the includes of all sources and fails on an arrow between rooms that must not be.
+"""Reads the includes of all sources and what is linked, and fails on an arrow between rooms that must not be.
 
 Usage: structure_test.py ROOT
 """
@@ -13,7 +13,7 @@ from pathlib import Path
 ROOMS = ["app", "mainwindow", "annotate", "freeedit", "draw", "desktop", "batch", "imaging/gdiplus", "imaging/exports",
          "imaging", "imaginglibrary", "toolkit", "platform", "base", "cli"]
 WINDOWS = {"mainwindow", "annotate", "freeedit", "draw", "desktop"}
-ENGINE = {"imaging", "imaging/gdiplus", "imaging/exports", "platform"}
+ENGINE = {"imaging", "imaging/exports", "platform"}
 
 # Which rooms the files of a room may include, besides their own.
 MAY_KNOW = {
@@ -29,6 +29,9 @@ MAY_KNOW = {
 }
 # What everybody may use, but for the imaging library, which knows nobody.
 MAY_KNOW = {"base": set(), "imaginglibrary": set(), **{room: known | {"base"} for room, known in MAY_KNOW.items()}}
+# The bindings hold the loaded imaging library, so a program that linked them would hold another one beside the engine's.
+BINDINGS = re.compile(r"\blumbrix_(?:bindings|engine)\b|gdiplus/bindings\.cpp")
+MAY_HAVE_BINDINGS = ("imaging", "imaging/exports", "imaging/gdiplus", "tests/imaging")
 WINDOWS_HEADERS = re.compile(r"(windows|win\w+|comm\w+|sh[el]\w+|ole\w*|obj\w+|unknwn|richedit|mmsystem)\.h", re.IGNORECASE)
 MAY_INCLUDE_WINDOWS = WINDOWS | {"app", "toolkit"}
 LONGEST_FILE = 500
@@ -45,9 +48,28 @@ def sources(root):
     return [name for name in names if name.endswith(ENDINGS) and not name.startswith("out/")]
 
 
+def build_files(root):
+    names = [str(path.relative_to(root)) for path in root.rglob("*") if path.is_file()]
+    return [name for name in names if name.endswith(("CMakeLists.txt", ".cmake")) and not name.startswith("out/")]
+
+
+def folder_of(name):
+    return name.rpartition("/")[0]
+
+
+def faults_of_links(root):
+    """One sentence per build file outside the engine that names the bindings, or what is made of them."""
+    faults = []
+    for name in build_files(root):
+        text = re.sub(r"#.*", "", (root / name).read_text())
+        if folder_of(name) not in MAY_HAVE_BINDINGS:
+            faults += [f"{name} names {target}" for target in sorted(set(BINDINGS.findall(text)))]
+    return faults
+
+
 def faults_of(root):
     """One sentence per fault found below a folder."""
-    faults = []
+    faults = faults_of_links(root)
     for name in sources(root):
         text = (root / name).read_text()
         room = room_of(name)
@@ -55,9 +77,13 @@ def faults_of(root):
             faults.append(f"{name} has more than {LONGEST_FILE} lines")
         if not text.startswith(("//", "/*")):
             faults.append(f"{name} does not begin with a sentence about what lives in it")
+        included_names = INCLUDE.findall(text)
+        has_bindings = any(included.startswith("imaging/gdiplus/") for included in included_names)
+        if has_bindings and folder_of(name) not in MAY_HAVE_BINDINGS:
+            faults.append(f"{name} includes the bindings")
         if room is None:
             continue
-        for included in INCLUDE.findall(text):
+        for included in included_names:
             if ".." in included:
                 faults.append(f"{name} includes {included}: paths begin at the root")
             if WINDOWS_HEADERS.fullmatch(included):
@@ -85,7 +111,7 @@ class PlantedFaults(unittest.TestCase):
     def faults(self, name, text):
         with tempfile.TemporaryDirectory() as folder:
             path = Path(folder) / name
-            path.parent.mkdir(parents=True)
+            path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(text)
             return faults_of(Path(folder))
 
@@ -98,6 +124,39 @@ class PlantedFaults(unittest.TestCase):
     def test_engine_must_not_know_the_imaging_library(self):
         self.expect_fault("imaging/a.cpp", '// A.\n#include "imaginglibrary/core/status.h"\n',
                           "imaging/a.cpp includes imaginglibrary/core/status.h: imaging must not know imaginglibrary")
+
+    def test_bindings_are_included_by_the_engine_alone(self):
+        include = '// A.\n#include "imaging/gdiplus/bindings.h"\n'
+        for name in ("imaging/a.cpp", "imaging/gdiplus/a.cpp", "tests/imaging/a.cpp"):
+            self.assertEqual(self.faults(name, include), [])
+        self.expect_fault("tests/freeedit/a.cpp", include, "tests/freeedit/a.cpp includes the bindings")
+        self.expect_fault("examples/a.cpp", '// A.\n#include <imaging/gdiplus/flattypes.h>\n',
+                          "examples/a.cpp includes the bindings")
+        self.assertEqual(self.faults("freeedit/a.cpp", include),
+                         ["freeedit/a.cpp includes the bindings",
+                          "freeedit/a.cpp includes imaging/gdiplus/bindings.h: freeedit must not know imaging/gdiplus"])
+        self.assertIn("app/a.cpp includes the bindings", self.faults("app/a.cpp", include))
+
+    def test_bindings_are_linked_by_the_engine_alone(self):
+        link = "target_link_libraries(a PRIVATE {})\n"
+        for folder in ("imaging", "imaging/exports", "tests/imaging"):
+            for target in ("lumbrix_bindings", "lumbrix_engine"):
+                self.assertEqual(self.faults(f"{folder}/CMakeLists.txt", link.format(target)), [])
+        self.expect_fault("freeedit/CMakeLists.txt", link.format("lumbrix_bindings"),
+                          "freeedit/CMakeLists.txt names lumbrix_bindings")
+        self.expect_fault("app/CMakeLists.txt", link.format("lumbrix lumbrix_engine"),
+                          "app/CMakeLists.txt names lumbrix_engine")
+        self.expect_fault("tests/windows/CMakeLists.txt", link.format("lumbrix_engine"),
+                          "tests/windows/CMakeLists.txt names lumbrix_engine")
+        self.expect_fault("CMakeLists.txt", link.format("lumbrix_engine"), "CMakeLists.txt names lumbrix_engine")
+        self.expect_fault("draw/CMakeLists.txt", "add_library(d ../imaging/gdiplus/bindings.cpp)\n",
+                          "draw/CMakeLists.txt names gdiplus/bindings.cpp")
+        self.expect_fault("cmake/Lumbrix.cmake", link.format("lumbrix_engine"),
+                          "cmake/Lumbrix.cmake names lumbrix_engine")
+        self.assertEqual(self.faults("app/CMakeLists.txt", "# not lumbrix_engine\n" + link.format("lumbrix_engines")), [])
+
+    def test_build_files_are_read(self):
+        self.assertGreater(len(build_files(Path(__file__).resolve().parents[2])), 20)
 
     def test_imaging_library_knows_nobody(self):
         self.expect_fault("imaginglibrary/core/a.h", '// A.\n#include "platform/text.h"\n',
