@@ -8,7 +8,8 @@
 
 namespace lumbrix {
 
-// Raised by file operations that can fail. `Number` is the system's error number, `what()` a text for people.
+// Raised by file operations that can fail. `Number` is the system's error number, `what()` a text for people: what
+// cannot be done with which file, and the system's reason.
 class RuntimeError : public std::runtime_error {
   public:
     RuntimeError(int number, const std::string& text) : std::runtime_error(text), number_(number) {}
@@ -18,6 +19,9 @@ class RuntimeError : public std::runtime_error {
   private:
     int number_;
 };
+
+// What the system says about one of its error numbers, in its own words, on one line without a stop at its end.
+std::string SystemReason(int number);
 
 // Runs the body until its end or its first RuntimeError, and gives back that error, or nothing. Whatever else the body
 // throws goes on.

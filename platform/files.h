@@ -47,7 +47,8 @@ void WriteWholeFile(const std::string& path, const std::string& bytes);
 void AppendToFile(const std::string& path, const std::string& bytes);
 
 // Copies the bytes of a file to another name; should the source be hidden or read-only, the copy is not. A file of that
-// name is replaced in one step, so a failure leaves it as it was. Raises on an empty name, and where the copy cannot be
+// name is replaced in one step, by a copy that is on the disk by then, so neither a failure nor a loss of power leaves
+// anything but the one or the other. Raises on an empty name, and where the copy cannot be
 // made.
 void DuplicateFile(const std::string& source, const std::string& target);
 

@@ -18,7 +18,7 @@ namespace lumbrix {
 namespace {
 
 [[noreturn]] void Raise(int number, const char* action, const std::string& path) {
-    throw RuntimeError(number, std::string(action) + " " + path + ": " + std::strerror(number));
+    throw RuntimeError(number, std::string(action) + " " + path + ": " + SystemReason(number));
 }
 
 void WriteAt(const std::string& path, const std::string& bytes, int flags) {
@@ -58,7 +58,20 @@ std::vector<std::string> List(const std::string& folder) {
     return names;
 }
 
+// Sees to it that a file's bytes are on the disk. Gives back the error number, 0 for none.
+int FlushToDisk(const std::string& path) {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return errno;
+    }
+    const int number = fsync(file) == 0 ? 0 : errno;
+    close(file);
+    return number;
+}
+
 } // namespace
+
+std::string SystemReason(int number) { return std::strerror(number); }
 
 void RemoveFile(const std::string& path) {
     if (unlink(path.c_str()) != 0) {
@@ -113,7 +126,10 @@ void DuplicateFile(const std::string& source, const std::string& target) {
     const std::string beside = folder + "IMG" + HexadecimalDigits() + ".tmp"; // short whatever the target's name
     std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
     if (!target.empty() && std::filesystem::copy_file(source, beside, error)) {
-        std::filesystem::rename(beside, target, error);
+        error.assign(FlushToDisk(beside), std::generic_category());
+        if (!error) {
+            std::filesystem::rename(beside, target, error);
+        }
     }
     if (error) {
         unlink(beside.c_str());

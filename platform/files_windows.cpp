@@ -13,7 +13,8 @@ namespace {
 constexpr DWORD Invisible = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
 
 [[noreturn]] void Raise(const char* action, const std::string& path) {
-    throw RuntimeError(static_cast<int>(GetLastError()), std::string(action) + " " + path);
+    const int number = static_cast<int>(GetLastError());
+    throw RuntimeError(number, std::string(action) + " " + path + ": " + SystemReason(number));
 }
 
 struct CloseFile {
@@ -84,7 +85,31 @@ std::vector<std::string> Matches(const std::string& pattern) {
     return names;
 }
 
+// Sees to it that a file's bytes are on the disk. False where they cannot be brought there, with the system's error.
+bool FlushToDisk(const std::string& path) {
+    const HANDLE opened = CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (opened == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    const bool isFlushed = FlushFileBuffers(opened) != 0;
+    const DWORD error = GetLastError();
+    CloseHandle(opened);
+    SetLastError(error);
+    return isFlushed;
+}
+
 } // namespace
+
+std::string SystemReason(int number) {
+    char text[512] = "";
+    const DWORD length =
+        FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
+                       nullptr, static_cast<DWORD>(number), 0, text, sizeof text, nullptr);
+    const std::string reason(text, length);
+    const std::size_t last = reason.find_last_not_of(" .\r\n");
+    return last == std::string::npos ? "error " + std::to_string(number) : reason.substr(0, last + 1);
+}
 
 void RemoveFile(const std::string& path) {
     const DWORD attributes = GetFileAttributesA(path.c_str());
@@ -159,7 +184,7 @@ void DuplicateFile(const std::string& source, const std::string& target) {
     }
     const std::string beside = NewFileIn(FolderOf(target), "IMG"); // short whatever the target's name
     if (!CopyFileA(source.c_str(), beside.c_str(), FALSE) ||
-        !SetFileAttributesA(beside.c_str(), FILE_ATTRIBUTE_NORMAL) ||
+        !SetFileAttributesA(beside.c_str(), FILE_ATTRIBUTE_NORMAL) || !FlushToDisk(beside) ||
         !MoveFileExA(beside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) {
         const DWORD error = GetLastError();
         DeleteFileA(beside.c_str());

@@ -36,6 +36,32 @@ TEST(Trap, LetsOtherExceptionsPass) {
     EXPECT_THROW(trap([] { throw std::logic_error("a mistake"); }), std::logic_error);
 }
 
+// The reason in the error's text, behind what could not be done.
+std::string ReasonOf(const std::optional<RuntimeError>& error, const std::string& action) {
+    const std::string text = error ? error->what() : "";
+    EXPECT_EQ(text.substr(0, action.size()), action);
+    return text.substr(std::min(text.size(), action.size()));
+}
+
+TEST_F(PlatformFiles, ErrorsGiveTheSystemsReason) {
+    WriteBytes(folder_ / "file", "");
+    const std::string missing =
+        ReasonOf(trap([&] { RemoveFile(Path("none")); }), "cannot delete " + Path("none") + ": ");
+    const std::string occupied =
+        ReasonOf(trap([&] { MakeFolders(Path("file")); }), "cannot make " + Path("file") + ": ");
+    EXPECT_NE(missing.find("ile"), std::string::npos) << missing;
+    EXPECT_NE(missing, occupied);
+    for (const std::string& reason : {missing, occupied}) {
+        EXPECT_GT(reason.size(), 8u);
+        EXPECT_EQ(reason.find_first_of("\r\n"), std::string::npos) << reason;
+        EXPECT_EQ(reason.find_last_not_of(". "), reason.size() - 1) << reason;
+    }
+}
+
+TEST(SystemReason, NumberThatMeansNothingIsToldItself) {
+    EXPECT_NE(SystemReason(987654321).find("987654321"), std::string::npos);
+}
+
 TEST_F(PlatformFiles, RemovingAMissingFileRaises) { EXPECT_THROW(RemoveFile(Path("none")), RuntimeError); }
 
 TEST_F(PlatformFiles, WritingKeepsWhatStandsBehind) {
