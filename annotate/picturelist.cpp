@@ -22,12 +22,15 @@ OwnedBitmap LoadPicture(const std::string& path) {
     const WindowContext screen(nullptr);
     const OwnedContext context(CreateCompatibleDC(screen.Get()));
     OwnedBitmap bitmap(CreateCompatibleBitmap(screen.Get(), width, height));
-    const HGDIOBJ before = SelectObject(context.Get(), bitmap.Get());
-    const RECT all{0, 0, width, height};
-    FillRect(context.Get(), &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
-    const bool isDrawn = DrawImageFile(path.c_str(), context.Get()) == 0;
-    SelectObject(context.Get(), before);
-    return isDrawn ? std::move(bitmap) : OwnedBitmap();
+    {
+        const SelectedObject selected(context.Get(), bitmap.Get());
+        const RECT all{0, 0, width, height};
+        FillRect(context.Get(), &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+        if (DrawImageFile(path.c_str(), context.Get()) != 0) {
+            return {};
+        }
+    }
+    return bitmap;
 }
 
 bool SetBackground(HWND control, const LVBKIMAGEA& background) {

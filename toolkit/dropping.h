@@ -11,6 +11,6 @@
 namespace lumbrix {
 
 // The paths in their order, 254 characters at most each, without plain folders. Ends the drop.
-std::vector<std::string> TakeDroppedFiles(HDROP files);
+std::vector<std::string> TakeDroppedFiles(HDROP dropped);
 
 } // namespace lumbrix

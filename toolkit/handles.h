@@ -66,4 +66,17 @@ class WindowContext {
     HDC context_;
 };
 
+// Has an object selected in a device context, and the one before again behind it.
+class SelectedObject {
+  public:
+    SelectedObject(HDC context, HGDIOBJ object) : context_(context), before_(SelectObject(context, object)) {}
+    ~SelectedObject() { SelectObject(context_, before_); }
+    SelectedObject(const SelectedObject&) = delete;
+    SelectedObject& operator=(const SelectedObject&) = delete;
+
+  private:
+    HDC context_;
+    HGDIOBJ before_;
+};
+
 } // namespace lumbrix
