@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -25,6 +26,9 @@ class FakeWindows : public ActionWindows, public PictureView {
     FakeWindows(FakeOrder& order, AnnotateState& state) : order_(order), state_(state) {}
 
     PixelSize RefreshSizeLabel() override {
+        if (labelled) {
+            return *labelled;
+        }
         PixelSize size;
         GetImageDimensions(order_.sourceFile.c_str(), &size.width, &size.height);
         return size;
@@ -51,6 +55,7 @@ class FakeWindows : public ActionWindows, public PictureView {
         PlaceAnnotation(state_, *this, messages, text, place);
     }
 
+    std::optional<PixelSize> labelled; // in place of the source's own size
     std::vector<std::function<void()>> inside;
     Opened opened;
 
@@ -109,6 +114,33 @@ TEST_F(AnnotateAction, WithoutASourceNothingOpens) {
     RunAnnotate();
     EXPECT_EQ(windows_.opened, Opened{});
     EXPECT_FALSE(Exists("target.png"));
+}
+
+TEST_F(AnnotateAction, PictureWithoutWidthOrHeightOpensNothing) {
+    for (const PixelSize size : {PixelSize{60, 0}, {0, 40}, {-1, 40}}) {
+        windows_.labelled = size;
+        RunAnnotate();
+        RunCrop();
+    }
+    EXPECT_EQ(windows_.opened, Opened{});
+}
+
+TEST_F(AnnotateAction, StagesOfTheOneBeforeAreForgotten) {
+    RunAnnotate();
+    RunAnnotate();
+    EXPECT_EQ(state_.stages.size(), 1u);
+    EXPECT_EQ(windows_.opened, (Opened{"Annotate image 0 60x40", "Annotate image 0 60x40"}));
+}
+
+TEST_F(AnnotateAction, PathsAreCutAt259Characters) {
+    order_.sourceFile = Path("source.png") + std::string(300, 'x');
+    order_.target = Path("target.png") + std::string(300, 'x');
+    windows_.labelled = PixelSize{60, 40};
+    RunAnnotate();
+    EXPECT_EQ(state_.stages[0].source, order_.sourceFile.substr(0, 259));
+    RunCrop();
+    EXPECT_EQ(state_.stages[0].source, order_.sourceFile.substr(0, 259));
+    EXPECT_EQ(state_.stages[0].result, order_.target.substr(0, 259));
 }
 
 TEST_F(AnnotateAction, LatestAnnotationReachesTheTargetAsJpeg) {

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <set>
 
 namespace {
 
@@ -242,6 +243,20 @@ TEST_F(Placing, FontStylesAndColorAreThoseChosen) {
     const BmpView picture = ReadPicture(Path("result.tmp"));
     const Rgb line = picture.At((styled.left + styled.right) / 2, styled.bottom - 1);
     EXPECT_GT(line.red, line.green + 100);
+}
+
+TEST_F(Placing, EachStyleChangesTheText) {
+    Open(400, 200);
+    Place("HHH");
+    std::set<std::string> seen{ReadBytes(folder_ / "result.tmp")};
+    for (std::int32_t TextStyle::*style :
+         {&TextStyle::bold, &TextStyle::italic, &TextStyle::underline, &TextStyle::strikeout}) {
+        state_.textStyle = {};
+        state_.textStyle.*style = 1;
+        Place("HHH");
+        seen.insert(ReadBytes(folder_ / "result.tmp"));
+    }
+    EXPECT_EQ(seen.size(), 5u);
 }
 
 TEST_F(Placing, PointerWaitsUntilBothPicturesAreMade) {
