@@ -1,16 +1,8 @@
 // The commands that draw on a picture: annotate and stamp.
 #include "cli/drawing.h"
 
-#include "cli/causes.h"
 #include "cli/formats.h"
 #include "cli/numbers.h"
-#include "cli/options.h"
-#include "cli/sources.h"
-#include "cli/system.h"
-#include "cli/writing.h"
-#include "imaging/exports/lumbrix.h"
-
-#include <filesystem>
 
 namespace lumbrix::cli {
 
@@ -47,57 +39,46 @@ void RequireText(const std::string& text) {
     }
 }
 
-void RequireFont(const std::string& font, const std::string& target) {
-    if (lumbrix_has_font(font.c_str()) == 0) {
-        throw Failure{"cannot write " + target + ": the font '" + font + "' is not installed"};
-    }
-}
-
-void RefuseStampAsTarget(const std::string& stamp, const std::string& target) {
-    std::error_code error;
-    if (std::filesystem::equivalent(PathOf(stamp), PathOf(target), error)) {
-        throw Failure{"cannot write " + target + ": it is the stamp itself"};
-    }
-}
-
 } // namespace
 
 int RunAnnotate(const Arguments& arguments) {
     const std::string& source = arguments[0];
     const std::string& target = arguments[1];
     const std::string& text = arguments[4];
-    FormatOfTarget(target);
+    RequireName(source);
+    RequireFormat(target);
     const float x = Position(arguments[2], "X");
     const float y = Position(arguments[3], "Y");
     RequireText(text);
     const Lettering lettering = LetteringFrom(arguments);
-    const Color& color = lettering.color;
-    SizeOf(source);
-    RequireFont(lettering.font, target);
-    WriteInOneStep(source, target, [&](const std::string& temporary) {
-        const DrawableSource drawable(source);
-        return AnnotateImage(drawable.File().c_str(), temporary.c_str(), x, y, text.c_str(), lettering.font.c_str(),
-                             lettering.size, arguments.Has("--bold"), arguments.Has("--italic"),
-                             arguments.Has("--underline"), arguments.Has("--strikeout"), lettering.alpha, color.blue,
-                             color.green, color.red);
-    });
+    const lumbrix_annotation annotation{
+        .x = x,
+        .y = y,
+        .text = text.c_str(),
+        .font = lettering.font.c_str(),
+        .font_size = lettering.size,
+        .bold = arguments.Has("--bold"),
+        .italic = arguments.Has("--italic"),
+        .underline = arguments.Has("--underline"),
+        .strikeout = arguments.Has("--strikeout"),
+        .alpha = lettering.alpha,
+        .red = lettering.color.red,
+        .green = lettering.color.green,
+        .blue = lettering.color.blue,
+    };
+    Job job(arguments);
+    job.ExpectOrWarn(lumbrix_annotate(source.c_str(), target.c_str(), &annotation, job.Get()));
     return 0;
 }
 
 int RunStamp(const Arguments& arguments) {
     const std::string& source = arguments[0];
     const std::string& target = arguments[1];
-    const std::string& stamp = arguments[4];
-    FormatOfTarget(target);
-    const float x = Position(arguments[2], "X");
-    const float y = Position(arguments[3], "Y");
-    SizeOf(source);
-    ExpectIntact(stamp); // a damaged one would be left out in silence
-    RefuseStampAsTarget(stamp, target);
-    WriteInOneStep(source, target, [&](const std::string& temporary) {
-        const DrawableSource drawable(source);
-        return StampImage(drawable.File().c_str(), temporary.c_str(), x, y, stamp.c_str());
-    });
+    RequireName(source);
+    RequireFormat(target);
+    const lumbrix_stamp_place place{arguments[4].c_str(), Position(arguments[2], "X"), Position(arguments[3], "Y")};
+    Job job(arguments);
+    job.ExpectOrWarn(lumbrix_stamp(source.c_str(), target.c_str(), &place, job.Get()));
     return 0;
 }
 

@@ -1,6 +1,7 @@
 // The commands that draw on a picture: annotate and stamp.
 #pragma once
 
+#include "cli/job.h"
 #include "cli/options.h"
 
 namespace lumbrix::cli {
@@ -14,6 +15,7 @@ inline constexpr Option AnnotateOptions[] = {
     {"--strikeout", nullptr, "letters struck out"},
     {"--color", "RRGGBB", "six hexadecimal digits (000000, black)"},
     {"--alpha", "N", "from 1, faint, to 255, opaque (255)"},
+    StrictOption,
 };
 
 int RunAnnotate(const Arguments& arguments);

@@ -1,14 +1,13 @@
 // The command that converts every picture of a folder, several files at a time.
 #include "cli/folder.h"
 
-#include "cli/causes.h"
 #include "cli/folderplan.h"
 #include "cli/formats.h"
 #include "cli/interrupt.h"
+#include "cli/job.h"
 #include "cli/numbers.h"
 #include "cli/options.h"
 #include "cli/progress.h"
-#include "cli/reshaping.h"
 #include "cli/system.h"
 #include "cli/text.h"
 
@@ -30,9 +29,10 @@ constexpr std::int32_t MostJobs = 256;
 struct FolderWork {
     fs::path sourceFolder; // as they were given, for messages to name files that way
     fs::path targetFolder;
-    const Format* format = nullptr;
+    const char* format = nullptr;
     std::int32_t height = 0; // pictures higher than this are made smaller; 0 for none
     bool skipsExisting = false;
+    Job job; // that of each file
     std::int32_t jobs = 1;
 };
 
@@ -51,9 +51,12 @@ FolderWork WorkFrom(const Arguments& arguments) {
     FolderWork work;
     work.sourceFolder = PathOf(arguments[0]);
     work.targetFolder = PathOf(arguments[1]);
-    work.format = &FormatOfWord(arguments[2]);
+    work.format = FormatOfWord(arguments[2]);
     work.height = arguments.Count() > 3 ? PositiveNumber(arguments[3], "height") : 0;
     work.skipsExisting = arguments.Has("--skip-existing");
+    work.job = Job(arguments);
+    work.job.SetFormat(work.format);
+    work.job.OnlyShrink();
     work.jobs = JobsFrom(arguments);
     return work;
 }
@@ -64,10 +67,10 @@ void ExpectFolders(const FolderWork& work) {
         throw Failure{"cannot read " + NameOf(work.sourceFolder) + ": there is no such folder"};
     }
     if (!fs::is_directory(work.sourceFolder, error)) {
-        throw Failure{"cannot read " + NameOf(work.sourceFolder) + ": it is no folder"};
+        throw Failure{"cannot read " + NameOf(work.sourceFolder) + ": it is not a folder"};
     }
     if (fs::exists(work.targetFolder, error) && !fs::is_directory(work.targetFolder, error)) {
-        throw Failure{"cannot write into " + NameOf(work.targetFolder) + ": it is no folder"};
+        throw Failure{"cannot write into " + NameOf(work.targetFolder) + ": it is not a folder"};
     }
 }
 
@@ -95,7 +98,9 @@ class FolderWorker {
     // Does one file, or tells why it cannot.
     Fate Attempt(const PlannedFile& file, Progress& progress) const {
         try {
-            return DoFile(file);
+            return DoFile(file, progress);
+        } catch (const Stopped&) {
+            return Fate::NotReached;
         } catch (const Failure& failure) {
             progress.Tell(MessageLine(failure.text));
         } catch (const std::exception& error) {
@@ -106,7 +111,7 @@ class FolderWorker {
     }
 
   private:
-    Fate DoFile(const PlannedFile& file) const {
+    Fate DoFile(const PlannedFile& file, Progress& progress) const {
         std::error_code error;
         if (file.obstacle != Obstacle::SameTarget && work_.skipsExisting &&
             fs::exists(work_.targetFolder / file.target, error)) {
@@ -115,12 +120,13 @@ class FolderWorker {
         RefuseObstacle(file);
         const std::string source = UsableName(work_.sourceFolder / file.source);
         const std::string target = UsableName(work_.targetFolder / file.target);
-        const bool isTooHigh = work_.height > 0 && SizeOf(source).height > work_.height;
         MakeFolderOf(work_.targetFolder / file.target);
-        if (isTooHigh) {
-            WriteResized(source, target, work_.height);
-        } else {
-            ExpectWritten(work_.format->convert(source.c_str(), target.c_str()), source, target);
+        Job job = work_.job;
+        const bool isResized = work_.height > 0;
+        job.Expect(isResized ? lumbrix_resize(source.c_str(), target.c_str(), work_.height, job.Get())
+                             : lumbrix_convert(source.c_str(), target.c_str(), job.Get()));
+        if (const std::string warning = job.Warning(); !warning.empty()) {
+            progress.Tell(MessageLine(warning));
         }
         return Fate::Written;
     }
@@ -213,6 +219,9 @@ int RunFolder(const Arguments& arguments) {
     }
     const FolderOrder order{InFull(work.sourceFolder), InFull(work.targetFolder), arguments[2]};
     const std::vector<Fate> fates = WorkThrough(work, PlanFolder(order, found.pictures, FileKey));
+    if (MustStop()) {
+        throw Stopped{};
+    }
     const Counts counts = CountsOf(found, fates);
     PrintCounts(counts);
     return counts.failed == 0 ? 0 : 1;

@@ -1,6 +1,7 @@
 // The command that converts every picture of a folder.
 #pragma once
 
+#include "cli/job.h"
 #include "cli/options.h"
 
 namespace lumbrix::cli {
@@ -9,6 +10,7 @@ inline constexpr Option FolderOptions[] = {
     {"--recursive", nullptr, "search the subfolders too, and keep their layout"},
     {"--skip-existing", nullptr, "leave targets that are there already as they are"},
     {"--jobs", "N", "how many files are worked on at a time (one for each processor)"},
+    StrictOption,
 };
 
 int RunFolder(const Arguments& arguments);

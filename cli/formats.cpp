@@ -1,4 +1,4 @@
-// The formats that are written, and the procedures that write them.
+// The formats that are written.
 #include "cli/formats.h"
 
 #include "cli/options.h"
@@ -9,17 +9,12 @@ namespace lumbrix::cli {
 
 namespace {
 
-constexpr Format Formats[] = {
-    {"bmp", ConvertImageToBmp, ConvertImageToThumbBmp},    {"jpg", ConvertImageToJpeg, ConvertImageToThumbJpeg},
-    {"jpeg", ConvertImageToJpeg, ConvertImageToThumbJpeg}, {"gif", ConvertImageToGif, ConvertImageToThumbGif},
-    {"tif", ConvertImageToTiff, ConvertImageToThumbTiff},  {"tiff", ConvertImageToTiff, ConvertImageToThumbTiff},
-    {"png", ConvertImageToPng, ConvertImageToThumbPng},
-};
+constexpr const char* Formats[] = {"bmp", "jpg", "jpeg", "gif", "tif", "tiff", "png"};
 
-const Format* FindFormat(const std::string& word) {
-    for (const Format& format : Formats) {
-        if (LowerCase(word) == format.word) {
-            return &format;
+const char* FindFormat(const std::string& word) {
+    for (const char* format : Formats) {
+        if (LowerCase(word) == format) {
+            return format;
         }
     }
     return nullptr;
@@ -27,20 +22,18 @@ const Format* FindFormat(const std::string& word) {
 
 } // namespace
 
-const Format& FormatOfWord(const std::string& word) {
-    if (const Format* format = FindFormat(word)) {
-        return *format;
+const char* FormatOfWord(const std::string& word) {
+    if (const char* format = FindFormat(word)) {
+        return format;
     }
-    throw WrongUsage{"'" + word + "' is no format: bmp, jpg, jpeg, gif, tif, tiff or png is needed"};
+    throw WrongUsage{"unknown format '" + word + "': use bmp, jpg, jpeg, gif, tif, tiff or png"};
 }
 
-const Format& FormatOfTarget(const std::string& target) {
+void RequireFormat(const std::string& target) {
     const std::string extension = NameOf(PathOf(target).extension());
-    const Format* format = extension.empty() ? nullptr : FindFormat(extension.substr(1));
-    if (format == nullptr) {
+    if (extension.empty() || FindFormat(extension.substr(1)) == nullptr) {
         throw WrongUsage{"'" + target + "' must end in .bmp, .jpg, .jpeg, .gif, .tif, .tiff or .png"};
     }
-    return *format;
 }
 
 } // namespace lumbrix::cli

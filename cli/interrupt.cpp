@@ -1,8 +1,6 @@
 // The wish to stop, from Ctrl-C and the like.
 #include "cli/interrupt.h"
 
-#include "cli/temporary.h"
-
 #include <atomic>
 #include <csignal>
 #include <cstdlib>
@@ -11,18 +9,14 @@ namespace lumbrix::cli {
 
 namespace {
 
-std::atomic<bool> finishesFirst{false};
-std::atomic<bool> interrupted{false};
-std::atomic<bool> ends{false};
-static_assert(std::atomic<bool>::is_always_lock_free, "they are set where nothing may wait");
+std::atomic<int> wishes{0};
+std::atomic<int> wishesPassedOver{0}; // while the files under way are finished
+static_assert(std::atomic<int>::is_always_lock_free, "they are changed where nothing may wait");
 
+// Nothing is left behind by an end at once: what is being written has no name yet.
 void Note(int signal) {
     std::signal(signal, Note); // Windows forgets the handler with each call
-    if (!interrupted.exchange(true) && finishesFirst) {
-        return;
-    }
-    if (!ends.exchange(true)) { // another thread may be at it
-        RemoveLeftovers();
+    if (++wishes > wishesPassedOver + 1) {
         std::_Exit(InterruptedStatus);
     }
 }
@@ -36,7 +30,7 @@ void Catch(int signal) {
 
 } // namespace
 
-void EndWhenInterrupted() {
+void StopWhenInterrupted() {
     Catch(SIGINT);
     Catch(SIGTERM);
 #ifdef SIGHUP
@@ -44,8 +38,10 @@ void EndWhenInterrupted() {
 #endif
 }
 
-void FinishWhenInterrupted() { finishesFirst = true; }
+void FinishWhenInterrupted() { wishesPassedOver = 1; }
 
-bool WasInterrupted() { return interrupted; }
+bool WasInterrupted() { return wishes > 0; }
+
+bool MustStop() { return wishes > wishesPassedOver; }
 
 } // namespace lumbrix::cli

@@ -6,13 +6,16 @@ namespace lumbrix::cli {
 // The exit status of a program that was interrupted.
 inline constexpr int InterruptedStatus = 130;
 
-// From now on the wish to stop ends the program at once with that status, and no temporary file stays behind.
-void EndWhenInterrupted();
+// From now on the first wish to stop makes MustStop true, and one more ends the program at once with that status.
+void StopWhenInterrupted();
 
-// From now on the first wish is only noted for WasInterrupted, so that the files under way can be finished. A second
-// one ends the program at once.
+// From now on the first wish is only noted for WasInterrupted, so that the files under way can be finished, and the
+// second and third are what the first and second were.
 void FinishWhenInterrupted();
 
 bool WasInterrupted();
+
+// Whether what is under way must not be finished.
+bool MustStop();
 
 } // namespace lumbrix::cli

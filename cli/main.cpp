@@ -26,7 +26,7 @@ const Command& FindCommand(const std::string& name) {
             return command;
         }
     }
-    throw WrongUsage{"there is no command '" + name + "'"};
+    throw WrongUsage{"unknown command '" + name + "'"};
 }
 
 bool IsHelp(const std::string& word) { return word == HelpOption || word == "-h"; }
@@ -35,7 +35,7 @@ int RunCommand(const Command& command, const Arguments& arguments) {
     if (arguments.Count() < command.fewestArguments || arguments.Count() > command.mostArguments) {
         throw WrongUsage{std::string("usage: lumbrix-cli ") + command.name + " " + command.arguments};
     }
-    EndWhenInterrupted();
+    StopWhenInterrupted();
     LoadImagingLibrary();
     const int status = command.run(arguments);
     UnloadImagingLibrary();
@@ -44,7 +44,7 @@ int RunCommand(const Command& command, const Arguments& arguments) {
 
 int Run(const std::vector<std::string>& words) {
     if (words.empty()) {
-        throw WrongUsage{"a command is needed"};
+        throw WrongUsage{"no command was given"};
     }
     if (IsHelp(words[0])) {
         PrintHelp();
@@ -72,6 +72,8 @@ int main(int count, char** words) {
     } catch (const WrongUsage& usage) {
         Tell(usage.text + "; see lumbrix-cli --help");
         return CalledWrongly;
+    } catch (const Stopped&) {
+        return InterruptedStatus;
     } catch (const Failure& failure) {
         Tell(failure.text);
         return WasInterrupted() ? InterruptedStatus : Failed;

@@ -19,8 +19,9 @@ std::optional<std::int32_t> Parsed(const std::string& text, int base) {
 }
 
 std::string Wanted(std::int32_t least, std::int32_t most) {
-    const std::string lower = "a whole number from " + std::to_string(least);
-    return most == NoBound ? lower + " on is needed" : lower + " to " + std::to_string(most) + " is needed";
+    const std::string lower = std::to_string(least);
+    return most == NoBound ? "a whole number of at least " + lower
+                           : "a whole number from " + lower + " to " + std::to_string(most);
 }
 
 } // namespace
@@ -28,7 +29,7 @@ std::string Wanted(std::int32_t least, std::int32_t most) {
 std::int32_t WholeNumber(const std::string& text, const char* what, std::int32_t least, std::int32_t most) {
     const auto number = Parsed(text, 10);
     if (!number || *number < least || *number > most) {
-        throw WrongUsage{"'" + text + "' is no " + what + ": " + Wanted(least, most)};
+        throw WrongUsage{std::string("invalid ") + what + " '" + text + "': use " + Wanted(least, most)};
     }
     return *number;
 }
@@ -41,7 +42,7 @@ float Position(const std::string& text, const char* what) {
 Color ColorFrom(const std::string& text) {
     const auto number = Parsed(text, 16);
     if (text.size() != 6 || !number || *number < 0) {
-        throw WrongUsage{"'" + text + "' is no colour: six hexadecimal digits RRGGBB are needed"};
+        throw WrongUsage{"invalid colour '" + text + "': use six hexadecimal digits, RRGGBB"};
     }
     return {*number >> 16, (*number >> 8) & 0xFF, *number & 0xFF};
 }

@@ -9,7 +9,7 @@ namespace lumbrix::cli {
 
 inline constexpr std::int32_t NoBound = std::numeric_limits<std::int32_t>::max();
 
-// A whole number from `least` to `most`. `what` says what it is good for, as in "'5x' is no height".
+// A whole number from `least` to `most`. `what` says what it is good for, as in "invalid height '5x'".
 std::int32_t WholeNumber(const std::string& text, const char* what, std::int32_t least, std::int32_t most = NoBound);
 
 inline std::int32_t PositiveNumber(const std::string& text, const char* what) { return WholeNumber(text, what, 1); }

@@ -16,7 +16,7 @@ const Option& FindOption(const std::string& word, std::span<const Option> known)
     }
     const auto option = std::find_if(known.begin(), known.end(), [&](const Option& each) { return word == each.name; });
     if (option == known.end()) {
-        throw WrongUsage{"there is no option '" + word + "' here"};
+        throw WrongUsage{"unknown option '" + word + "'"};
     }
     return *option;
 }
@@ -39,7 +39,7 @@ Arguments::Arguments(const std::vector<std::string>& words, std::span<const Opti
             continue;
         }
         if (++word == words.end()) {
-            throw WrongUsage{std::string("the value is missing: ") + option.name + " " + option.value};
+            throw WrongUsage{std::string("missing value: ") + option.name + " " + option.value};
         }
         options_[option.name] = *word;
     }

@@ -19,6 +19,9 @@ struct Failure {
     std::string text;
 };
 
+// Ends the program without a word: the user wanted it to stop.
+struct Stopped {};
+
 struct Option {
     const char* name;    // with its dashes
     const char* value;   // as the help shows it, null for an option that takes none

@@ -1,20 +1,15 @@
 // The commands that write a picture in another format or shape: convert, thumb, resize, crop and rotate.
 #pragma once
 
+#include "cli/job.h"
 #include "cli/options.h"
-
-#include <cstdint>
-#include <string>
 
 namespace lumbrix::cli {
 
-// Writes a copy of a picture at another height; throws Failure where that cannot be.
-void WriteResized(const std::string& source, const std::string& target, std::int32_t height);
+inline constexpr Option WritingOptions[] = {StrictOption};
 
-// These two convert as the engine does, in one step.
 int RunConvert(const Arguments& arguments);
 int RunThumb(const Arguments& arguments);
-
 int RunResize(const Arguments& arguments);
 int RunCrop(const Arguments& arguments);
 int RunRotate(const Arguments& arguments);

@@ -16,17 +16,6 @@ bool AreTextsUtf8();
 // Two paths with the same key are one file: letter case does not tell files apart on Windows.
 std::filesystem::path FileKey(const std::filesystem::path& path);
 
-// Where temporary files belong; it may not be there.
-std::filesystem::path FolderForTemporaryFiles();
-
-// For a program that is being ended: remove a file, or an empty folder, without a word and without waiting for
-// anything, so that a signal handler may do so.
-void RemoveFileAtOnce(const std::filesystem::path::value_type* path);
-void RemoveFolderAtOnce(const std::filesystem::path::value_type* path);
-
-// Waits until a file's content is on the disk; false where that failed.
-bool FlushToDisk(const std::filesystem::path& path);
-
 bool IsErrorOutputATerminal();
 
 } // namespace lumbrix::cli

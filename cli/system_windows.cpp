@@ -32,27 +32,6 @@ std::filesystem::path FileKey(const std::filesystem::path& path) {
     return key;
 }
 
-std::filesystem::path FolderForTemporaryFiles() {
-    wchar_t folder[MAX_PATH + 1] = L"";
-    GetTempPathW(MAX_PATH + 1, folder);
-    return folder;
-}
-
-void RemoveFileAtOnce(const wchar_t* path) { DeleteFileW(path); }
-
-void RemoveFolderAtOnce(const wchar_t* path) { RemoveDirectoryW(path); }
-
-bool FlushToDisk(const std::filesystem::path& path) {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return false;
-    }
-    const bool isFlushed = FlushFileBuffers(file) != 0;
-    CloseHandle(file);
-    return isFlushed;
-}
-
 bool IsErrorOutputATerminal() { return _isatty(_fileno(stderr)) != 0; }
 
 } // namespace lumbrix::cli

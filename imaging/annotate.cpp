@@ -3,7 +3,9 @@
 
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
-#include "imaging/session.h"
+#include "imaging/surface.h"
+
+#include <utility>
 
 namespace lumbrix {
 
@@ -11,29 +13,96 @@ namespace {
 
 constexpr std::int32_t Opaque = 255;
 
-// A surface on the image with the image drawn over itself, as every annotation begins.
-GraphicsHandle BeginDrawingOn(ImageHandle image) {
-    GraphicsHandle graphics = nullptr;
-    GdipGetImageGraphicsContext(image, &graphics);
-    GdipDrawImage(graphics, image, 0, 0);
-    return graphics;
-}
-
-void DrawText(GraphicsHandle graphics, const Annotation& annotation, FontHandle font) {
+FlatStatus DrawText(const OwnedSurface& surface, const Annotation& annotation, FontHandle font) {
     const LayoutRectangle from{annotation.x, annotation.y, 0, 0};
     const std::int32_t alpha = annotation.alpha <= 0 || annotation.alpha > Opaque ? Opaque : annotation.alpha;
     BrushHandle brush = nullptr;
     GdipCreateSolidFill(MakeArgb(alpha, annotation.red, annotation.green, annotation.blue), &brush);
-    GdipDrawString(graphics, annotation.text, font, &from, brush);
+    return GdipDrawString(surface.Get(), annotation.text, font, &from, brush);
 }
 
-// The pushed state is never taken back, and the surface is not freed: it ends with its image, or with the session.
-void SaveDrawnImage(GraphicsHandle graphics, ImageHandle image, const std::string& destination,
-                    const std::string& mimeWord) {
-    std::uint32_t state = 0;
-    GdipSaveGraphics(graphics, &state);
-    SaveImageFileAs(image, destination, mimeWord);
+// Notes what drawing on a surface answered. As described, a failure is passed over unless it means that the picture
+// itself, or what is drawn, could not be decoded: that must not be written as if it were whole.
+bool TakeDrawn(Course& course, Step step, const OwnedSurface& surface, FlatStatus status) {
+    const bool isLost = surface && status == OutOfMemory;
+    return isLost ? course.Fail(step, status) : course.Take(step, status);
 }
+
+// Where an operation draws: on the source, or on a true-colour copy of it, while the source stays open all the same.
+struct DrawnOn {
+    OwnedImage copy;
+    OwnedSurface surface;
+    ImageHandle image = nullptr;
+};
+
+// Draws the image over itself, as every annotation begins. The surface is not freed as described: it ends with its
+// image, or with the session.
+bool BeginDrawing(Course& course, const OwnedImage& source, DrawnOn& drawn) {
+    if (!course.IsDescribed() && !MakeDrawable(course, source, drawn.copy)) {
+        return false;
+    }
+    drawn.image = drawn.copy ? drawn.copy.Get() : source.Get();
+    course.Result().result = course.Result().source;
+    const bool isOpen = course.Take(Step::Surface, drawn.surface.Open(drawn.image));
+    if (course.IsDescribed()) {
+        drawn.surface.LeaveBehind();
+    }
+    if (!isOpen) {
+        return false;
+    }
+    const FlatStatus status = GdipDrawImage(drawn.surface.Get(), drawn.image, 0, 0);
+    return !drawn.surface || status == Done || course.Fail(Step::Draw, status);
+}
+
+// The pushed state is never taken back.
+void SaveDrawn(Course& course, const OwnedImage& source, const DrawnOn& drawn, const std::string& destination,
+               const std::string& mimeWord) {
+    std::uint32_t state = 0;
+    GdipSaveGraphics(drawn.surface.Get(), &state);
+    course.Watch(drawn.image, static_cast<std::uint32_t>(course.Result().result.height));
+    course.Save(drawn.image, destination, mimeWord);
+    course.LookForDamage(source.Get());
+}
+
+// Two pictures were drawn together, of which one could not be decoded: whether it is this one.
+bool IsUndecodable(ImageHandle image) {
+    OwnedImage smallest;
+    return GdipGetImageThumbnail(image, 1, 1, smallest.Place()) == OutOfMemory;
+}
+
+// What the described procedures answer.
+StatusValue DrawnAnswer(const Outcome& outcome) {
+    switch (outcome.end.step) {
+    case Step::None:
+        return Done;
+    case Step::Names:
+        return BadName;
+    default:
+        return NotLoaded;
+    }
+}
+
+// Deleted at its end if there is one, unless it is left behind.
+class OwnedFont {
+  public:
+    explicit OwnedFont(MadeFont font) : font_(font) {}
+    ~OwnedFont() { Delete(); }
+    OwnedFont(const OwnedFont&) = delete;
+    OwnedFont& operator=(const OwnedFont&) = delete;
+
+    FontHandle Get() const { return font_.handle; }
+    FlatStatus Status() const { return font_.status; }
+    void LeaveBehind() { font_.handle = nullptr; }
+
+    void Delete() {
+        if (font_.handle != nullptr) {
+            GdipDeleteFont(std::exchange(font_.handle, nullptr));
+        }
+    }
+
+  private:
+    MadeFont font_;
+};
 
 } // namespace
 
@@ -42,63 +111,95 @@ std::uint32_t MakeArgb(std::int32_t alpha, std::int32_t red, std::int32_t green,
     return lowByte(alpha) << 24 | lowByte(red) << 16 | lowByte(green) << 8 | lowByte(blue);
 }
 
-FontHandle MakeFont(const std::string& family, std::int32_t size, std::int32_t bold, std::int32_t italic,
-                    std::int32_t underline, std::int32_t strikeout) {
-    FontFamilyHandle familyHandle = nullptr;
-    GdipCreateFontFamilyFromName(family, &familyHandle);
-    const std::int32_t style = (bold != 0 ? FontStyleBold : 0) | (italic != 0 ? FontStyleItalic : 0) |
-                               (underline != 0 ? FontStyleUnderline : 0) | (strikeout != 0 ? FontStyleStrikeout : 0);
-    FontHandle font = nullptr;
-    GdipCreateFont(familyHandle, static_cast<float>(size), style, UnitPixel, &font);
-    GdipDeleteFontFamily(familyHandle);
+MadeFont MakeFont(const Annotation& annotation) {
+    FontFamilyHandle family = nullptr;
+    MadeFont font;
+    font.status = GdipCreateFontFamilyFromName(annotation.fontName, &family);
+    const std::int32_t style =
+        (annotation.bold != 0 ? FontStyleBold : 0) | (annotation.italic != 0 ? FontStyleItalic : 0) |
+        (annotation.underline != 0 ? FontStyleUnderline : 0) | (annotation.strikeout != 0 ? FontStyleStrikeout : 0);
+    const FlatStatus made =
+        GdipCreateFont(family, static_cast<float>(annotation.fontSize), style, UnitPixel, &font.handle);
+    font.status = font.status != Done ? font.status : made;
+    GdipDeleteFontFamily(family);
     return font;
+}
+
+Outcome Annotate(const AnnotateOrder& order, const Wishes& wishes) {
+    Course course(wishes);
+    Outcome& outcome = course.Result();
+    if (order.mimeWord.empty()) {
+        course.Fail(Step::Names, BadName);
+        return outcome;
+    }
+    if (!course.Begin(order.destination)) {
+        return outcome;
+    }
+    OwnedFont font(MakeFont(order.annotation));
+    if (!course.Take(Step::Font, font.Status())) {
+        return outcome;
+    }
+    OwnedImage image;
+    if (!course.Load(order.source, image)) {
+        if (course.IsDescribed()) {
+            font.LeaveBehind();
+            course.LeaveSessionOpen();
+        }
+        return outcome;
+    }
+    DrawnOn drawn;
+    if (BeginDrawing(course, image, drawn) &&
+        TakeDrawn(course, Step::DrawText, drawn.surface, DrawText(drawn.surface, order.annotation, font.Get()))) {
+        font.Delete();
+        SaveDrawn(course, image, drawn, order.destination, order.mimeWord);
+    }
+    return outcome;
+}
+
+Outcome Stamp(const StampOrder& order, const Wishes& wishes) {
+    Course course(wishes);
+    Outcome& outcome = course.Result();
+    if (order.mimeWord.empty()) {
+        course.Fail(Step::Names, BadName);
+        return outcome;
+    }
+    if (!course.Begin(order.destination)) {
+        return outcome;
+    }
+    OwnedImage stamp; // goes behind the picture
+    OwnedImage image;
+    const bool isLoaded = course.Load(order.source, image);
+    const bool isStampLoaded = (isLoaded || course.IsDescribed()) && course.Load(order.stamp, stamp, Step::LoadStamp);
+    if (!isLoaded || !isStampLoaded) {
+        if (course.IsDescribed()) {
+            image.LeaveBehind();
+            stamp.LeaveBehind();
+            course.LeaveSessionOpen();
+        }
+        return outcome;
+    }
+    DrawnOn drawn;
+    if (!BeginDrawing(course, image, drawn)) {
+        return outcome;
+    }
+    const FlatStatus status = GdipDrawImage(drawn.surface.Get(), stamp.Get(), order.x, order.y);
+    const bool isStampLost = status == OutOfMemory && IsUndecodable(stamp.Get());
+    course.LookForDamageOfStamp(stamp.Get());
+    if (TakeDrawn(course, isStampLost ? Step::DrawStamp : Step::Draw, drawn.surface, status)) {
+        SaveDrawn(course, image, drawn, order.destination, order.mimeWord);
+    }
+    return outcome;
 }
 
 StatusValue AnnotateImage(const std::string& source, const std::string& destination, const Annotation& annotation) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    if (mimeWord.empty()) {
-        return BadName;
-    }
-    const StatusValue token = StartImagingSession();
-    const FontHandle font = MakeFont(annotation.fontName, annotation.fontSize, annotation.bold, annotation.italic,
-                                     annotation.underline, annotation.strikeout);
-    ImageHandle image = nullptr;
-    LoadImageFile(source, &image);
-    if (image == nullptr) {
-        return NotLoaded;
-    }
-    const GraphicsHandle graphics = BeginDrawingOn(image);
-    DrawText(graphics, annotation, font);
-    if (font != nullptr) {
-        GdipDeleteFont(font);
-    }
-    SaveDrawnImage(graphics, image, destination, mimeWord);
-    DisposeImageHandle(image);
-    EndImagingSession(token);
-    return Done;
+    return DrawnAnswer(Annotate({source, destination, mimeWord, annotation}, AsDescribed));
 }
 
 StatusValue StampImage(const std::string& source, const std::string& destination, float x, float y,
                        const std::string& stamp) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    if (mimeWord.empty()) {
-        return BadName;
-    }
-    const StatusValue token = StartImagingSession();
-    ImageHandle image = nullptr;
-    ImageHandle stampImage = nullptr;
-    LoadImageFile(source, &image);
-    LoadImageFile(stamp, &stampImage);
-    if (image == nullptr || stampImage == nullptr) {
-        return NotLoaded;
-    }
-    const GraphicsHandle graphics = BeginDrawingOn(image);
-    GdipDrawImage(graphics, stampImage, x, y);
-    SaveDrawnImage(graphics, image, destination, mimeWord);
-    DisposeImageHandle(image);
-    DisposeImageHandle(stampImage);
-    EndImagingSession(token);
-    return Done;
+    return DrawnAnswer(Stamp({source, destination, mimeWord, x, y, stamp}, AsDescribed));
 }
 
 } // namespace lumbrix

@@ -1,8 +1,8 @@
-// Writes a line of text on a picture.
+// Writes a line of text on a picture, or places another picture on it.
 #pragma once
 
 #include "imaging/gdiplus/flattypes.h"
-#include "imaging/status.h"
+#include "imaging/outcome.h"
 
 #include <cstdint>
 #include <string>
@@ -11,11 +11,6 @@ namespace lumbrix {
 
 // Alpha in the top byte, then red, green and blue; of each argument the low byte counts.
 std::uint32_t MakeArgb(std::int32_t alpha, std::int32_t red, std::int32_t green, std::int32_t blue);
-
-// A font of `size` pixels, whatever the resolution of what it is drawn on. A flag counts as set where it is not zero. 0
-// where there is no such font: a family that is not installed is not replaced by another.
-FontHandle MakeFont(const std::string& family, std::int32_t size, std::int32_t bold, std::int32_t italic,
-                    std::int32_t underline, std::int32_t strikeout);
 
 // What to write, and how.
 struct Annotation {
@@ -34,13 +29,44 @@ struct Annotation {
     std::int32_t red = 0;
 };
 
-// The destination's extension names the format. BadName for a blank name or an unknown extension; NotLoaded for a
-// source that does not load, with font and session left open on purpose. Done in every other case: a font that is not
-// installed and a source with an indexed pixel format give a plain copy, and a save that fails is not seen.
+// A font of so many pixels, whatever the resolution of what it is drawn on, with those styles. Its handle is 0 where
+// there is no such font, and the status says why: a family that is not installed is not replaced by another.
+struct MadeFont {
+    FontHandle handle = nullptr;
+    FlatStatus status = 0;
+};
+MadeFont MakeFont(const Annotation& annotation);
+
+struct AnnotateOrder {
+    std::string source;
+    std::string destination;
+    std::string mimeWord;
+    Annotation annotation;
+};
+
+// The picture is first drawn over itself, which makes a translucent one denser. A source with a palette becomes true
+// colour; as described it is written as it is.
+Outcome Annotate(const AnnotateOrder& order, const Wishes& wishes);
+
+struct StampOrder {
+    std::string source;
+    std::string destination;
+    std::string mimeWord;
+    float x; // the stamp's left and top edge, in pixels of the picture
+    float y;
+    std::string stamp;
+};
+
+// The stamp is placed at its natural size, blended by its own alpha; what falls outside is cut off. Otherwise as above.
+Outcome Stamp(const StampOrder& order, const Wishes& wishes);
+
+// As described: the destination's extension names the format. BadName for a blank name or an unknown extension;
+// NotLoaded for a source that does not load, with font and session left open on purpose, and for one that is damaged.
+// Done in every other case: a font that is not installed and a source with an indexed pixel format give a plain copy,
+// and a save that fails is not seen.
 StatusValue AnnotateImage(const std::string& source, const std::string& destination, const Annotation& annotation);
 
-// Places another picture on a picture, at its natural size, blended by its own alpha; what falls outside is cut off.
-// Results as above; NotLoaded also for the stamp, with everything that was opened left open on purpose.
+// As described: results as above; NotLoaded also for the stamp, with everything that was opened left open on purpose.
 StatusValue StampImage(const std::string& source, const std::string& destination, float x, float y,
                        const std::string& stamp);
 

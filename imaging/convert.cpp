@@ -1,31 +1,35 @@
 // Turns one image file into another of a named format, at the same size.
 #include "imaging/convert.h"
 
-#include "imaging/blank.h"
-#include "imaging/formats.h"
-#include "imaging/gdiplus/bindings.h"
-#include "imaging/session.h"
-#include "imaging/source.h"
-
 namespace lumbrix {
 
+Outcome Convert(const ConvertOrder& order, const Wishes& wishes) {
+    Course course(wishes);
+    if (!IsComplete(order, wishes.conduct)) {
+        course.Fail(Step::Names, BadName);
+        return course.Result();
+    }
+    Clsid encoder;
+    OwnedImage image;
+    if (!OpenSource(course, order, encoder, image)) {
+        return course.Result();
+    }
+    if (!course.IsDescribed() && course.Measure(image.Get())) {
+        course.Result().result = course.Result().source;
+        course.Watch(image.Get(), static_cast<std::uint32_t>(course.Result().source.height));
+    }
+    course.Save(image.Get(), order.destination, encoder);
+    course.LookForDamage(image.Get());
+    if (!course.Result().isWritten) {
+        course.LeaveSessionOpen();
+    }
+    return course.Result();
+}
+
 StatusValue ConvertImageFile(const std::string& source, const std::string& destination, const std::string& mimeWord) {
-    if (IsBlank(source) || IsBlank(destination)) {
-        return Done;
-    }
-    OpenedSource opened;
-    if (const StatusValue status = OpenSource(source, mimeWord, &opened); status != Done) {
-        return status;
-    }
-    if (opened.image != nullptr) {
-        if (const FlatStatus status = SaveImageFile(opened.image, destination, opened.encoder); status != 0) {
-            DisposeImageHandle(opened.image);
-            return status;
-        }
-    }
-    DisposeImageHandle(opened.image);
-    GdiplusShutdown(opened.token);
-    return Done;
+    const Failure first = Convert({source, destination, mimeWord}, AsDescribed).first;
+    const bool isPassedOver = first.step == Step::Names || first.status == NotLoaded;
+    return isPassedOver ? Done : first.status;
 }
 
 } // namespace lumbrix

@@ -1,22 +1,22 @@
 // Cuts a rectangle out of an image file.
 #include "imaging/crop.h"
 
+#include "imaging/course.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
-#include "imaging/session.h"
 
 namespace lumbrix {
 
 namespace {
 
-// Whether a rectangle of this size can lie within the image at all, wherever it may start.
-bool FitsInto(ImageHandle image, std::int32_t width, std::int32_t height) {
-    std::uint32_t imageHeight = 0;
-    std::uint32_t imageWidth = 0;
-    GdipGetImageHeight(image, &imageHeight);
-    GdipGetImageWidth(image, &imageWidth);
-    return static_cast<std::int32_t>(imageWidth) >= width && static_cast<std::int32_t>(imageHeight) >= height;
+// As described only the size is compared, and a place that runs over an edge is left to the imaging library.
+bool FitsInto(PictureSize picture, const CropOrder& order, Conduct conduct) {
+    if (picture.width < order.width || picture.height < order.height) {
+        return false;
+    }
+    return conduct == Conduct::Described || (order.x >= 0 && order.y >= 0 && order.x <= picture.width - order.width &&
+                                             order.y <= picture.height - order.height);
 }
 
 } // namespace
@@ -30,30 +30,45 @@ FlatStatus CloneImageArea(ImageHandle image, std::int32_t x, std::int32_t y, std
     return GdipCloneBitmapAreaI(x, y, width, height, format, image, clone);
 }
 
+Outcome Crop(const CropOrder& order, const Wishes& wishes) {
+    Course course(wishes);
+    Outcome& outcome = course.Result();
+    if (order.mimeWord.empty() || order.width <= 0 || order.height <= 0) {
+        course.Fail(Step::Names, order.mimeWord.empty() ? BadName : InvalidParameter);
+        return outcome;
+    }
+    outcome.result = {order.width, order.height};
+    if (!course.Begin(order.destination)) {
+        return outcome;
+    }
+    OwnedImage image;
+    if (!course.Load(order.source, image)) {
+        return outcome;
+    }
+    course.Measure(image.Get(), MeasuredFirst::Height);
+    OwnedImage clone;
+    ImageHandle* const place = clone.Place(); // disposed of from now on, also where there is none
+    if (!FitsInto(outcome.source, order, wishes.conduct)) {
+        course.Fail(Step::Cut, Refused);
+        return outcome;
+    }
+    const FlatStatus status = CloneImageArea(image.Get(), order.x, order.y, order.width, order.height, place);
+    if (status != Done) {
+        course.Fail(Step::Cut, status);
+        return outcome;
+    }
+    CopyImageProperties(image.Get(), clone.Get());
+    course.Watch(clone.Get(), static_cast<std::uint32_t>(order.height));
+    course.Save(clone.Get(), order.destination, order.mimeWord);
+    course.LookForDamage(clone.Get());
+    return outcome;
+}
+
 StatusValue CropImage(const std::string& source, const std::string& destination, std::int32_t x, std::int32_t y,
                       std::int32_t width, std::int32_t height) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    if (mimeWord.empty() || width <= 0 || height <= 0) {
-        return Refused;
-    }
-    const StatusValue token = StartImagingSession();
-    StatusValue result = Refused;
-    ImageHandle image = nullptr;
-    LoadImageFile(source, &image);
-    if (image != nullptr) {
-        ImageHandle clone = nullptr;
-        if (FitsInto(image, width, height)) {
-            result = CloneImageArea(image, x, y, width, height, &clone);
-            if (result == Done) {
-                CopyImageProperties(image, clone);
-                SaveImageFileAs(clone, destination, mimeWord);
-            }
-        }
-        DisposeImageHandle(clone);
-        DisposeImageHandle(image);
-    }
-    EndImagingSession(token);
-    return result;
+    const Failure end = Crop({source, destination, mimeWord, x, y, width, height}, AsDescribed).end;
+    return end.step == Step::Cut || end.step == Step::None ? end.status : Refused;
 }
 
 } // namespace lumbrix

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "imaging/gdiplus/flattypes.h"
-#include "imaging/status.h"
+#include "imaging/outcome.h"
 
 #include <cstdint>
 #include <string>
@@ -13,9 +13,22 @@ namespace lumbrix {
 FlatStatus CloneImageArea(ImageHandle image, std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
                           ImageHandle* clone);
 
-// In pixels of the source; the destination's extension names the format, and the source's properties go along. Refused
-// for a blank name, an unknown extension, a width or height not above 0, a source that does not load, and a rectangle
-// larger than the image; the imaging library's status for one that runs over an edge. A save that fails is not seen.
+struct CropOrder {
+    std::string source;
+    std::string destination;
+    std::string mimeWord;
+    std::int32_t x; // all in pixels of the source
+    std::int32_t y;
+    std::int32_t width;
+    std::int32_t height;
+};
+
+// The source's properties go along.
+Outcome Crop(const CropOrder& order, const Wishes& wishes);
+
+// As described: the destination's extension names the format. Refused for a blank name, an unknown extension, a width
+// or height not above 0, a source that does not load, and a rectangle larger than the image; the imaging library's
+// status for one that runs over an edge. A save that fails is not seen.
 StatusValue CropImage(const std::string& source, const std::string& destination, std::int32_t x, std::int32_t y,
                       std::int32_t width, std::int32_t height);
 

@@ -2,12 +2,13 @@
 #include "imaging/datestamp.h"
 
 #include "imaging/blank.h"
-#include "imaging/formats.h"
+#include "imaging/course.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/paths.h"
 #include "imaging/properties.h"
-#include "imaging/session.h"
+#include "platform/files.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -17,63 +18,93 @@ namespace {
 
 constexpr std::uint32_t DateTimeTag = 306;
 
-std::string ReadDate(ImageHandle image) {
+constexpr const char* StampedEnding = "_stamped.jpg";
+
+FlatStatus ReadDateOf(ImageHandle image, std::string& date) {
     std::uint32_t bytes = 0;
     GdipGetPropertyItemSize(image, DateTimeTag, &bytes);
     std::vector<std::uint8_t> block(bytes < sizeof(PropertyItem) ? sizeof(PropertyItem) : bytes);
-    if (GdipGetPropertyItem(image, DateTimeTag, bytes, block.data()) != 0) {
-        return {};
+    const FlatStatus status = GdipGetPropertyItem(image, DateTimeTag, bytes, block.data());
+    if (status == Done) {
+        PropertyItem item;
+        std::memcpy(&item, block.data(), sizeof item);
+        date = PropertyText(item);
     }
-    PropertyItem item;
-    std::memcpy(&item, block.data(), sizeof item);
-    return PropertyText(item);
+    return status;
 }
 
 } // namespace
 
+Outcome ReadDate(const std::string& name, std::string& date, const Wishes& wishes) {
+    Course course(wishes);
+    if (IsBlank(name)) {
+        course.Fail(Step::Names, BadName);
+        return course.Result();
+    }
+    OwnedImage image;
+    if (course.BeginChecked() && course.LoadChecked(name, image)) {
+        course.Take(Step::Property, ReadDateOf(image.Get(), date));
+    }
+    return course.Result();
+}
+
 std::string GetImageDateTime(const std::string& name) {
-    SessionToken token = 0;
-    if (IsBlank(name) || ImagingLibraryHandle == nullptr || OpenImagingSession(&token) != 0) {
-        return {};
-    }
-    ImageHandle image = nullptr;
-    if (LoadImageFile(name, &image) != 0) {
-        return {};
-    }
-    std::string date = ReadDate(image);
-    DisposeImageHandle(image);
-    GdiplusShutdown(token);
+    std::string date;
+    ReadDate(name, date, AsDescribed);
     return date;
 }
 
 std::string StampedName(const std::string& name) {
-    return AddBackslash(FolderPart(name)) + BaseNamePart(name) + "_stamped" + ".jpg";
+    return AddBackslash(FolderPart(name)) + BaseNamePart(name) + StampedEnding;
+}
+
+std::string StampedNameBeside(const std::string& name) {
+    const std::size_t start = name.find_last_of(PathSeparators) + 1; // 0 for a bare name
+    return name.substr(0, std::min(name.find('.', start), name.size())) + StampedEnding;
+}
+
+Outcome StampDate(const DateStampOrder& order, const Wishes& wishes) {
+    Course course(wishes);
+    if (IsBlank(order.source) || IsBlank(order.destination)) {
+        course.Fail(Step::Names, BadName);
+        return course.Result();
+    }
+    OwnedImage clone; // goes behind its source
+    OwnedImage image;
+    if (!course.BeginChecked(order.destination) || !course.LoadChecked(order.source, image)) {
+        return course.Result();
+    }
+    GdipCloneImage(image.Get(), clone.Place());
+    CopyImageProperties(image.Get(), clone.Get());
+    const PropertyItem item{DateTimeTag, static_cast<std::uint32_t>(order.date.size() + 1), PropertyTypeAscii,
+                            order.date.c_str()};
+    if (const FlatStatus status = GdipSetPropertyItem(clone.Get(), &item); status != Done) {
+        course.Fail(Step::Property, status);
+        return course.Result();
+    }
+    if (!course.IsDescribed() && course.Measure(image.Get())) {
+        course.Result().result = course.Result().source;
+        course.Watch(clone.Get(), static_cast<std::uint32_t>(course.Result().source.height));
+    }
+    course.Save(clone.Get(), order.destination, "image/jpeg");
+    course.LookForDamage(clone.Get());
+    return course.Result();
 }
 
 StatusValue DateStampImage(const std::string& name, const std::string& date) {
-    if (IsBlank(name) || ImagingLibraryHandle == nullptr) {
+    if (ImagingLibraryHandle == nullptr) {
         return Done;
     }
-    SessionToken token = 0;
-    if (OpenImagingSession(&token) != 0) {
+    const Failure end = StampDate({name, StampedName(name), date}, AsDescribed).end;
+    switch (end.step) {
+    case Step::None:
+    case Step::Names:
+        return Done;
+    case Step::Property:
+        return end.status;
+    default:
         return Refused;
     }
-    ImageHandle image = nullptr;
-    if (LoadImageFile(name, &image) != 0) {
-        return Refused;
-    }
-    ImageHandle clone = nullptr;
-    GdipCloneImage(image, &clone);
-    CopyImageProperties(image, clone);
-    const PropertyItem item{DateTimeTag, static_cast<std::uint32_t>(date.size() + 1), PropertyTypeAscii, date.c_str()};
-    const FlatStatus status = GdipSetPropertyItem(clone, &item);
-    if (status == 0) {
-        SaveImageFileAs(clone, StampedName(name), "image/jpeg");
-    }
-    DisposeImageHandle(image);
-    DisposeImageHandle(clone);
-    GdiplusShutdown(token);
-    return status;
 }
 
 } // namespace lumbrix

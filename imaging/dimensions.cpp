@@ -2,30 +2,32 @@
 #include "imaging/dimensions.h"
 
 #include "imaging/blank.h"
-#include "imaging/gdiplus/bindings.h"
-#include "imaging/session.h"
+#include "imaging/course.h"
 
 namespace lumbrix {
 
-StatusValue GetImageFileDimensions(const std::string& name, std::int32_t* width, std::int32_t* height) {
+Outcome ReadSize(const std::string& name, const Wishes& wishes) {
+    Course course(wishes);
     if (IsBlank(name)) {
-        return Done;
+        course.Fail(Step::Names, BadName);
+        return course.Result();
     }
-    SessionToken token = 0;
-    if (OpenImagingSession(&token) != 0) {
-        return NoSession;
+    OwnedImage image;
+    if (course.BeginChecked() && course.LoadChecked(name, image)) {
+        course.Measure(image.Get());
     }
-    ImageHandle image = nullptr;
-    if (const FlatStatus status = LoadImageFile(name, &image); status != 0) {
-        return status;
+    return course.Result();
+}
+
+StatusValue GetImageFileDimensions(const std::string& name, std::int32_t* width, std::int32_t* height) {
+    const Outcome outcome = ReadSize(name, AsDescribed);
+    if (outcome.end.status == Done) {
+        *width = outcome.source.width;
+        *height = outcome.source.height;
     }
-    if (image != nullptr) {
-        GdipGetImageWidth(image, reinterpret_cast<std::uint32_t*>(width));
-        GdipGetImageHeight(image, reinterpret_cast<std::uint32_t*>(height));
-        DisposeImageHandle(image);
-    }
-    GdiplusShutdown(token);
-    return Done;
+    const bool isPassedOver =
+        outcome.end.step == Step::Names || outcome.end.step == Step::Measure || outcome.end.status == NotLoaded;
+    return isPassedOver ? Done : outcome.end.status;
 }
 
 } // namespace lumbrix

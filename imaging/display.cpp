@@ -2,6 +2,7 @@
 #include "imaging/display.h"
 
 #include "imaging/gdiplus/bindings.h"
+#include "imaging/images.h"
 #include "imaging/session.h"
 
 #include <cstring>
@@ -51,18 +52,17 @@ StatusValue DisplayImage(const std::string& name, DeviceContextHandle context, f
 }
 
 StatusValue DrawImageFile(const std::string& name, DeviceContextHandle context) {
-    const StatusValue token = StartImagingSession();
-    if (token == NoSession) {
-        return NoSession;
+    const ImagingSession session;
+    if (session.Status() != Done) {
+        return session.Status();
     }
-    ImageHandle image = nullptr;
-    FlatStatus status = LoadImageFile(name, &image);
-    if (image != nullptr) {
-        status = DrawPixelForPixel(image, context);
-        DisposeImageHandle(image);
+    OwnedImage image;
+    const FlatStatus status = LoadImageFile(name, image.Place());
+    if (!image) {
+        image.LeaveBehind();
+        return status;
     }
-    EndImagingSession(token);
-    return status;
+    return DrawPixelForPixel(image.Get(), context);
 }
 
 } // namespace lumbrix

@@ -1,8 +1,9 @@
 // The properties that a file holds about its picture: copying them from image to image, and listing them.
 #include "imaging/properties.h"
 
+#include "imaging/blank.h"
+#include "imaging/course.h"
 #include "imaging/gdiplus/bindings.h"
-#include "imaging/session.h"
 
 #include <cstring>
 
@@ -109,20 +110,27 @@ StatusValue GetPropertyIdList(ImageHandle image, std::vector<std::uint32_t>& tag
     return Done;
 }
 
-StatusValue EnumerateImageProperties(const std::string& name, std::string& error, std::string& list) {
-    SessionToken token = 0;
-    if (OpenImagingSession(&token) != 0) {
-        error = "Error initializing GDI+";
-        return Done;
+Outcome ListProperties(const std::string& name, std::string& list, const Wishes& wishes) {
+    Course course(wishes);
+    if (!course.IsDescribed() && IsBlank(name)) {
+        course.Fail(Step::Names, BadName);
+        return course.Result();
     }
-    ImageHandle image = nullptr;
-    LoadImageFile(name, &image);
-    const PropertyBlock block(image);
+    OwnedImage image;
+    if (!course.BeginChecked() || (!course.Load(name, image) && !course.IsDescribed())) {
+        return course.Result();
+    }
+    const PropertyBlock block(image.Get());
     for (std::uint32_t i = 0; i < block.Count(); ++i) {
         list += (list.empty() ? "" : "\r\n") + PropertyLine(block.Item(i));
     }
-    DisposeImageHandle(image);
-    GdiplusShutdown(token);
+    return course.Result();
+}
+
+StatusValue EnumerateImageProperties(const std::string& name, std::string& error, std::string& list) {
+    if (ListProperties(name, list, AsDescribed).end.step == Step::Session) {
+        error = "Error initializing GDI+";
+    }
     return Done;
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "imaging/gdiplus/flattypes.h"
-#include "imaging/status.h"
+#include "imaging/outcome.h"
 
 #include <cstdint>
 #include <string>
@@ -43,8 +43,10 @@ StatusValue CopyImageProperties(ImageHandle source, ImageHandle destination);
 // The tags of an image's items. A zero handle leaves the list as it is. Always Done.
 StatusValue GetPropertyIdList(ImageHandle image, std::vector<std::uint32_t>& tags);
 
-// Appends a line per item of a file to `list`, each but the first behind CR and LF. `error` is set where no session
-// could be started, and only there. Always Done.
+// Appends a line per item of a file to `list`, each but the first behind CR and LF.
+Outcome ListProperties(const std::string& name, std::string& list, const Wishes& wishes);
+
+// As described: always Done. `error` is set where no session could be started, and only there.
 StatusValue EnumerateImageProperties(const std::string& name, std::string& error, std::string& list);
 
 } // namespace lumbrix

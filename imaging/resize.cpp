@@ -5,7 +5,7 @@
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
-#include "imaging/session.h"
+#include "imaging/surface.h"
 
 namespace lumbrix {
 
@@ -13,64 +13,103 @@ namespace {
 
 constexpr std::int32_t NoMode = 2; // what the modes read as where there is no surface to ask
 
-float Proportions(std::int32_t width, std::int32_t height) {
-    return static_cast<float>(static_cast<double>(width) / height);
+float Proportions(PictureSize size) { return static_cast<float>(static_cast<double>(size.width) / size.height); }
+
+PictureSize ResizedTo(std::int32_t height, PictureSize source) {
+    PictureSize size{ResizedWidth(source.width, source.height, height), height};
+    if (height == 0) { // a rule for a call by width alone, which nobody can make
+        size.height = RoundToEven(size.width / static_cast<long double>(Proportions(source)));
+    }
+    return size;
 }
 
-// Draws the whole of an image over the whole of a new bitmap, at the default modes. No status is looked at.
-void DrawInto(ImageHandle image, std::int32_t sourceWidth, std::int32_t sourceHeight, ImageHandle bitmap,
-              std::int32_t width, std::int32_t height, GraphicsHandle* graphics) {
-    GdipGetImageGraphicsContext(bitmap, graphics);
+// Makes the bitmap. As described it has the source's pixel format, also where that cannot be drawn on.
+bool MakeBitmap(Course& course, const OwnedImage& image, OwnedImage& bitmap) {
+    const PictureSize size = course.Result().result;
+    std::int32_t format = 0;
+    if (!course.Take(Step::Load, GdipGetImagePixelFormat(image.Get(), &format))) {
+        return false;
+    }
+    if (!course.IsDescribed()) {
+        if (size.width < 1 || size.height < 1) {
+            return course.Fail(Step::Make, InvalidParameter);
+        }
+        format = IsIndexedFormat(format) ? TrueColorFormat : format;
+    }
+    return course.Take(Step::Make,
+                       GdipCreateBitmapFromScan0(size.width, size.height, 0, format, nullptr, bitmap.Place()));
+}
+
+// Draws the whole of an image over the whole of a bitmap, at the default modes. False where the bitmap must not be
+// written, for there is a surface and the image is not on it.
+bool DrawWhole(Course& course, const OwnedImage& image, const OwnedImage& bitmap, OwnedSurface& surface) {
+    if (!course.Take(Step::Surface, surface.Open(bitmap.Get()))) {
+        return false;
+    }
     std::int32_t mode = NoMode;
-    GdipGetInterpolationMode(*graphics, &mode);
+    GdipGetInterpolationMode(surface.Get(), &mode);
     mode = NoMode;
-    GdipGetSmoothingMode(*graphics, &mode);
-    GdipDrawImageRectRectI(*graphics, image, 0, 0, width, height, 0, 0, sourceWidth, sourceHeight, UnitPixel);
+    GdipGetSmoothingMode(surface.Get(), &mode);
+    const PictureSize from = course.Result().source;
+    const PictureSize to = course.Result().result;
+    const FlatStatus status = GdipDrawImageRectRectI(surface.Get(), image.Get(), 0, 0, to.width, to.height, 0, 0,
+                                                     from.width, from.height, UnitPixel);
+    course.LookForDamage(image.Get());
+    return !surface || status == Done || course.Fail(Step::Draw, status);
 }
 
 } // namespace
 
 std::int32_t ResizedWidth(std::int32_t sourceWidth, std::int32_t sourceHeight, std::int32_t height) {
-    return RoundToEven(static_cast<long double>(Proportions(sourceWidth, sourceHeight)) * height);
+    return RoundToEven(static_cast<long double>(Proportions({sourceWidth, sourceHeight})) * height);
+}
+
+Outcome Resize(const ResizeOrder& order, const Wishes& wishes) {
+    Course course(wishes);
+    Outcome& outcome = course.Result();
+    if (order.mimeWord.empty()) {
+        course.Fail(Step::Names, BadName);
+        return outcome;
+    }
+    if (!course.Begin(order.destination)) {
+        return outcome;
+    }
+    OwnedImage image;
+    if (!course.Load(order.source, image)) {
+        course.LeaveSessionOpen();
+        return outcome;
+    }
+    if (!course.Measure(image.Get(), MeasuredFirst::Height)) {
+        if (course.IsDescribed()) {
+            image.LeaveBehind();
+            course.LeaveSessionOpen();
+        }
+        return outcome;
+    }
+    if (wishes.onlyShrinks && outcome.source.height <= order.height) {
+        outcome.result = outcome.source;
+        course.Watch(image.Get(), static_cast<std::uint32_t>(outcome.source.height));
+        course.Save(image.Get(), order.destination, order.mimeWord);
+        course.LookForDamage(image.Get());
+        return outcome;
+    }
+    outcome.result = ResizedTo(order.height, outcome.source);
+    const auto sourceRows = static_cast<std::uint32_t>(outcome.source.height);
+    const std::uint32_t rows = sourceRows + static_cast<std::uint32_t>(outcome.result.height);
+    course.Watch(image.Get(), rows);
+    OwnedSurface surface;
+    OwnedImage bitmap; // goes first, before its surface
+    if (MakeBitmap(course, image, bitmap) && DrawWhole(course, image, bitmap, surface)) {
+        CopyImageProperties(image.Get(), bitmap.Get());
+        course.Watch(bitmap.Get(), rows, sourceRows);
+        course.Save(bitmap.Get(), order.destination, order.mimeWord);
+    }
+    return outcome;
 }
 
 StatusValue ResizeImage(const std::string& source, const std::string& destination, std::int32_t height) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    if (mimeWord.empty()) {
-        return Refused;
-    }
-    const StatusValue token = StartImagingSession();
-    ImageHandle image = nullptr;
-    LoadImageFile(source, &image);
-    if (image == nullptr) {
-        return Refused;
-    }
-    std::uint32_t reportedHeight = 0;
-    std::uint32_t reportedWidth = 0;
-    GdipGetImageHeight(image, &reportedHeight);
-    GdipGetImageWidth(image, &reportedWidth);
-    const auto sourceWidth = static_cast<std::int32_t>(reportedWidth);
-    const auto sourceHeight = static_cast<std::int32_t>(reportedHeight);
-    if (sourceWidth <= 0 || sourceHeight <= 0) {
-        return Refused;
-    }
-    const std::int32_t width = ResizedWidth(sourceWidth, sourceHeight, height);
-    if (height == 0) { // a rule for a call by width alone, which nobody can make
-        height = RoundToEven(width / static_cast<long double>(Proportions(sourceWidth, sourceHeight)));
-    }
-    std::int32_t format = 0;
-    GdipGetImagePixelFormat(image, &format);
-    ImageHandle bitmap = nullptr;
-    GdipCreateBitmapFromScan0(width, height, 0, format, nullptr, &bitmap);
-    GraphicsHandle graphics = nullptr;
-    DrawInto(image, sourceWidth, sourceHeight, bitmap, width, height, &graphics);
-    CopyImageProperties(image, bitmap);
-    SaveImageFileAs(bitmap, destination, mimeWord);
-    DisposeImageHandle(bitmap);
-    GdipDeleteGraphics(graphics);
-    DisposeImageHandle(image);
-    EndImagingSession(token);
-    return Done;
+    return Resize({source, destination, mimeWord, height}, AsDescribed).end.step == Step::None ? Done : Refused;
 }
 
 } // namespace lumbrix

@@ -2,10 +2,10 @@
 #include "imaging/rotate.h"
 
 #include "base/lettercase.h"
+#include "imaging/course.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
-#include "imaging/session.h"
 
 namespace lumbrix {
 
@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::int32_t FreeAngle = -1;
 constexpr std::int32_t FlipX = 4;
+
+bool IsFlipWord(const std::string& word) { return word == "H" || word == "V" || word == "HV" || word == "VH"; }
 
 // A flip upside down is a half turn with a mirror; both flips at once are a half turn.
 std::int32_t FlipCode(const std::string& word) {
@@ -23,6 +25,11 @@ std::int32_t FlipCode(const std::string& word) {
         return FlipX + 2;
     }
     return 2;
+}
+
+PictureSize TurnedSize(PictureSize size, std::int32_t code) {
+    const bool isOnItsSide = code % 2 != 0;
+    return isOnItsSide ? PictureSize{size.height, size.width} : size;
 }
 
 } // namespace
@@ -36,7 +43,7 @@ std::int32_t RotateFlipCode(std::int32_t angle, const std::string& flip) {
     if (word.empty()) {
         return quarterTurns;
     }
-    if (word != "H" && word != "V" && word != "HV" && word != "VH") {
+    if (!IsFlipWord(word)) {
         return 0;
     }
     // The lower two bits count quarter turns, the third mirrors; turning on never changes the mirror.
@@ -44,29 +51,47 @@ std::int32_t RotateFlipCode(std::int32_t angle, const std::string& flip) {
     return (code & FlipX) | ((code + quarterTurns) & 3);
 }
 
+Outcome Rotate(const RotateOrder& order, const Wishes& wishes) {
+    Course course(wishes);
+    Outcome& outcome = course.Result();
+    const std::int32_t code = RotateFlipCode(order.angle, order.flip);
+    const bool isKnown = code != FreeAngle && (order.flip.empty() || IsFlipWord(UpperCase(order.flip)));
+    if (order.mimeWord.empty() || (!isKnown && !course.IsDescribed())) {
+        course.Fail(Step::Names, order.mimeWord.empty() ? BadName : InvalidParameter);
+        return outcome;
+    }
+    if (!course.Begin(order.destination)) {
+        return outcome;
+    }
+    OwnedImage clone; // goes behind its source
+    OwnedImage image;
+    if (!course.Load(order.source, image) && !course.IsDescribed()) {
+        return outcome;
+    }
+    if (!course.IsDescribed() && course.Measure(image.Get())) {
+        outcome.result = TurnedSize(outcome.source, code);
+    }
+    Clsid encoder;
+    const bool isTurned = course.Take(Step::Turn, GdipCloneImage(image.Get(), clone.Place())) &&
+                          // As described a free angle goes the same way, and is refused there.
+                          course.Take(Step::Turn, GdipImageRotateFlip(clone.Get(), code));
+    if (isTurned && course.FindEncoder(order.mimeWord, encoder)) {
+        CopyImageProperties(image.Get(), clone.Get());
+        course.Watch(clone.Get(), static_cast<std::uint32_t>(outcome.result.height));
+        course.Save(clone.Get(), order.destination, encoder);
+    }
+    course.LookForDamage(clone.Get());
+    if (!clone) {
+        clone.LeaveBehind();
+    }
+    return outcome;
+}
+
 StatusValue RotateImage(const std::string& source, const std::string& destination, std::int32_t angle,
                         const std::string& flip) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    if (mimeWord.empty()) {
-        return Refused;
-    }
-    const std::int32_t code = RotateFlipCode(angle, flip);
-    const StatusValue token = StartImagingSession();
-    ImageHandle image = nullptr;
-    LoadImageFile(source, &image);
-    ImageHandle clone = nullptr;
-    GdipCloneImage(image, &clone);
-    GdipImageRotateFlip(clone, code); // a free angle goes the same way, and is refused there
-    const Clsid encoder = ClsidFromText(FindEncoderClsid(mimeWord));
-    CopyImageProperties(image, clone);
-    SaveImageFile(clone, destination, encoder);
-    for (const ImageHandle made : {image, clone}) {
-        if (made != nullptr) {
-            DisposeImageHandle(made);
-        }
-    }
-    EndImagingSession(token);
-    return Done;
+    const Outcome outcome = Rotate({source, destination, mimeWord, angle, flip}, AsDescribed);
+    return outcome.end.step == Step::Names ? Refused : Done;
 }
 
 } // namespace lumbrix

@@ -1,7 +1,7 @@
 // Turns an image file by right angles and flips it.
 #pragma once
 
-#include "imaging/status.h"
+#include "imaging/outcome.h"
 
 #include <cstdint>
 #include <string>
@@ -13,9 +13,20 @@ namespace lumbrix {
 // 180 or 270.
 std::int32_t RotateFlipCode(std::int32_t angle, const std::string& flip);
 
-// The destination's extension names the format, and the source's properties go along, a stored orientation unchanged.
-// Refused for a blank name or an unknown extension, else Done, whether a file was written or not. An angle that is no
-// right one leaves the picture as it is.
+struct RotateOrder {
+    std::string source;
+    std::string destination;
+    std::string mimeWord;
+    std::int32_t angle; // degrees clockwise
+    std::string flip;
+};
+
+// The source's properties go along, a stored orientation unchanged. Truthful, an angle that is no right one and an
+// unknown flip word are refused.
+Outcome Rotate(const RotateOrder& order, const Wishes& wishes);
+
+// As described: the destination's extension names the format. Refused for a blank name or an unknown extension, else
+// Done, whether a file was written or not. An angle that is no right one leaves the picture as it is.
 StatusValue RotateImage(const std::string& source, const std::string& destination, std::int32_t angle,
                         const std::string& flip);
 

@@ -1,8 +1,7 @@
-// The imaging library in memory, sessions of it, and images loaded from files.
+// The imaging library in memory, and sessions of it.
 #include "imaging/session.h"
 
 #include "imaging/gdiplus/bindings.h"
-#include "platform/text.h"
 
 namespace lumbrix {
 
@@ -19,22 +18,12 @@ void UnloadImagingLibrary() {
     }
 }
 
-FlatStatus OpenImagingSession(SessionToken* token) {
-    const GdiplusStartupInput input{1, nullptr, 0, 0};
-    return GdiplusStartup(token, &input, nullptr);
-}
-
 StatusValue StartImagingSession() {
+    const GdiplusStartupInput input{1, nullptr, 0, 0};
     SessionToken token = 0;
-    return OpenImagingSession(&token) == 0 ? static_cast<StatusValue>(token) : NoSession;
+    return GdiplusStartup(&token, &input, nullptr) == 0 ? static_cast<StatusValue>(token) : NoSession;
 }
 
 void EndImagingSession(StatusValue token) { GdiplusShutdown(static_cast<SessionToken>(token)); }
-
-FlatStatus LoadImageFile(const std::string& name, ImageHandle* image) {
-    return GdipLoadImageFromFile(ToWide(name).c_str(), image);
-}
-
-FlatStatus DisposeImageHandle(ImageHandle image) { return GdipDisposeImage(image); }
 
 } // namespace lumbrix

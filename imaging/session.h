@@ -1,10 +1,8 @@
-// The imaging library in memory, sessions of it, and images loaded from files.
+// The imaging library in memory, and sessions of it.
 #pragma once
 
 #include "imaging/gdiplus/flattypes.h"
 #include "imaging/status.h"
-
-#include <string>
 
 namespace lumbrix {
 
@@ -13,18 +11,33 @@ namespace lumbrix {
 void LoadImagingLibrary();
 void UnloadImagingLibrary();
 
-// Opens a session for the caller's token. The imaging library's own status.
-FlatStatus OpenImagingSession(SessionToken* token);
-
 // The token of a new session, or NoSession.
 StatusValue StartImagingSession();
 
 // Takes what StartImagingSession returned, NoSession as well.
 void EndImagingSession(StatusValue token);
 
-// The file stays open and locked while the image lives.
-FlatStatus LoadImageFile(const std::string& name, ImageHandle* image);
+// A session for as long as it lives. One that was refused passes its number to the shutdown all the same.
+class ImagingSession {
+  public:
+    ImagingSession() : token_(StartImagingSession()) {}
+    ~ImagingSession() {
+        if (!isLeftOpen_) {
+            EndImagingSession(token_);
+        }
+    }
+    ImagingSession(const ImagingSession&) = delete;
+    ImagingSession& operator=(const ImagingSession&) = delete;
 
-FlatStatus DisposeImageHandle(ImageHandle image);
+    // Done, or NoSession.
+    StatusValue Status() const { return token_ == NoSession ? NoSession : Done; }
+
+    // From now on the session stays open for good, as some procedures are known to leave theirs.
+    void LeaveOpen() { isLeftOpen_ = true; }
+
+  private:
+    StatusValue token_;
+    bool isLeftOpen_ = false;
+};
 
 } // namespace lumbrix

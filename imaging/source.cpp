@@ -1,21 +1,27 @@
-// The beginning that all operations from file to file have in common.
+// The beginning that conversions have in common.
 #include "imaging/source.h"
 
+#include "imaging/blank.h"
 #include "imaging/formats.h"
-#include "imaging/session.h"
 
 namespace lumbrix {
 
-StatusValue OpenSource(const std::string& source, const std::string& mimeWord, OpenedSource* opened) {
-    if (OpenImagingSession(&opened->token) != 0) {
-        return NoSession;
+bool IsComplete(const ConvertOrder& order, Conduct conduct) {
+    const bool hasFormat = conduct == Conduct::Described || !order.mimeWord.empty();
+    return hasFormat && !IsBlank(order.source) && !IsBlank(order.destination);
+}
+
+bool OpenSource(Course& course, const ConvertOrder& order, Clsid& encoder, OwnedImage& image) {
+    if (!course.BeginChecked(order.destination)) {
+        return false;
     }
-    const std::string encoder = FindEncoderClsid(mimeWord);
-    if (encoder.empty()) {
-        return NoEncoder;
+    const std::string encoderText = FindEncoderClsid(order.mimeWord);
+    if (encoderText.empty()) {
+        course.LeaveSessionOpen();
+        return course.Fail(Step::Encoder, NoEncoder);
     }
-    opened->encoder = ClsidFromText(encoder);
-    return LoadImageFile(source, &opened->image);
+    encoder = ClsidFromText(encoderText);
+    return course.LoadChecked(order.source, image);
 }
 
 } // namespace lumbrix

@@ -1,23 +1,24 @@
-// The beginning that all operations from file to file have in common.
+// The beginning that conversions have in common.
 #pragma once
 
-#include "imaging/gdiplus/flattypes.h"
-#include "imaging/status.h"
+#include "imaging/course.h"
 
 #include <string>
 
 namespace lumbrix {
 
-// What an operation holds once it has begun.
-struct OpenedSource {
-    SessionToken token = 0;
-    Clsid encoder{};
-    ImageHandle image = nullptr;
+// Between which files, and in which format.
+struct ConvertOrder {
+    std::string source;
+    std::string destination;
+    std::string mimeWord; // names the format, whatever the destination's extension says
 };
 
-// Opens a session, finds the encoder for a MIME word, and loads the source, in this order. NoSession, NoEncoder, or the
-// imaging library's status on failure; where the encoder is missing or the load fails the session stays open on
-// purpose.
-StatusValue OpenSource(const std::string& source, const std::string& mimeWord, OpenedSource* opened);
+// Whether the order names files, and a format: as described an empty word is one too, that of the first encoder.
+bool IsComplete(const ConvertOrder& order, Conduct conduct);
+
+// Starts a session, finds the encoder and loads the source, in this order, and looks at each answer. False where one of
+// them fails; as described, the session then stays open, but for a source that gave no image and no failure.
+bool OpenSource(Course& course, const ConvertOrder& order, Clsid& encoder, OwnedImage& image);
 
 } // namespace lumbrix

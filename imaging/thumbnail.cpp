@@ -2,36 +2,18 @@
 #include "imaging/thumbnail.h"
 
 #include "base/numbers.h"
-#include "imaging/blank.h"
-#include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
-#include "imaging/session.h"
-#include "imaging/source.h"
 
 namespace lumbrix {
 
 namespace {
 
-// Makes and saves the thumbnail of a loaded image. Done also where there is nothing to make.
-FlatStatus SaveThumbnail(ImageHandle image, std::int32_t height, const std::string& destination, const Clsid& encoder,
-                         ImageHandle* thumbnail, bool* madeThumbnail) {
-    std::uint32_t sourceWidth = 0;
-    std::uint32_t sourceHeight = 0;
-    GdipGetImageWidth(image, &sourceWidth);
-    GdipGetImageHeight(image, &sourceHeight);
-    const auto signedWidth = static_cast<std::int32_t>(sourceWidth);
-    const auto signedHeight = static_cast<std::int32_t>(sourceHeight);
-    if (signedWidth <= 0 || signedHeight <= 0) {
-        return Done;
-    }
-    const std::int32_t width = ThumbnailWidth(signedWidth, signedHeight, height);
-    const FlatStatus status =
-        GdipGetImageThumbnail(image, static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height), thumbnail);
-    *madeThumbnail = status == 0;
-    if (status != 0 || *thumbnail == nullptr) {
-        return status;
-    }
-    return SaveImageFile(*thumbnail, destination, encoder);
+// Makes the thumbnail of an image whose size is known. The imaging library would take a width of 0 for a wish of its
+// own.
+FlatStatus ThumbnailOf(const OwnedImage& image, PictureSize size, ImageHandle* thumbnail) {
+    return size.width == 0 ? InvalidParameter
+                           : GdipGetImageThumbnail(image.Get(), static_cast<std::uint32_t>(size.width),
+                                                   static_cast<std::uint32_t>(size.height), thumbnail);
 }
 
 } // namespace
@@ -41,33 +23,55 @@ std::int32_t ThumbnailWidth(std::int32_t sourceWidth, std::int32_t sourceHeight,
     return RoundToEven(product / sourceHeight);
 }
 
+Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wishes& wishes) {
+    Course course(wishes);
+    Outcome& outcome = course.Result();
+    if (!IsComplete(order, wishes.conduct) || height == 0) {
+        course.Fail(Step::Names, BadName);
+        return outcome;
+    }
+    Clsid encoder;
+    OwnedImage thumbnail; // disposed of behind its source
+    OwnedImage image;
+    if (!OpenSource(course, order, encoder, image)) {
+        return outcome;
+    }
+    ImageHandle* const place = thumbnail.Place(); // disposed of from now on, also where there is none
+    if (!course.Measure(image.Get())) {
+        return outcome;
+    }
+    outcome.result = {ThumbnailWidth(outcome.source.width, outcome.source.height, height), height};
+    const auto sourceRows = static_cast<std::uint32_t>(outcome.source.height);
+    const std::uint32_t rows = sourceRows + static_cast<std::uint32_t>(height);
+    course.Watch(image.Get(), rows);
+    const FlatStatus status = ThumbnailOf(image, outcome.result, place);
+    course.LookForDamage(image.Get());
+    if (status != Done) {
+        course.Fail(Step::Make, status);
+        if (course.IsDescribed()) { // which leaves everything as it is
+            image.LeaveBehind();
+            thumbnail.LeaveBehind();
+            course.LeaveSessionOpen();
+        }
+        return outcome;
+    }
+    if (!thumbnail) {
+        course.Fail(Step::Make, NotLoaded);
+        return outcome;
+    }
+    course.Watch(thumbnail.Get(), rows, sourceRows);
+    course.Save(thumbnail.Get(), order.destination, encoder);
+    if (!outcome.isWritten) {
+        course.LeaveSessionOpen();
+    }
+    return outcome;
+}
+
 StatusValue ConvertImageFileToThumb(const std::string& source, std::int32_t height, const std::string& destination,
                                     const std::string& mimeWord) {
-    if (IsBlank(source) || IsBlank(destination) || height == 0) {
-        return Done;
-    }
-    OpenedSource opened;
-    if (const StatusValue status = OpenSource(source, mimeWord, &opened); status != Done) {
-        return status;
-    }
-    ImageHandle thumbnail = nullptr;
-    if (opened.image != nullptr) {
-        bool madeThumbnail = true;
-        const FlatStatus status =
-            SaveThumbnail(opened.image, height, destination, opened.encoder, &thumbnail, &madeThumbnail);
-        if (status != 0) {
-            // A refused thumbnail leaves the image behind on purpose; a refused save does not.
-            if (madeThumbnail) {
-                DisposeImageHandle(opened.image);
-                DisposeImageHandle(thumbnail);
-            }
-            return status;
-        }
-    }
-    DisposeImageHandle(opened.image);
-    DisposeImageHandle(thumbnail);
-    GdiplusShutdown(opened.token);
-    return Done;
+    const Failure first = MakeThumbnail({source, destination, mimeWord}, height, AsDescribed).first;
+    const bool isPassedOver = first.step == Step::Names || first.step == Step::Measure || first.status == NotLoaded;
+    return isPassedOver ? Done : first.status;
 }
 
 } // namespace lumbrix

@@ -8,10 +8,13 @@
 
 namespace lumbrix {
 
+// What stands between the folders of a path, and whatever may stand before a file's name.
 #ifdef _WIN32
 inline constexpr char PathSeparator = '\\';
+inline constexpr const char* PathSeparators = "\\/:";
 #else
 inline constexpr char PathSeparator = '/';
+inline constexpr const char* PathSeparators = "/";
 #endif
 
 // Deletes a file; passes over one marked hidden or system. Raises where there is none or it cannot be deleted.

@@ -1,4 +1,5 @@
-// The exported doors: each fixes a format, turns C texts into ours, and lets no exception out.
+// The exported doors of the described procedures: each fixes a format, turns C texts into ours, and lets no exception
+// out.
 #include "imaging/annotate.h"
 #include "imaging/convert.h"
 #include "imaging/crop.h"
@@ -8,8 +9,8 @@
 #include "imaging/display.h"
 #include "imaging/exports/internal.h"
 #include "imaging/exports/lumbrix.h"
+#include "imaging/exports/texts.h"
 #include "imaging/properties.h"
-#include "imaging/questions.h"
 #include "imaging/resize.h"
 #include "imaging/rotate.h"
 #include "imaging/session.h"
@@ -17,45 +18,12 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 #include <vector>
 
 namespace {
 
-constexpr int32_t InternalError = -1;
-
-std::string Text(const char* text) { return text == nullptr ? std::string() : std::string(text); }
-
-template <class Body> int32_t Door(Body body) noexcept {
-    try {
-        return body();
-    } catch (...) {
-        return InternalError;
-    }
-}
-
-// Memory for a caller, who gives it back with lumbrix_free.
-void* Allocate(std::size_t bytes) {
-    void* memory = std::malloc(bytes);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    return memory;
-}
-
-char* NewText(const std::string& text) {
-    return static_cast<char*>(std::memcpy(Allocate(text.size() + 1), text.c_str(), text.size() + 1));
-}
-
-// Puts a text where the caller holds one; the text that stood there is given back. An unchanged one stays.
-void ReplaceText(char** place, const std::string& text) {
-    if (Text(*place) != text) {
-        char* replacement = NewText(text);
-        std::free(*place);
-        *place = replacement;
-    }
-}
+using namespace lumbrix::exports;
 
 int32_t Convert(const char* source, const char* destination, const char* mimeWord) {
     return Door([&] { return lumbrix::ConvertImageFile(Text(source), Text(destination), mimeWord); });
@@ -214,16 +182,4 @@ char* LUMBRIX_CALL GetImageDateTime(const char* file) {
 
 int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date) {
     return Door([&] { return lumbrix::DateStampImage(Text(file), Text(date)); });
-}
-
-int32_t LUMBRIX_CALL lumbrix_has_font(const char* family) {
-    return Door([&] { return lumbrix::HasFontFamily(Text(family)) ? 1 : 0; });
-}
-
-int32_t LUMBRIX_CALL lumbrix_has_palette(const char* file) {
-    return Door([&] { return lumbrix::HasIndexedPixels(Text(file)) ? 1 : 0; });
-}
-
-int32_t LUMBRIX_CALL lumbrix_copy_true_color(const char* source, const char* destination) {
-    return Door([&] { return lumbrix::CopyAsTrueColor(Text(source), Text(destination)); });
 }

@@ -1,30 +1,19 @@
 /* Lumbrix: operations on image files, callable from C, C++ and whatever else can call a C library.
 
    Usage. Call LoadImagingLibrary once before the first operation and UnloadImagingLibrary behind the last. Every
-   operation is one pass from file to file and returns when it is done. Link against lumbrix (liblumbrix.so on Linux,
-   lumbrix.dll with its import library liblumbrix.dll.a on Windows), or look the names up at run time: they are
-   exported undecorated, by lumbrix.dll and by lumbrix.exe. On Windows the procedures follow the __stdcall convention.
+   operation comes in two forms: under a name with the prefix lumbrix_, which tells truthfully what happened and is the
+   one for new programs, and under an older name, which passes over much, for programs that know it. Each is one pass
+   from file to file and returns when it is done. Link against lumbrix (liblumbrix.so on Linux, lumbrix.dll with its
+   import library liblumbrix.dll.a on Windows), or look the names up at run time: they are exported undecorated, by
+   lumbrix.dll and by lumbrix.exe. On Windows the procedures follow the __stdcall convention.
 
    Texts. A file name is NUL-terminated text in the system's 8-bit code page (UTF-8 on Linux). A null pointer counts as
-   an empty name. A name of nothing but blanks counts as not given: conversions then return 0 and do nothing, the other
-   operations refuse it. A text that comes back is memory of this library, to be given back with lumbrix_free; a
-   `char**` may point to a null pointer, which counts as an empty text, or to a text that this library handed out.
+   an empty name. A name of nothing but blanks counts as not given. A text that comes back is memory of this library, to
+   be given back with lumbrix_free; a `char**` may point to a null pointer, which counts as an empty text, or to a text
+   that this library handed out.
 
-   Written or not. Several operations pass over what happens while they draw and save, and return 0 all the same, as
-   said with each: a caller that wants to know whether a file was written looks for the file.
-
-   Results. 0: done. Otherwise:
-     1 to 21   the imaging library's own status, passed up unchanged. The common ones: 1 the file is in use, read-only,
-               or cannot be created (also: source and destination are the same file); 2 a size is not acceptable;
-               3 the source is no picture that can be read, or is damaged, or memory ran out; 7 the system failed while
-               writing, for instance on a full disk; 10 the source is not there.
-     -1        refused: a blank name, a destination whose extension names no format, a source that did not load, a
-               size that cannot be; also an error inside this library.
-     -16001    the imaging library refused a session.
-     -16002    there is no encoder for the format, or no imaging library is loaded.
-     -16003    a blank name, or a destination whose extension names no format (annotating and stamping).
-     -16004    an input picture did not load (annotating and stamping).
-   A failed operation leaves a file that stood at the destination as it was.
+   Results. LUMBRIX_OK, 0, for done; otherwise one of enum lumbrix_status. A failed operation leaves a file that stood
+   at the destination as it was.
 
    Threads. Several threads may run operations at the same time, on different files or the same sources.
    LoadImagingLibrary and UnloadImagingLibrary must not run while an operation does. */
@@ -58,11 +47,179 @@ LUMBRIX_EXPORT void LUMBRIX_CALL LoadImagingLibrary(void);
 /* Gives the imaging library back. The operations return -16002 from then on. */
 LUMBRIX_EXPORT void LUMBRIX_CALL UnloadImagingLibrary(void);
 
+/* What the procedures return. The positive ones are the imaging library's own, passed up unchanged; those that it gives
+   here are explained. */
+enum lumbrix_status {
+    LUMBRIX_OK = 0,
+    LUMBRIX_GENERIC_ERROR = 1, /* a file is in use, read-only, or cannot be created; source and destination are one */
+    LUMBRIX_INVALID_PARAMETER = 2, /* a size or a word is not acceptable */
+    LUMBRIX_OUT_OF_MEMORY = 3,     /* no picture that can be read, or a damaged one, or memory ran out */
+    LUMBRIX_OBJECT_BUSY = 4,
+    LUMBRIX_INSUFFICIENT_BUFFER = 5,
+    LUMBRIX_NOT_IMPLEMENTED = 6,
+    LUMBRIX_WIN32_ERROR = 7, /* the system failed while writing, for instance on a full disk */
+    LUMBRIX_WRONG_STATE = 8,
+    LUMBRIX_ABORTED = 9,         /* lumbrix_job.progress returned 0 */
+    LUMBRIX_FILE_NOT_FOUND = 10, /* the source is not there */
+    LUMBRIX_VALUE_OVERFLOW = 11,
+    LUMBRIX_ACCESS_DENIED = 12,
+    LUMBRIX_UNKNOWN_IMAGE_FORMAT = 13,
+    LUMBRIX_FONT_FAMILY_NOT_FOUND = 14, /* the font is not installed */
+    LUMBRIX_FONT_STYLE_NOT_FOUND = 15,
+    LUMBRIX_NOT_TRUE_TYPE_FONT = 16,
+    LUMBRIX_UNSUPPORTED_GDIPLUS_VERSION = 17,
+    LUMBRIX_GDIPLUS_NOT_INITIALIZED = 18,
+    LUMBRIX_PROPERTY_NOT_FOUND = 19, /* the picture has no date */
+    LUMBRIX_PROPERTY_NOT_SUPPORTED = 20,
+    LUMBRIX_PROFILE_NOT_FOUND = 21,
+    LUMBRIX_REFUSED = -1, /* the rectangle does not lie within the picture; of the older procedures: a blank name,
+                             an unknown extension, a source that did not load, a size that cannot be; also an
+                             error inside this library */
+    LUMBRIX_NO_SESSION = -16001,   /* the imaging library refused a session */
+    LUMBRIX_NO_ENCODER = -16002,   /* nothing can be written in the format; of the older procedures: or there is no
+                                      imaging library */
+    LUMBRIX_BAD_NAME = -16003,     /* a blank name, or a destination whose extension names no format */
+    LUMBRIX_NOT_LOADED = -16004,   /* an input picture did not load */
+    LUMBRIX_NO_LIBRARY = -16005,   /* no imaging library is loaded */
+    LUMBRIX_ALREADY_THERE = -16006 /* lumbrix_job.keep_existing was set, and the destination is there */
+};
+
+/* The name of a status, such as "FileNotFound"; "Unknown" for a number that is none. Not to be freed. */
+LUMBRIX_EXPORT const char* LUMBRIX_CALL lumbrix_status_name(int32_t status);
+
 /* Frees a text that this library allocated and handed out through a `char**`. Null is passed over. */
 LUMBRIX_EXPORT void LUMBRIX_CALL lumbrix_free(void* text);
 
 /* The version of this library as text, such as "0.1.0". Not to be freed. */
 LUMBRIX_EXPORT const char* LUMBRIX_CALL lumbrix_version(void);
+
+/* ---- The truthful procedures ---- */
+
+/* Told how far an operation is: `rows_done` of all `rows` that it has to read. Called on the thread of the operation,
+   at least a hundred times for a large picture. 0 ends the operation with LUMBRIX_ABORTED, anything else lets it go on.
+   Must not call this library, nor leave by an exception or a jump. */
+typedef int32_t(LUMBRIX_CALL* lumbrix_progress)(void* context, uint32_t rows_done, uint32_t rows);
+
+/* How an operation is to be done, and what came of it. Begin with LUMBRIX_JOB_INIT, change what you want otherwise, and
+   use it for one call at a time; for further calls it may be used again as it is. */
+typedef struct lumbrix_job {
+    uint32_t size; /* of this struct, in bytes, so that a later version knows what the caller has */
+
+    /* To be done. */
+    const char* format;        /* of the file to write: "bmp", "jpg", "gif", "tiff" or "png"; null: by its extension */
+    int32_t strict;            /* not 0: refuse a damaged picture. Else a damaged JPEG is shown as far as it goes, the
+                                  rest grey. Other formats are refused anyway */
+    int32_t keep_existing;     /* not 0: do not replace a destination that is there */
+    int32_t only_shrink;       /* not 0: lumbrix_resize keeps the size of a picture that is not higher than asked for */
+    lumbrix_progress progress; /* null for none. The platform's own imaging library on Windows never calls it */
+    void* context;             /* handed to progress */
+
+    /* What came of it; all of it is filled by every call. */
+    int32_t status;     /* what the procedure returned */
+    int32_t written;    /* 1 where the destination was written, else 0 */
+    int32_t damaged;    /* 1 where a picture was damaged and what could not be decoded of it is grey, else 0. With the
+                           platform's own imaging library always 0 */
+    int32_t width;      /* of the picture that was, or would have been, written, in pixels; of a procedure that only */
+    int32_t height;     /* reads, of the picture that was read; 0 where it is not known */
+    char message[1024]; /* one sentence that names file and cause; a damaged picture has one too; else empty. A name
+                           that is too long is shortened in its middle. In the system's 8-bit code page */
+} lumbrix_job;
+
+#define LUMBRIX_JOB_INIT                                                                                               \
+    { sizeof(lumbrix_job), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "" }
+
+/* Each of these returns a status, writes `destination` only if all went well, and replaces it in one step. The source's
+   properties (EXIF and the like) go along unchanged, but for lumbrix_thumb. A picture with a palette is drawn on as
+   true colour. `job` may be null. */
+
+/* The same picture in another format. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_convert(const char* source, const char* destination, lumbrix_job* job);
+
+/* A small copy without properties that is `height` pixels high, as ConvertImageToThumbPng and its siblings make it. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_thumb(const char* source, const char* destination, int32_t height,
+                                                  lumbrix_job* job);
+
+/* A copy that is `height` pixels high; the width keeps the proportions, see ResizeImage. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_resize(const char* source, const char* destination, int32_t height,
+                                                   lumbrix_job* job);
+
+/* In pixels, from the top left corner of the picture. */
+typedef struct lumbrix_rectangle {
+    int32_t x;
+    int32_t y;
+    int32_t width;
+    int32_t height;
+} lumbrix_rectangle;
+
+/* Cuts out a rectangle, which must lie within the picture. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_crop(const char* source, const char* destination,
+                                                 const lumbrix_rectangle* rectangle, lumbrix_job* job);
+
+/* Turns by `angle` degrees clockwise, 0, 90, 180 or 270, and then flips: "H" (left to right), "V" (upside down), "HV"
+   or "VH", in any letter case, or empty or null for not at all. A stored orientation is neither looked at nor changed.
+ */
+typedef struct lumbrix_turn {
+    int32_t angle;
+    const char* flip;
+} lumbrix_turn;
+
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_rotate(const char* source, const char* destination,
+                                                   const lumbrix_turn* turn, lumbrix_job* job);
+
+/* A text to write on a picture: see AnnotateImage for all of these. */
+typedef struct lumbrix_annotation {
+    float x; /* pixels */
+    float y;
+    const char* text;
+    const char* font;
+    int32_t font_size; /* pixels */
+    int32_t bold;      /* the four styles are set where they are not 0 */
+    int32_t italic;
+    int32_t underline;
+    int32_t strikeout;
+    int32_t alpha; /* 1 to 255; anything else is opaque */
+    int32_t red;   /* 0 to 255 */
+    int32_t green;
+    int32_t blue;
+} lumbrix_annotation;
+
+/* Writes a text on the picture, which is drawn over itself first, so that a translucent one becomes denser. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_annotate(const char* source, const char* destination,
+                                                     const lumbrix_annotation* annotation, lumbrix_job* job);
+
+/* A picture file to place on another, pixel for pixel, and where its top left corner goes, in pixels. */
+typedef struct lumbrix_stamp_place {
+    const char* stamp;
+    float x;
+    float y;
+} lumbrix_stamp_place;
+
+/* Stamps a picture on the picture, which is drawn over itself first. What falls outside is cut off. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_stamp(const char* source, const char* destination,
+                                                  const lumbrix_stamp_place* place, lumbrix_job* job);
+
+/* Writes a JPEG copy, whatever the extension and lumbrix_job.format, whose date property is `date` as it stands. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_date_stamp(const char* source, const char* destination, const char* date,
+                                                       lumbrix_job* job);
+
+/* The name that a stamped copy of a file has beside it: the file's up to its first dot, with "_stamped.jpg" behind. To
+   be given back with lumbrix_free; null only where memory ran out. */
+LUMBRIX_EXPORT char* LUMBRIX_CALL lumbrix_stamped_name(const char* file);
+
+/* Reads the size into the job, without decoding. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_read_size(const char* file, lumbrix_job* job);
+
+/* Puts the date property, or the list of properties as EnumerateImageProperties writes it, into `text`, in the place of
+   what stood there. LUMBRIX_PROPERTY_NOT_FOUND for a picture without a date; one without properties has an empty list.
+ */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_read_date(const char* file, char** text, lumbrix_job* job);
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_read_properties(const char* file, char** text, lumbrix_job* job);
+
+/* ---- The older procedures ---- */
+
+/* Several of these pass over what happens while they draw and save, and return 0 all the same, as said with each: a
+   caller that wants to know whether a file was written looks for the file, or calls one of those above. Of a blank name
+   the conversions say nothing either: they return 0 and do nothing. */
 
 /* Converts the picture in `source` to the format that the name says, and writes it to `destination`, whatever that
    name's extension is. The size in pixels stays. Nothing else is changed: a format without alpha gets the picture over
@@ -79,8 +236,8 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToSgl(const char* source, const 
 
 /* Writes a copy of the picture that is `height` pixels high to `destination`, in the format that the name says. The
    width keeps the proportions: source width * height / source height, rounded to the nearest whole number, a tie going
-   to the even one. A height beyond the source's enlarges. Height 0 returns 0 and nothing is done; a negative one is
-   refused with 2. */
+   to the even one. A height beyond the source's enlarges. Height 0 returns 0 and nothing is done; a negative one, and
+   one at which no width is left, is refused with 2. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbBmp(const char* source, int32_t height, const char* destination);
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbGif(const char* source, int32_t height, const char* destination);
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbJpeg(const char* source, int32_t height,
@@ -99,9 +256,9 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL GetImageDimensions(const char* file, int32_t
 /* Writes a copy that is `height` pixels high; the width keeps the proportions (source width / source height as a 32-bit
    float, times `height`, rounded to the nearest whole number, a tie going to the even one). Shrinks and enlarges. The
    source's properties (EXIF and the like) go along unchanged, the stored width and height too. -1 for a blank name, an
-   unknown extension, and a source that does not load. Otherwise 0, whether a file was written or not; none is where
-   `height` is not above 0. A source with a palette (GIF, grey JPEG, PNG and BMP of 8 bits or fewer) gives a file of the
-   right size with nothing drawn on it: see lumbrix_copy_true_color. */
+   unknown extension, and a source that does not load or is damaged. Otherwise 0, whether a file was written or not;
+   none is where `height` is not above 0. A source with a palette (GIF, grey JPEG, PNG and BMP of 8 bits or fewer) gives
+   a file of the right size with nothing drawn on it. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL ResizeImage(const char* source, const char* destination, int32_t height);
 
 /* Cuts out the rectangle of `width` by `height` pixels whose top left corner is at (x, y), counted from the top left of
@@ -127,9 +284,8 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL DisplayImage(const char* file, void* context
    carriage return before it) begins a new line; lines are not wrapped. `font` is the name of an installed family, such
    as "Arial", and `size` its height in pixels; the four styles are set where they are not zero. `alpha` is 1 (faint) to
    255 (opaque), everything else counts as 255; `blue`, `green` and `red`, in this order, are 0 to 255. -16003 for a
-   blank name or an unknown extension, -16004 for a source that does not load. Otherwise 0, whether the save worked or
-   not: a family that is not installed (see lumbrix_has_font) and a source with a palette (see lumbrix_copy_true_color)
-   give a copy without the text. */
+   blank name or an unknown extension, -16004 for a source that does not load or is damaged. Otherwise 0, whether the
+   save worked or not: a family that is not installed and a source with a palette give a copy without the text. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL AnnotateImage(const char* source, const char* destination, float x, float y,
                                                   const char* text, const char* font, int32_t size, int32_t bold,
                                                   int32_t italic, int32_t underline, int32_t strikeout, int32_t alpha,
@@ -137,8 +293,7 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL AnnotateImage(const char* source, const char
 
 /* Places the picture in `stamp` on the one in `source`, itself drawn over itself first, pixel for pixel, its top left
    corner at (x, y), blended by its own alpha; what falls outside is cut off. Results as for AnnotateImage; -16004 also
-   for a stamp that does not load.
- */
+   for a stamp that does not load. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL StampImage(const char* source, const char* destination, float x, float y,
                                                const char* stamp);
 
@@ -173,17 +328,6 @@ LUMBRIX_EXPORT char* LUMBRIX_CALL GetImageDateTime(const char* file);
    where no imaging library is loaded, -1 where the file does not load, else the status of setting the property. Whether
    the save worked is not told. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date);
-
-/* Whether a font family is installed, or one of the same measures that stands in for it: 1 or 0. */
-LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_has_font(const char* family);
-
-/* Whether the picture in a file has a palette, so that nothing can be drawn on it: 1, or 0 also where it cannot be
-   read. */
-LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_has_palette(const char* file);
-
-/* Writes the picture as a PNG file of 32-bit pixels, with its properties, whatever the destination's extension: a copy
-   that can be drawn on. -1 for a blank name, else the imaging library's status. */
-LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_copy_true_color(const char* source, const char* destination);
 
 #ifdef __cplusplus
 }

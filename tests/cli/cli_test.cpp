@@ -60,15 +60,15 @@ TEST_F(CommandLine, HelpMayBeAPlainWord) { ExpectFailure(Run({"size", "--", "--h
 TEST_F(CommandLine, VersionIsPrinted) { EXPECT_EQ(Run({"--version"}).output, "lumbrix-cli " LUMBRIX_VERSION "\n"); }
 
 TEST_F(CommandLine, WrongUsageEndsWithTwo) {
-    ExpectWrongUsage(Run({}), "a command is needed");
-    ExpectWrongUsage(Run({"paint", "x"}), "no command 'paint'");
+    ExpectWrongUsage(Run({}), "no command was given");
+    ExpectWrongUsage(Run({"paint", "x"}), "unknown command 'paint'");
     ExpectWrongUsage(Run({"convert", "x"}), "convert SOURCE TARGET");
     ExpectWrongUsage(Run({"convert", "x", "y.png", "z"}), "convert SOURCE TARGET");
     ExpectWrongUsage(Run({"convert", Path("source.bmp"), "y.sgl"}), "must end in .bmp");
     ExpectWrongUsage(Run({"convert", Path("source.bmp"), "png"}), "must end in .bmp");
     ExpectWrongUsage(Run({"convert", " ", "y.png"}), "empty file name");
     for (const char* height : {"0", "-5", "ten", "5x", "", "99999999999"}) {
-        ExpectWrongUsage(Run({"thumb", Path("source.bmp"), height, "y.png"}), "is no height");
+        ExpectWrongUsage(Run({"thumb", Path("source.bmp"), height, "y.png"}), "invalid height ");
     }
 }
 
@@ -83,7 +83,7 @@ TEST_F(CommandLine, FolderAsSourceIsNamed) {
 
 TEST_F(CommandLine, SourceThatIsNoPictureIsNamed) {
     WriteBytes(folder_ / "letter.png", "Dear Sir or Madam");
-    ExpectFailure(Run({"convert", Path("letter.png"), Path("a.jpg")}), "letter.png", "no picture");
+    ExpectFailure(Run({"convert", Path("letter.png"), Path("a.jpg")}), "letter.png", "not a picture");
     WriteBytes(folder_ / "cut.bmp", ReadBytes(folder_ / "source.bmp").substr(0, 55));
     ExpectFailure(Run({"convert", Path("cut.bmp"), Path("a.jpg")}), "cut.bmp", "damaged");
     EXPECT_FALSE(std::filesystem::exists(folder_ / "a.jpg"));
@@ -93,7 +93,7 @@ TEST_F(CommandLine, ControlCharactersInNamesDoNotReachTheTerminal) {
     ExpectFailure(Run({"size", Path("a\x1B[2J\nb\xC2\x9B.png")}), "a?[2J?b?.png", "no such file");
     ExpectWrongUsage(Run({"paint\x1B[2J"}), "'paint?[2J'");
     std::filesystem::create_directory(folder_ / "in");
-    WriteBytes(folder_ / "in/\x1B[2J.png", "no picture");
+    WriteBytes(folder_ / "in/\x1B[2J.png", "not a picture");
     EXPECT_NE(Run({"folder", Path("in"), Path("out"), "gif"}).errors.find("in/?[2J.png"), std::string::npos);
 }
 
@@ -138,7 +138,7 @@ TEST_F(CommandLine, OptionsStandAnywhereBehindTheCommand) {
 }
 
 TEST_F(CommandLine, OptionsOfOtherCommandsAreWrongUsage) {
-    ExpectWrongUsage(Run({"convert", "a.png", "b.png", "--bold"}), "no option '--bold'");
+    ExpectWrongUsage(Run({"convert", "a.png", "b.png", "--bold"}), "unknown option '--bold'");
     ExpectWrongUsage(Run({"folder", "in", "out", "png", "--jobs"}), "--jobs N");
 }
 

@@ -78,18 +78,18 @@ TEST_F(Drawing, AnnotateNamesAFontThatIsNotInstalled) {
 }
 
 TEST_F(Drawing, AnnotateCalledWronglyEndsWithTwo) {
-    ExpectAnnotateIsWrong({"x", "0", "HI"}, "is no X");
-    ExpectAnnotateIsWrong({"0", "1.5", "HI"}, "is no Y");
+    ExpectAnnotateIsWrong({"x", "0", "HI"}, "invalid X ");
+    ExpectAnnotateIsWrong({"0", "1.5", "HI"}, "invalid Y ");
     ExpectAnnotateIsWrong({"0", "0"}, "annotate SOURCE TARGET X Y TEXT");
     ExpectAnnotateIsWrong({"0", "0", ""}, "empty text");
-    ExpectAnnotateIsWrong({"0", "0", "HI", "--size", "0"}, "is no size");
+    ExpectAnnotateIsWrong({"0", "0", "HI", "--size", "0"}, "invalid size ");
     ExpectAnnotateIsWrong({"0", "0", "HI", "--size"}, "--size N");
-    ExpectAnnotateIsWrong({"0", "0", "HI", "--blink"}, "no option '--blink'");
+    ExpectAnnotateIsWrong({"0", "0", "HI", "--blink"}, "unknown option '--blink'");
     for (const char* color : {"red", "FF00", "#FF0000", "-12345", "0x1234", "GG0000", "FF000000"}) {
-        ExpectAnnotateIsWrong({"0", "0", "HI", "--color", color}, "is no colour");
+        ExpectAnnotateIsWrong({"0", "0", "HI", "--color", color}, "invalid colour ");
     }
     for (const char* alpha : {"0", "256", "-1", "half"}) {
-        ExpectAnnotateIsWrong({"0", "0", "HI", "--alpha", alpha}, "is no alpha");
+        ExpectAnnotateIsWrong({"0", "0", "HI", "--alpha", alpha}, "invalid alpha ");
     }
 }
 

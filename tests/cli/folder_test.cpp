@@ -31,7 +31,7 @@ TEST_F(Folder, ExtensionsTellPicturesInAnyLetterCase) {
         MakePicture(std::string("in/") + name);
     }
     for (const char* name : {"notes.txt", "bmp", ".bmp", "a.bmp.bak"}) {
-        WriteBytes(folder_ / (std::string("in/") + name), "no picture");
+        WriteBytes(folder_ / (std::string("in/") + name), "not a picture");
     }
     ExpectSuccess(RunFolder({"gif"}), "6 written, 0 skipped, 0 failed, 4 passed over\n");
     EXPECT_EQ(NamesIn("out"), (Names{"a.gif", "b.gif", "c.gif", "d.gif", "e.gif", "f.ico.gif"}));
@@ -127,11 +127,11 @@ TEST_F(Folder, OneJobAndFourWriteTheSameFiles) {
 
 TEST_F(Folder, WrongUsageEndsWithTwo) {
     ExpectWrongUsage(Run({"folder", Path("in"), Path("out")}), "folder SOURCE_FOLDER TARGET_FOLDER");
-    ExpectWrongUsage(RunFolder({"webp"}), "is no format");
-    ExpectWrongUsage(RunFolder({".png"}), "is no format");
-    ExpectWrongUsage(RunFolder({"png", "0"}), "is no height");
+    ExpectWrongUsage(RunFolder({"webp"}), "unknown format");
+    ExpectWrongUsage(RunFolder({".png"}), "unknown format");
+    ExpectWrongUsage(RunFolder({"png", "0"}), "invalid height ");
     for (const char* jobs : {"0", "-1", "many", "257"}) {
-        ExpectWrongUsage(RunFolder({"png", "--jobs", jobs}), "is no number of jobs");
+        ExpectWrongUsage(RunFolder({"png", "--jobs", jobs}), "invalid number of jobs ");
     }
     ExpectWrongUsage(Run({"folder", "", Path("out"), "png"}), "empty file name");
     ExpectWrongUsage(Run({"folder", Path("in"), " ", "png"}), "empty file name");

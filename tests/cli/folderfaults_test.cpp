@@ -41,7 +41,7 @@ TEST_F(FolderFaults, BadFilesDoNotStopTheRun) {
     WriteBytes(folder_ / "in/d.bmp", ReadBytes(folder_ / "in/a.bmp").substr(0, 60));
     MakePicture("in/e.bmp");
     ExpectFailures(RunFolder({"png", "--jobs", "1"}), "3 written, 0 skipped, 2 failed",
-                   {{"in/b.png", "no picture"}, {"in/d.bmp", "damaged"}});
+                   {{"in/b.png", "not a picture"}, {"in/d.bmp", "damaged"}});
     EXPECT_EQ(NamesIn("out"), (Names{"a.png", "c.png", "e.png"}));
 }
 
@@ -95,11 +95,11 @@ TEST_F(FolderFaults, SourceFolderUnderAnotherNameIsSeenThrough) {
 
 TEST_F(FolderFaults, MissingSourceFolderIsNamed) {
     ExpectFailure(Run({"folder", Path("none"), Path("out"), "png"}), "none", "no such folder");
-    ExpectFailure(Run({"folder", Path("source.bmp"), Path("out"), "png"}), "source.bmp", "it is no folder");
+    ExpectFailure(Run({"folder", Path("source.bmp"), Path("out"), "png"}), "source.bmp", "it is not a folder");
 }
 
 TEST_F(FolderFaults, FileAsTargetFolderIsNamed) {
-    ExpectFailure(Run({"folder", Path("in"), Path("source.bmp"), "png"}), "source.bmp", "it is no folder");
+    ExpectFailure(Run({"folder", Path("in"), Path("source.bmp"), "png"}), "source.bmp", "it is not a folder");
 }
 
 TEST_F(FolderFaults, TargetFolderThatCannotBeMadeIsNamed) {

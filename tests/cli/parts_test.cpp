@@ -1,5 +1,6 @@
 // The parts of the command line that work without files: words, numbers and the progress bar.
 #include "cli/formats.h"
+#include "cli/job.h"
 #include "cli/numbers.h"
 #include "cli/options.h"
 #include "cli/progress.h"
@@ -78,11 +79,24 @@ TEST(Numbers, ColorsAreSixDigits) {
 }
 
 TEST(Formats, FollowTheLastExtensionInAnyLetterCase) {
-    EXPECT_STREQ(FormatOfTarget("folder.gif/a.jpg.PNG").word, "png");
-    EXPECT_STREQ(FormatOfWord("TiFF").word, "tiff");
-    for (const char* name : {"a", "a.", ".png", "png", "a.png/b", "a.webp"}) {
-        EXPECT_THROW(FormatOfTarget(name), WrongUsage) << name;
+    EXPECT_NO_THROW(RequireFormat("folder.gif/a.jpg.PNG"));
+    for (const char* name : {"a", "a.", ".png", "png", "a.png/b", "a.webp", "a.ico", "a.tmp"}) {
+        EXPECT_THROW(RequireFormat(name), WrongUsage) << name;
     }
+}
+
+TEST(Formats, WordsAreTakenInAnyLetterCase) {
+    EXPECT_STREQ(FormatOfWord("TiFF"), "tiff");
+    EXPECT_STREQ(FormatOfWord("jpg"), "jpg");
+    for (const char* word : {"", ".png", "ico", "sgl", "tmp"}) {
+        EXPECT_THROW(FormatOfWord(word), WrongUsage) << word;
+    }
+}
+
+TEST(Jobs, NamesThatAreBlankAreWrong) {
+    EXPECT_THROW(RequireName(""), WrongUsage);
+    EXPECT_THROW(RequireName("  "), WrongUsage);
+    EXPECT_NO_THROW(RequireName(" a "));
 }
 
 TEST(PrintableText, HasAQuestionMarkForEachControlCharacter) {

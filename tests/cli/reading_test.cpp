@@ -79,15 +79,15 @@ TEST_F(Reading, ControlCharactersInPropertiesDoNotReachTheTerminal) {
 TEST_F(Reading, DateIsPrinted) { ExpectSuccess(Run({"date", Path("photo.jpg")}), "2026:11:21 09:30:00\n"); }
 
 TEST_F(Reading, MissingDateIsAFailure) {
-    ExpectFailure(Run({"date", Path("undated.jpg")}), "undated.jpg", "it holds none");
-    ExpectFailure(Run({"date", Path("source.bmp")}), "source.bmp", "it holds none");
+    ExpectFailure(Run({"date", Path("undated.jpg")}), "undated.jpg", "it has none");
+    ExpectFailure(Run({"date", Path("source.bmp")}), "source.bmp", "it has none");
 }
 
 TEST_F(Reading, FilesThatCannotBeReadAreNamed) {
     WriteBytes(folder_ / "letter.png", "Dear Sir or Madam");
     for (const char* command : {"size", "properties", "date"}) {
         ExpectFailure(Run({command, Path("none.png")}), "none.png", "no such file");
-        ExpectFailure(Run({command, Path("letter.png")}), "letter.png", "no picture");
+        ExpectFailure(Run({command, Path("letter.png")}), "letter.png", "not a picture");
         ExpectWrongUsage(Run({command, " "}), "empty file name");
     }
 }

@@ -106,17 +106,17 @@ TEST_F(Reshaping, RotateFlipsAfterwardsInAnyLetterCase) {
 TEST_F(Reshaping, WrongNumbersAndWordsEndWithTwo) {
     const std::string source = Path("flag.bmp");
     for (const char* number : {"0", "-1", "x", "2x", ""}) {
-        ExpectWrongUsage(Run({"resize", source, Path("a.bmp"), number}), "is no height");
-        ExpectWrongUsage(Run({"crop", source, Path("a.bmp"), "0", "0", number, "1"}), "is no width");
-        ExpectWrongUsage(Run({"crop", source, Path("a.bmp"), "0", "0", "1", number}), "is no height");
+        ExpectWrongUsage(Run({"resize", source, Path("a.bmp"), number}), "invalid height ");
+        ExpectWrongUsage(Run({"crop", source, Path("a.bmp"), "0", "0", number, "1"}), "invalid width ");
+        ExpectWrongUsage(Run({"crop", source, Path("a.bmp"), "0", "0", "1", number}), "invalid height ");
     }
-    ExpectWrongUsage(Run({"crop", source, Path("a.bmp"), "-1", "0", "1", "1"}), "is no X");
-    ExpectWrongUsage(Run({"crop", source, Path("a.bmp"), "0", "-1", "1", "1"}), "is no Y");
+    ExpectWrongUsage(Run({"crop", source, Path("a.bmp"), "-1", "0", "1", "1"}), "invalid X ");
+    ExpectWrongUsage(Run({"crop", source, Path("a.bmp"), "0", "-1", "1", "1"}), "invalid Y ");
     for (const char* angle : {"45", "360", "-90", "right"}) {
-        ExpectWrongUsage(Run({"rotate", source, Path("a.bmp"), angle}), "is no angle");
+        ExpectWrongUsage(Run({"rotate", source, Path("a.bmp"), angle}), "invalid angle ");
     }
     for (const char* flip : {"hh", "x", ""}) {
-        ExpectWrongUsage(Run({"rotate", source, Path("a.bmp"), "0", flip}), "is no flip");
+        ExpectWrongUsage(Run({"rotate", source, Path("a.bmp"), "0", flip}), "invalid flip ");
     }
 }
 

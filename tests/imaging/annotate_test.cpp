@@ -101,13 +101,31 @@ TEST_F(Annotate, AbsentFamilyGivesACopyWithoutText) {
 }
 
 TEST_F(Annotate, NoStatusOfDrawingOrSavingIsLookedAt) {
-    for (const char* name : {"GdipGetImageGraphicsContext", "GdipDrawImage", "GdipCreateSolidFill", "GdipDrawString",
-                             "GdipSaveGraphics", "GdipGetImageEncoders", "GdipSaveImageToFile"}) {
+    for (const char* name : {"GdipGetImageGraphicsContext", "GdipCreateSolidFill", "GdipDrawString", "GdipSaveGraphics",
+                             "GdipGetImageEncoders", "GdipSaveImageToFile"}) {
         fake_.Answer(name, 1);
         EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), 0) << name;
         EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1") << name;
         fake_.Answer(name, 0);
     }
+}
+
+TEST_F(Annotate, PictureThatCannotBeDrawnOnItsSurfaceIsNotWritten) {
+    for (const auto& [name, status] : {std::pair{"GdipDrawImage", 1}, {"GdipDrawImage", 3}, {"GdipDrawString", 3}}) {
+        fake_.Answer(name, status);
+        EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), -16004) << name;
+        EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1") << name;
+        fake_.Answer(name, 0);
+    }
+    EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 11"), 0u);
+}
+
+TEST_F(Annotate, WithoutASurfaceNothingIsDrawnAndThePictureIsWritten) {
+    for (const char* name : {"GdipGetImageGraphicsContext", "GdipDrawImage", "GdipDrawString"}) {
+        fake_.Answer(name, 3);
+    }
+    EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), 0);
+    EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 11"), 1u);
 }
 
 #ifndef _WIN32
@@ -147,12 +165,21 @@ TEST_F(Stamp, WhatDoesNotLoadLeavesTheRestOpen) {
 }
 
 TEST_F(Stamp, NoStatusOfDrawingOrSavingIsLookedAt) {
-    for (const char* name : {"GdipGetImageGraphicsContext", "GdipDrawImage", "GdipSaveImageToFile"}) {
+    for (const char* name : {"GdipGetImageGraphicsContext", "GdipDrawImage#2", "GdipSaveImageToFile"}) {
         fake_.Answer(name, 1);
         EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), 0) << name;
         EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1") << name;
         fake_.Answer(name, 0);
     }
+}
+
+TEST_F(Stamp, PictureOrStampThatCannotBeDecodedIsNotWritten) {
+    fake_.Answer("GdipDrawImage#1", 1);
+    EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), -16004);
+    fake_.Answer("GdipDrawImage#3", 3);
+    EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), -16004);
+    EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
+    EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 11") + fake_.CountOf("GdipSaveImageToFile 13"), 0u);
 }
 
 TEST(StampUnloaded, FindsNoSource) { EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), -16004); }

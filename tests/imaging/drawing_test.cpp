@@ -85,20 +85,12 @@ TEST_F(Annotating, AbsentFontGivesACopy) {
     const std::string source = MakeWhite("a.png", 100, 60);
     EXPECT_EQ(Annotate(source, "b.png", 0, 0, "H", 40, 255, "Nonesuch"), 0);
     EXPECT_EQ(Pixels("b.png"), Pixels("a.png"));
-    EXPECT_EQ(lumbrix_has_font("Nonesuch"), 0);
-    EXPECT_EQ(lumbrix_has_font("Arial"), 1);
 }
 
-TEST_F(Annotating, IndexedSourceGivesAPlainCopyAndATrueColorCopyHelps) {
+TEST_F(Annotating, IndexedSourceGivesAPlainCopy) {
     const std::string source = Make("a.png", *MakePicture(PixelFormat::Indexed8, 100, 60));
     EXPECT_EQ(Annotate(source, "b.png", 0, 0, "H"), 0);
     EXPECT_EQ(Pixels("b.png"), Pixels("a.png"));
-    EXPECT_EQ(lumbrix_has_palette(source.c_str()), 1);
-    EXPECT_EQ(lumbrix_copy_true_color(source.c_str(), Path("true.png").c_str()), 0);
-    EXPECT_EQ(lumbrix_has_palette(Path("true.png").c_str()), 0);
-    EXPECT_EQ(Pixels("true.png"), Pixels("a.png"));
-    EXPECT_EQ(Annotate(Path("true.png"), "c.png", 0, 0, "H"), 0);
-    EXPECT_NE(Pixels("c.png"), Pixels("a.png"));
 }
 
 TEST_F(Annotating, SourceAsItsOwnDestinationStays) {

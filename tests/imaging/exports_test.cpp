@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+extern "C" unsigned SizeOfJobInC(void); // of header.c
+
 namespace {
 
 using namespace tests;
@@ -134,6 +136,8 @@ TEST(ExportsUnloaded, ConversionsFindNoEncoder) {
 }
 
 TEST(ExportsUnloaded, FreeingNullIsHarmless) { lumbrix_free(nullptr); }
+
+TEST(ExportsUnloaded, JobIsTheSameInC) { EXPECT_EQ(SizeOfJobInC(), sizeof(lumbrix_job)); }
 
 TEST(ExportsUnloaded, VersionIsAText) { EXPECT_STREQ(lumbrix_version(), LUMBRIX_VERSION); }
 

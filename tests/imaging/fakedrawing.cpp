@@ -17,6 +17,7 @@ struct Item {
     std::string value;
 };
 
+std::int32_t pixelFormat = 0x26200A;
 std::vector<Item> properties;
 std::string propertiesSet;
 
@@ -61,6 +62,7 @@ const Item* FindItem(std::uint32_t tag) {
 
 } // namespace
 
+FAKE void FakeFormat(std::int32_t format) { pixelFormat = format; }
 FAKE void FakeClearProperties() {
     properties.clear();
     propertiesSet.clear();
@@ -76,7 +78,7 @@ FAKE std::int32_t LUMBRIX_FLAT_CALL GdipCloneImage(ImageHandle image, ImageHandl
 }
 
 FAKE std::int32_t LUMBRIX_FLAT_CALL GdipGetImagePixelFormat(ImageHandle image, std::int32_t* format) {
-    *format = 0x26200A;
+    *format = pixelFormat;
     return Record("GdipGetImagePixelFormat", Number(image));
 }
 

@@ -10,6 +10,8 @@ namespace tests {
 
 namespace {
 
+constexpr std::int32_t TrueColor = 0x26200A;
+
 template <class Function> Function* As(void* address) { return reinterpret_cast<Function*>(address); }
 
 std::vector<std::string> LinesOf(const char* text) {
@@ -28,6 +30,7 @@ FakeImagingLibrary::FakeImagingLibrary() {
     lumbrix::LoadImagingLibrary();
     As<void()>(Control("FakeReset"))();
     As<void()>(Control("FakeClearProperties"))();
+    ReportFormat(TrueColor);
 }
 
 FakeImagingLibrary::~FakeImagingLibrary() {
@@ -59,6 +62,10 @@ void FakeImagingLibrary::GiveHandles(std::uintptr_t image, std::uintptr_t thumbn
 void FakeImagingLibrary::ReportSize(std::uint32_t width, std::uint32_t height) {
     As<void(std::uint32_t, std::uint32_t)>(Control("FakeSize"))(width, height);
 }
+
+void FakeImagingLibrary::ReportFormat(std::int32_t format) { As<void(std::int32_t)>(Control("FakeFormat"))(format); }
+
+void FakeImagingLibrary::ReportDamage() { As<void()>(Control("FakeDamage"))(); }
 
 std::string FakeImagingLibrary::LastThumbnail() const { return As<const char*()>(Control("FakeLastThumbnail"))(); }
 

@@ -22,6 +22,17 @@ std::uintptr_t thumbnailHandle = 22;
 std::uint32_t reportedWidth = 30;
 std::uint32_t reportedHeight = 20;
 std::uintptr_t lastToken = 100;
+std::int32_t isDamaged = 0;
+
+// Of the image that was watched last.
+std::int32_t(LUMBRIX_FLAT_CALL* watcher)(void*, std::uint32_t, std::uint32_t) = nullptr;
+void* watcherContext = nullptr;
+
+// Reports half of the rows and then all of them, those of the reported height. False where the watcher wants no more.
+bool ReadRows() {
+    return watcher == nullptr || (watcher(watcherContext, reportedHeight / 2, reportedHeight) != 0 &&
+                                  watcher(watcherContext, reportedHeight, reportedHeight) != 0);
+}
 
 constexpr Clsid BmpEncoder{0x557cf400, 0x1a04, 0x11d3, {0x9a, 0x73, 0, 0, 0xf8, 0x1e, 0xf3, 0x2e}};
 constexpr Clsid JpegEncoder{0x557cf401, 0x1a04, 0x11d3, {0x9a, 0x73, 0, 0, 0xf8, 0x1e, 0xf3, 0x2e}};
@@ -44,7 +55,10 @@ FAKE void FakeReset() {
     thumbnailHandle = 22;
     reportedWidth = 30;
     reportedHeight = 20;
+    isDamaged = 0;
+    watcher = nullptr;
 }
+FAKE void FakeDamage() { isDamaged = 1; }
 FAKE const char* FakeCalls() { return calls.c_str(); }
 FAKE const char* FakeLastThumbnail() { return lastThumbnail.c_str(); }
 FAKE const char* FakeLastParameters() { return lastParameters.c_str(); }
@@ -139,5 +153,25 @@ FAKE std::int32_t LUMBRIX_FLAT_CALL GdipSaveImageToFile(ImageHandle image, const
     for (; *name != 0; ++name) {
         savedName += static_cast<char>(*name);
     }
-    return Record("GdipSaveImageToFile", Number(image));
+    const std::int32_t status = Record("GdipSaveImageToFile", Number(image));
+    constexpr std::int32_t Aborted = 9;
+    return status == 0 && !ReadRows() ? Aborted : status;
+}
+
+FAKE std::int32_t LUMBRIX_FLAT_CALL ImagingGetImageDamage(ImageHandle image, std::int32_t* answer) {
+    *answer = isDamaged;
+    return Record("ImagingGetImageDamage", Number(image));
+}
+
+FAKE std::int32_t LUMBRIX_FLAT_CALL ImagingRefuseImageDamage(ImageHandle image) {
+    return Record("ImagingRefuseImageDamage", Number(image));
+}
+
+FAKE std::int32_t LUMBRIX_FLAT_CALL ImagingWatchImage(ImageHandle image,
+                                                      std::int32_t(LUMBRIX_FLAT_CALL* newWatcher)(void*, std::uint32_t,
+                                                                                                  std::uint32_t),
+                                                      void* context) {
+    watcher = newWatcher;
+    watcherContext = context;
+    return Record("ImagingWatchImage", Number(image));
 }

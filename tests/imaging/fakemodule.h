@@ -29,6 +29,12 @@ class FakeImagingLibrary {
     // The size that the image reports.
     void ReportSize(std::uint32_t width, std::uint32_t height);
 
+    // The pixel format that the image reports: that of 32 bits with alpha unless it is set.
+    void ReportFormat(std::int32_t format);
+
+    // From now on every image is damaged.
+    void ReportDamage();
+
     // The arguments of the last thumbnail, and the parameter block of the last save as text.
     std::string LastThumbnail() const;
     std::string LastParameters() const;

@@ -1,0 +1,47 @@
+// One operation of the engine, as the command line orders it and hears of it.
+#include "cli/job.h"
+
+#include "cli/interrupt.h"
+#include "cli/text.h"
+
+#include <cstdio>
+
+namespace lumbrix::cli {
+
+namespace {
+
+std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* /*context*/, std::uint32_t /*rowsDone*/, std::uint32_t /*rows*/) {
+    return MustStop() ? 0 : 1;
+}
+
+} // namespace
+
+void RequireName(const std::string& file) {
+    if (file.find_first_not_of(' ') == std::string::npos) {
+        throw WrongUsage{"an empty file name was given"};
+    }
+}
+
+Job::Job() { job_.progress = GoOnUnlessStopped; }
+
+Job::Job(const Arguments& arguments) : Job() { job_.strict = arguments.Has(StrictOption.name) ? 1 : 0; }
+
+void Job::Expect(std::int32_t status) const {
+    if (status == LUMBRIX_ABORTED) {
+        throw Stopped{};
+    }
+    if (status != LUMBRIX_OK) {
+        throw Failure{job_.message};
+    }
+}
+
+std::string Job::Warning() const { return job_.damaged != 0 ? std::string("warning: ") + job_.message : ""; }
+
+void Job::ExpectOrWarn(std::int32_t status) const {
+    Expect(status);
+    if (const std::string warning = Warning(); !warning.empty()) {
+        std::fputs(MessageLine(warning).c_str(), stderr);
+    }
+}
+
+} // namespace lumbrix::cli

@@ -1,0 +1,48 @@
+// One operation of the engine, as the command line orders it and hears of it.
+#pragma once
+
+#include "cli/options.h"
+#include "imaging/exports/lumbrix.h"
+
+#include <cstdint>
+#include <string>
+
+namespace lumbrix::cli {
+
+// For every command that writes.
+inline constexpr Option StrictOption{"--strict", nullptr, "refuse a damaged picture instead of showing what is left"};
+
+// Throws WrongUsage for a name that is empty or blank.
+void RequireName(const std::string& file);
+
+// The operation ends early where the user wants the program to stop.
+class Job {
+  public:
+    Job();
+    explicit Job(const Arguments& arguments);
+
+    // Of a new job; null for the extension of the target.
+    void SetFormat(const char* format) { job_.format = format; }
+    void KeepExisting() { job_.keep_existing = 1; }
+    void OnlyShrink() { job_.only_shrink = 1; }
+
+    // What the engine's procedures take.
+    lumbrix_job* Get() { return &job_; }
+
+    // Throws the Failure that the engine tells of, unless an operation succeeded.
+    void Expect(std::int32_t status) const;
+
+    // Of a picture that was not whole; empty for any other.
+    std::string Warning() const;
+
+    // The same, and says on the error output that a picture was not whole.
+    void ExpectOrWarn(std::int32_t status) const;
+
+    std::int32_t Width() const { return job_.width; }
+    std::int32_t Height() const { return job_.height; }
+
+  private:
+    lumbrix_job job_ = LUMBRIX_JOB_INIT;
+};
+
+} // namespace lumbrix::cli

@@ -1,0 +1,136 @@
+// An operation under way: its session, what came in between, and how far it is.
+#include "imaging/course.h"
+
+#include "imaging/formats.h"
+#include "imaging/gdiplus/bindings.h"
+#include "imaging/gdiplus/extensions.h"
+#include "platform/files.h"
+
+#include <algorithm>
+
+namespace lumbrix {
+
+bool Course::Begin(const std::string& destination) {
+    if (!IsDescribed() && ImagingLibraryHandle == nullptr) {
+        return Fail(Step::Session, NoLibrary);
+    }
+    if (wishes_.keepsExisting && FileExists(destination)) {
+        return Fail(Step::Existing, AlreadyThere);
+    }
+    session_.emplace();
+    return Take(Step::Session, session_->Status());
+}
+
+bool Course::BeginChecked(const std::string& destination) {
+    const bool isBegun = Begin(destination);
+    if (const Failure failure = outcome_.first; failure.status != Done) {
+        LeaveSessionOpen();
+        return Fail(failure.step, failure.status);
+    }
+    return isBegun;
+}
+
+bool Course::Take(Step step, StatusValue status) {
+    if (status == Done) {
+        return true;
+    }
+    if (!IsDescribed()) {
+        return Fail(step, status);
+    }
+    if (outcome_.first.step == Step::None) {
+        outcome_.first = {step, status};
+    }
+    return true;
+}
+
+bool Course::Fail(Step step, StatusValue status) {
+    if (outcome_.first.step == Step::None) {
+        outcome_.first = {step, status};
+    }
+    outcome_.end = {step, status};
+    return false;
+}
+
+bool Course::Load(const std::string& name, OwnedImage& image, Step step) {
+    const FlatStatus status = LoadImageFile(name, image.Place());
+    if (status != Done || !image) {
+        image.LeaveBehind();
+        return Fail(step, status != Done ? status : NotLoaded);
+    }
+    if (wishes_.refusesDamage) {
+        RefuseImageDamage(image.Get());
+    }
+    return true;
+}
+
+bool Course::LoadChecked(const std::string& name, OwnedImage& image) {
+    const bool isLoaded = Load(name, image);
+    if (!isLoaded && outcome_.end.status != NotLoaded) {
+        LeaveSessionOpen();
+    }
+    return isLoaded;
+}
+
+bool Course::Measure(ImageHandle image, MeasuredFirst first) {
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    if (first == MeasuredFirst::Width) {
+        GdipGetImageWidth(image, &width);
+    }
+    GdipGetImageHeight(image, &height);
+    if (first == MeasuredFirst::Height) {
+        GdipGetImageWidth(image, &width);
+    }
+    outcome_.source = {static_cast<std::int32_t>(width), static_cast<std::int32_t>(height)};
+    const bool hasSize = outcome_.source.width > 0 && outcome_.source.height > 0;
+    return hasSize || Fail(Step::Measure, InvalidParameter);
+}
+
+bool Course::FindEncoder(const std::string& mimeWord, Clsid& encoder) {
+    const std::string text = FindEncoderClsid(mimeWord);
+    encoder = ClsidFromText(text);
+    return Take(Step::Encoder, text.empty() ? NoEncoder : Done);
+}
+
+void Course::Save(ImageHandle image, const std::string& destination, const std::string& mimeWord) {
+    if (Clsid encoder; FindEncoder(mimeWord, encoder)) {
+        Save(image, destination, encoder);
+    }
+}
+
+void Course::Save(ImageHandle image, const std::string& destination, const Clsid& encoder) {
+    const FlatStatus status = SaveImageFile(image, destination, encoder);
+    outcome_.isWritten = status == Done && ImagingLibraryHandle != nullptr;
+    Take(Step::Save, status);
+}
+
+void Course::Watch(ImageHandle image, std::uint32_t rows, std::uint32_t rowsBefore) {
+    if (wishes_.progress) {
+        stretch_ = {rows, rowsBefore};
+        WatchImage(image, ReportRows, this);
+    }
+}
+
+// A reading that begins anew, as that of a picture whose colours are counted first, is not reported until it comes
+// beyond what was.
+std::int32_t LUMBRIX_FLAT_CALL Course::ReportRows(void* course, std::uint32_t rowsDone, std::uint32_t /*rows*/) {
+    auto& self = *static_cast<Course*>(course);
+    self.reported_ = std::max(self.reported_, std::min(self.stretch_.rowsBefore + rowsDone, self.stretch_.rows));
+    return self.wishes_.progress(self.reported_, self.stretch_.rows) ? 1 : 0;
+}
+
+void Course::LookForDamage(ImageHandle source) {
+    outcome_.isDamaged = outcome_.isDamaged || (!IsDescribed() && IsImageDamaged(source));
+}
+
+void Course::LookForDamageOfStamp(ImageHandle stamp) {
+    outcome_.isStampDamaged = !IsDescribed() && IsImageDamaged(stamp);
+}
+
+void Course::LeaveSessionOpen() {
+    if (IsDescribed() && session_) {
+        session_->LeaveOpen();
+    }
+}
+
+} // namespace lumbrix

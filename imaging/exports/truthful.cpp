@@ -1,0 +1,244 @@
+// The exported doors that tell what happened: each turns a job into wishes, and an outcome into the job's report.
+#include "imaging/annotate.h"
+#include "imaging/blank.h"
+#include "imaging/convert.h"
+#include "imaging/crop.h"
+#include "imaging/datestamp.h"
+#include "imaging/dimensions.h"
+#include "imaging/exports/lumbrix.h"
+#include "imaging/exports/texts.h"
+#include "imaging/formats.h"
+#include "imaging/properties.h"
+#include "imaging/resize.h"
+#include "imaging/rotate.h"
+#include "imaging/sentence.h"
+#include "imaging/thumbnail.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace {
+
+using namespace lumbrix;
+using namespace lumbrix::exports;
+
+// What every caller's job has at least.
+constexpr std::size_t SmallestJob = offsetof(lumbrix_job, message) + sizeof(lumbrix_job::message);
+
+Wishes WishesOf(const lumbrix_job* job) {
+    Wishes wishes;
+    if (job != nullptr) {
+        wishes.refusesDamage = job->strict != 0;
+        wishes.keepsExisting = job->keep_existing != 0;
+        wishes.onlyShrinks = job->only_shrink != 0;
+        if (job->progress != nullptr) {
+            wishes.progress = [progress = job->progress, context = job->context](std::uint32_t done,
+                                                                                 std::uint32_t rows) {
+                return progress(context, done, rows) != 0;
+            };
+        }
+    }
+    return wishes;
+}
+
+// The format that a job wants, or that of the destination's extension; empty for an unknown one or a blank name.
+std::string MimeWordOf(const Subject& subject, const lumbrix_job* job) {
+    if (IsBlank(subject.source) || IsBlank(subject.destination)) {
+        return {};
+    }
+    return MimeTypeForName(job != nullptr && job->format != nullptr ? job->format : subject.destination);
+}
+
+void PutMessage(lumbrix_job& job, const std::string& message) {
+    const std::size_t length = std::min(message.size(), sizeof job.message - 1);
+    std::copy_n(message.begin(), length, job.message);
+    job.message[length] = 0;
+}
+
+int32_t Report(lumbrix_job* job, const Outcome& outcome, const std::string& message) {
+    if (job != nullptr) {
+        const PictureSize size = outcome.result.width != 0 ? outcome.result : outcome.source;
+        job->status = outcome.first.status;
+        job->written = outcome.isWritten ? 1 : 0;
+        job->damaged = outcome.isDamaged || outcome.isStampDamaged ? 1 : 0;
+        job->width = size.width;
+        job->height = size.height;
+        PutMessage(*job, message);
+    }
+    return outcome.first.status;
+}
+
+int32_t ReportFailure(lumbrix_job* job, StatusValue status, const char* message) {
+    Outcome outcome;
+    outcome.first.status = status;
+    return Report(job, outcome, message);
+}
+
+// Runs an operation for a caller. `operate` gets the wishes and gives back the outcome.
+template <class Operate> int32_t Run(lumbrix_job* job, const Subject& subject, Operate operate) {
+    const Outcome outcome = operate(WishesOf(job));
+    return Report(job, outcome, Sentence(outcome, subject));
+}
+
+// Lets no exception out. `body` makes the texts of the caller its own and calls Run.
+template <class Body> int32_t TruthfulDoor(lumbrix_job* job, Body body) noexcept {
+    if (job != nullptr && job->size < SmallestJob) {
+        return InvalidParameter;
+    }
+    try {
+        return body();
+    } catch (const std::bad_alloc&) {
+        return ReportFailure(job, OutOfMemory, "there is not enough memory");
+    } catch (...) {
+        return ReportFailure(job, Refused, "an error inside Lumbrix ended the operation");
+    }
+}
+
+// For operations whose orders have sources, destinations and formats in front. `operate` gets the format too.
+template <class Operate>
+int32_t RunToFile(const char* source, const char* destination, lumbrix_job* job, Operate operate) {
+    return TruthfulDoor(job, [&] {
+        const Subject subject{Text(source), Text(destination), {}, {}};
+        return Run(job, subject,
+                   [&](const Wishes& wishes) { return operate(subject, MimeWordOf(subject, job), wishes); });
+    });
+}
+
+// For a struct that a caller must not leave out.
+int32_t RefuseNull(lumbrix_job* job) { return ReportFailure(job, InvalidParameter, "a struct was left out"); }
+
+} // namespace
+
+const char* LUMBRIX_CALL lumbrix_status_name(int32_t status) { return StatusName(status); }
+
+int32_t LUMBRIX_CALL lumbrix_convert(const char* source, const char* destination, lumbrix_job* job) {
+    return RunToFile(source, destination, job,
+                     [](const Subject& subject, const std::string& mime, const Wishes& wishes) {
+                         return Convert({subject.source, subject.destination, mime}, wishes);
+                     });
+}
+
+int32_t LUMBRIX_CALL lumbrix_thumb(const char* source, const char* destination, int32_t height, lumbrix_job* job) {
+    return RunToFile(source, destination, job,
+                     [=](const Subject& subject, const std::string& mime, const Wishes& wishes) {
+                         return MakeThumbnail({subject.source, subject.destination, mime}, height, wishes);
+                     });
+}
+
+int32_t LUMBRIX_CALL lumbrix_resize(const char* source, const char* destination, int32_t height, lumbrix_job* job) {
+    return RunToFile(source, destination, job,
+                     [=](const Subject& subject, const std::string& mime, const Wishes& wishes) {
+                         return Resize({subject.source, subject.destination, mime, height}, wishes);
+                     });
+}
+
+int32_t LUMBRIX_CALL lumbrix_crop(const char* source, const char* destination, const lumbrix_rectangle* rectangle,
+                                  lumbrix_job* job) {
+    if (rectangle == nullptr) {
+        return RefuseNull(job);
+    }
+    return RunToFile(source, destination, job,
+                     [=](const Subject& subject, const std::string& mime, const Wishes& wishes) {
+                         return Crop({subject.source, subject.destination, mime, rectangle->x, rectangle->y,
+                                      rectangle->width, rectangle->height},
+                                     wishes);
+                     });
+}
+
+int32_t LUMBRIX_CALL lumbrix_rotate(const char* source, const char* destination, const lumbrix_turn* turn,
+                                    lumbrix_job* job) {
+    if (turn == nullptr) {
+        return RefuseNull(job);
+    }
+    return RunToFile(
+        source, destination, job, [=](const Subject& subject, const std::string& mime, const Wishes& wishes) {
+            return Rotate({subject.source, subject.destination, mime, turn->angle, Text(turn->flip)}, wishes);
+        });
+}
+
+int32_t LUMBRIX_CALL lumbrix_annotate(const char* source, const char* destination, const lumbrix_annotation* annotation,
+                                      lumbrix_job* job) {
+    if (annotation == nullptr) {
+        return RefuseNull(job);
+    }
+    return TruthfulDoor(job, [&] {
+        const lumbrix_annotation& from = *annotation;
+        const Subject subject{Text(source), Text(destination), {}, Text(from.font)};
+        const Annotation text{from.x,    from.y,      Text(from.text), subject.font,   from.font_size,
+                              from.bold, from.italic, from.underline,  from.strikeout, from.alpha,
+                              from.blue, from.green,  from.red};
+        return Run(job, subject, [&](const Wishes& wishes) {
+            return Annotate({subject.source, subject.destination, MimeWordOf(subject, job), text}, wishes);
+        });
+    });
+}
+
+int32_t LUMBRIX_CALL lumbrix_stamp(const char* source, const char* destination, const lumbrix_stamp_place* place,
+                                   lumbrix_job* job) {
+    if (place == nullptr) {
+        return RefuseNull(job);
+    }
+    return TruthfulDoor(job, [&] {
+        const Subject subject{Text(source), Text(destination), Text(place->stamp), {}};
+        return Run(job, subject, [&](const Wishes& wishes) {
+            return Stamp(
+                {subject.source, subject.destination, MimeWordOf(subject, job), place->x, place->y, subject.stamp},
+                wishes);
+        });
+    });
+}
+
+int32_t LUMBRIX_CALL lumbrix_date_stamp(const char* source, const char* destination, const char* date,
+                                        lumbrix_job* job) {
+    return TruthfulDoor(job, [&] {
+        const Subject subject{Text(source), Text(destination), {}, {}};
+        return Run(job, subject, [&](const Wishes& wishes) {
+            return StampDate({subject.source, subject.destination, Text(date)}, wishes);
+        });
+    });
+}
+
+char* LUMBRIX_CALL lumbrix_stamped_name(const char* file) {
+    char* name = nullptr;
+    Door([&] {
+        name = NewText(StampedNameBeside(Text(file)));
+        return 0;
+    });
+    return name;
+}
+
+int32_t LUMBRIX_CALL lumbrix_read_size(const char* file, lumbrix_job* job) {
+    return TruthfulDoor(job, [&] {
+        const Subject subject{Text(file), {}, {}, {}};
+        return Run(job, subject, [&](const Wishes& wishes) { return ReadSize(subject.source, wishes); });
+    });
+}
+
+int32_t LUMBRIX_CALL lumbrix_read_date(const char* file, char** text, lumbrix_job* job) {
+    if (text == nullptr) {
+        return RefuseNull(job);
+    }
+    return TruthfulDoor(job, [&] {
+        const Subject subject{Text(file), {}, {}, {}};
+        std::string date;
+        const int32_t status =
+            Run(job, subject, [&](const Wishes& wishes) { return ReadDate(subject.source, date, wishes); });
+        ReplaceText(text, date);
+        return status;
+    });
+}
+
+int32_t LUMBRIX_CALL lumbrix_read_properties(const char* file, char** text, lumbrix_job* job) {
+    if (text == nullptr) {
+        return RefuseNull(job);
+    }
+    return TruthfulDoor(job, [&] {
+        const Subject subject{Text(file), {}, {}, {}};
+        std::string list;
+        const int32_t status =
+            Run(job, subject, [&](const Wishes& wishes) { return ListProperties(subject.source, list, wishes); });
+        std::erase(list, '\0'); // of values of bytes; a C text would end there
+        ReplaceText(text, list);
+        return status;
+    });
+}

@@ -1,0 +1,23 @@
+// What our own imaging library offers beyond the flat functions that all have. Where the loaded library lacks one,
+// nothing is called and the answer is that of a library which has nothing to tell.
+#pragma once
+
+#include "imaging/gdiplus/flattypes.h"
+
+#include <cstdint>
+
+namespace lumbrix {
+
+// Told how many rows of an image were read; 0 stops the reading, which then ends with the status Aborted.
+using RowWatcher = std::int32_t(LUMBRIX_FLAT_CALL*)(void* context, std::uint32_t rowsDone, std::uint32_t rows);
+
+// Whether damage was met in what was decoded of an image's file so far.
+bool IsImageDamaged(ImageHandle image);
+
+// From now on damaged data of the image's file cannot be decoded. Otherwise some formats show what they have.
+void RefuseImageDamage(ImageHandle image);
+
+// The watcher is told of every reading of the image's rows, by a draw or a save, for as long as the image lives.
+void WatchImage(ImageHandle image, RowWatcher watcher, void* context);
+
+} // namespace lumbrix

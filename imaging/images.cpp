@@ -1,0 +1,15 @@
+// Images of the imaging library: loading them from files, and owning them.
+#include "imaging/images.h"
+
+#include "imaging/gdiplus/bindings.h"
+#include "platform/text.h"
+
+namespace lumbrix {
+
+FlatStatus LoadImageFile(const std::string& name, ImageHandle* image) {
+    return GdipLoadImageFromFile(ToWide(name).c_str(), image);
+}
+
+FlatStatus DisposeImageHandle(ImageHandle image) { return GdipDisposeImage(image); }
+
+} // namespace lumbrix

@@ -1,0 +1,70 @@
+// What an operation is to do besides its work, and all that it knows when it has ended.
+#pragma once
+
+#include "imaging/status.h"
+
+#include <cstdint>
+#include <functional>
+
+namespace lumbrix {
+
+// The steps of an operation, in no particular order: where something came in between.
+enum class Step {
+    None,
+    Names,    // blank names, unknown extensions, arguments that nothing can be made of
+    Existing, // a destination that was not to be replaced
+    Session,
+    Encoder,
+    Font,
+    Load,
+    LoadStamp,
+    Measure,
+    Make, // of a new bitmap
+    Surface,
+    Draw,
+    DrawStamp,
+    DrawText,
+    Cut,
+    Turn,
+    Property,
+    Save,
+};
+
+struct Failure {
+    Step step = Step::None;
+    StatusValue status = Done;
+};
+
+struct PictureSize {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+};
+
+struct Outcome {
+    Failure first; // the first step whose status was not Ok
+    Failure end;   // the step that ended the operation before its time
+    bool isWritten = false;
+    bool isDamaged = false; // what could not be decoded of the source is grey
+    bool isStampDamaged = false;
+    PictureSize source; // in pixels, as far as the operation came to know it
+    PictureSize result;
+};
+
+// As described: statuses are passed over, and sessions and handles left open, where these procedures have always done
+// so. Truthful: the first failure ends the operation, and nothing is left open.
+enum class Conduct { Described, Truthful };
+
+// Told how many of all rows that an operation reads are done; false ends it with Aborted.
+using Progress = std::function<bool(std::uint32_t rowsDone, std::uint32_t rows)>;
+
+struct Wishes {
+    Conduct conduct = Conduct::Truthful;
+    bool refusesDamage = false; // else a damaged picture is shown as far as it goes, where its format allows that
+    bool keepsExisting = false; // a destination that is there is not replaced
+    bool onlyShrinks = false;   // a resize does not enlarge: what is not larger keeps its size
+    Progress progress;
+};
+
+inline const Wishes AsDescribed{.conduct = Conduct::Described};
+
+} // namespace lumbrix

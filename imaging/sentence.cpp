@@ -1,0 +1,190 @@
+// Turns what an operation knows of itself into one sentence about a file and the cause.
+#include "imaging/sentence.h"
+
+#include "imaging/blank.h"
+#include "platform/filefacts.h"
+
+#include <optional>
+
+namespace lumbrix {
+
+namespace {
+
+bool ContinuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
+
+// A name as a sentence can hold it: of one that is too long the beginning and the end, whole characters of UTF-8.
+std::string Shown(const std::string& name) {
+    constexpr std::size_t Longest = 400;
+    constexpr std::size_t Beginning = 150;
+    constexpr std::size_t End = 240;
+    if (name.size() <= Longest) {
+        return name;
+    }
+    std::size_t firstPart = Beginning;
+    while (ContinuesCharacter(name[firstPart]) && firstPart > 0) {
+        --firstPart;
+    }
+    std::size_t lastPart = name.size() - End;
+    while (lastPart < name.size() && ContinuesCharacter(name[lastPart])) {
+        ++lastPart;
+    }
+    return name.substr(0, firstPart) + "..." + name.substr(lastPart);
+}
+
+std::string CannotRead(const std::string& file, const std::string& cause) {
+    return "cannot read " + Shown(file) + ": " + cause;
+}
+
+std::string CannotWrite(const std::string& file, const std::string& cause) {
+    return "cannot write " + Shown(file) + ": " + cause;
+}
+
+std::string TextOf(PictureSize size) { return std::to_string(size.width) + " x " + std::to_string(size.height); }
+
+// Why a source cannot be read, judged by looking at it; nothing where nothing seems wrong.
+std::optional<std::string> CauseInSource(StatusValue status, const std::string& source) {
+    switch (KindOfFile(source)) {
+    case FileKind::Missing:
+        return "there is no such file";
+    case FileKind::Folder:
+        return "it is a folder";
+    case FileKind::Other:
+        return "it is not a regular file";
+    case FileKind::Regular:
+        break;
+    }
+    if (status == FileNotFound) {
+        return "there is no such file";
+    }
+    if (!CanReadFile(source)) {
+        return "there is no permission to read it, or another program is writing it";
+    }
+    return std::nullopt;
+}
+
+std::string WhyNotRead(StatusValue status, const std::string& source) {
+    if (const auto cause = CauseInSource(status, source)) {
+        return CannotRead(source, *cause);
+    }
+    return CannotRead(source, "it is not a picture that Lumbrix can read, or it is damaged");
+}
+
+std::optional<std::string> CauseInTarget(const Subject& subject) {
+    const std::string& target = subject.destination;
+    const std::string folder = FullFolderOf(target);
+    if (KindOfFile(folder) != FileKind::Folder) {
+        return "the folder " + Shown(folder) + " does not exist";
+    }
+    if (IsSameFile(subject.source, target)) {
+        return "it is the source itself";
+    }
+    if (!subject.stamp.empty() && IsSameFile(subject.stamp, target)) {
+        return "it is the stamp itself";
+    }
+    switch (KindOfFile(target)) {
+    case FileKind::Folder:
+        return "it is a folder";
+    case FileKind::Other:
+        return "it is not a regular file";
+    case FileKind::Regular:
+        if (!CanWriteFile(target)) {
+            return "the file is not writable, or it is in use";
+        }
+        break;
+    case FileKind::Missing:
+        break;
+    }
+    if (!CanMakeFileIn(folder)) {
+        return "the folder " + Shown(folder) + " is not writable";
+    }
+    return std::nullopt;
+}
+
+std::string WhyNotWritten(StatusValue status, const Subject& subject) {
+    if (const auto cause = CauseInTarget(subject)) {
+        return CannotWrite(subject.destination, *cause);
+    }
+    switch (status) {
+    case OutOfMemory:
+        return CannotRead(subject.source, "it is damaged, or there is not enough memory for it");
+    case InvalidParameter:
+        return CannotWrite(subject.destination, "the size of the picture is not acceptable");
+    case Win32Error:
+        return CannotWrite(subject.destination, "the system failed while writing; the disk may be full");
+    default:
+        return CannotWrite(subject.destination, std::string("the imaging library answered ") + StatusName(status));
+    }
+}
+
+std::string WhyNotMade(StatusValue status, PictureSize size, const std::string& target) {
+    return CannotWrite(target, status == OutOfMemory
+                                   ? "there is not enough memory for a picture of " + TextOf(size) + " pixels"
+                                   : "it would be " + TextOf(size) + " pixels, and no picture can have that size");
+}
+
+std::string WhyNotBegun(StatusValue status, const Subject& subject) {
+    const std::string cause =
+        status == NoLibrary ? "the imaging library could not be loaded" : "the imaging library refused to start";
+    return subject.destination.empty() ? CannotRead(subject.source, cause) : CannotWrite(subject.destination, cause);
+}
+
+std::string WhyNoName(StatusValue status, const Subject& subject) {
+    if (IsBlank(subject.source)) {
+        return "no source was named";
+    }
+    if (status != BadName) {
+        return "cannot change " + Shown(subject.source) + " as it was asked for: a number or a word is not acceptable";
+    }
+    return IsBlank(subject.destination)
+               ? "no name was given for what " + Shown(subject.source) + " becomes"
+               : CannotWrite(subject.destination, "its format is not known; use .bmp, .jpg, .gif, .tif or .png");
+}
+
+std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
+    const auto [step, status] = outcome.first;
+    if (status == Aborted) {
+        return CannotWrite(subject.destination, "it was cancelled");
+    }
+    switch (step) {
+    case Step::Names:
+        return WhyNoName(status, subject);
+    case Step::Existing:
+        return CannotWrite(subject.destination, "there is such a file already");
+    case Step::Session:
+        return WhyNotBegun(status, subject);
+    case Step::Encoder:
+        return CannotWrite(subject.destination, "nothing can be written in this format");
+    case Step::Font:
+        return CannotWrite(subject.destination, "the font '" + Shown(subject.font) + "' is not installed");
+    case Step::LoadStamp:
+    case Step::DrawStamp:
+        return WhyNotRead(status, subject.stamp);
+    case Step::Make:
+        return WhyNotMade(status, outcome.result, subject.destination);
+    case Step::Cut:
+        return "cannot crop " + Shown(subject.source) + ": the rectangle reaches beyond the picture, whose size is " +
+               TextOf(outcome.source);
+    case Step::Property:
+        return status == PropertyNotFound ? "cannot read the date of " + Shown(subject.source) + ": it has none"
+                                          : CannotWrite(subject.destination, "it cannot be given this date");
+    case Step::Save:
+    case Step::Turn:
+        return WhyNotWritten(status, subject);
+    default:
+        return WhyNotRead(status, subject.source);
+    }
+}
+
+} // namespace
+
+std::string Sentence(const Outcome& outcome, const Subject& subject) {
+    if (outcome.first.status != Done) {
+        return WhyNotDone(outcome, subject);
+    }
+    if (!outcome.isDamaged && !outcome.isStampDamaged) {
+        return {};
+    }
+    return Shown(outcome.isDamaged ? subject.source : subject.stamp) + " is damaged: what could not be decoded is grey";
+}
+
+} // namespace lumbrix

@@ -1,0 +1,64 @@
+// What can be found out about files on Linux.
+#include "platform/filefacts.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <random>
+
+namespace lumbrix {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Without waiting for whoever is at the other end of a pipe.
+bool CanOpen(const std::string& path, int flags) {
+    const int file = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0600);
+    if (file < 0) {
+        return false;
+    }
+    close(file);
+    return true;
+}
+
+} // namespace
+
+FileKind KindOfFile(const std::string& path) {
+    std::error_code error;
+    const fs::file_status facts = fs::status(path, error);
+    if (fs::is_directory(facts)) {
+        return FileKind::Folder;
+    }
+    if (fs::is_regular_file(facts)) {
+        return FileKind::Regular;
+    }
+    return fs::exists(facts) ? FileKind::Other : FileKind::Missing;
+}
+
+bool CanReadFile(const std::string& path) { return CanOpen(path, O_RDONLY); }
+
+bool CanWriteFile(const std::string& path) { return CanOpen(path, O_RDWR); }
+
+bool CanMakeFileIn(const std::string& folder) {
+    std::random_device random;
+    const std::string path = folder + "/." + std::to_string(random()) + ".tmp";
+    const bool isMade = CanOpen(path, O_RDWR | O_CREAT | O_EXCL);
+    if (isMade) {
+        unlink(path.c_str());
+    }
+    return isMade;
+}
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+    std::error_code error;
+    return fs::equivalent(one, other, error);
+}
+
+std::string FullFolderOf(const std::string& path) {
+    std::error_code error;
+    return fs::absolute(path, error).parent_path().string();
+}
+
+} // namespace lumbrix
