@@ -2,8 +2,10 @@
 #include "cli/interrupt.h"
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <thread>
 
 namespace lumbrix::cli {
 
@@ -21,6 +23,18 @@ void Note(int signal) {
     }
 }
 
+// What is under way asks for MustStop while it goes from row to row. Where it does not come to that, as while a large
+// bitmap is filled, the program ends all the same.
+void WatchOverStopping() {
+    constexpr std::chrono::milliseconds Glance(20);
+    constexpr std::chrono::milliseconds Patience(500);
+    while (!MustStop()) {
+        std::this_thread::sleep_for(Glance);
+    }
+    std::this_thread::sleep_for(Patience);
+    std::_Exit(InterruptedStatus);
+}
+
 // A signal that whoever started the program wants to be passed over stays so.
 void Catch(int signal) {
     if (std::signal(signal, Note) == SIG_IGN) {
@@ -36,6 +50,7 @@ void StopWhenInterrupted() {
 #ifdef SIGHUP
     Catch(SIGHUP);
 #endif
+    std::thread(WatchOverStopping).detach();
 }
 
 void FinishWhenInterrupted() { wishesPassedOver = 1; }

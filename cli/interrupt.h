@@ -6,7 +6,8 @@ namespace lumbrix::cli {
 // The exit status of a program that was interrupted.
 inline constexpr int InterruptedStatus = 130;
 
-// From now on the first wish to stop makes MustStop true, and one more ends the program at once with that status.
+// From now on the first wish to stop makes MustStop true, and should the program not have ended half a second later, it
+// is ended. One more wish ends it at once. Nothing is left behind: what is being written has no name yet.
 void StopWhenInterrupted();
 
 // From now on the first wish is only noted for WasInterrupted, so that the files under way can be finished, and the

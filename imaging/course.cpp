@@ -92,16 +92,16 @@ bool Course::FindEncoder(const std::string& mimeWord, Clsid& encoder) {
     return Take(Step::Encoder, text.empty() ? NoEncoder : Done);
 }
 
-void Course::Save(ImageHandle image, const std::string& destination, const std::string& mimeWord) {
-    if (Clsid encoder; FindEncoder(mimeWord, encoder)) {
-        Save(image, destination, encoder);
-    }
+StatusValue Course::Save(ImageHandle image, const std::string& destination, const std::string& mimeWord) {
+    Clsid encoder;
+    return FindEncoder(mimeWord, encoder) ? Save(image, destination, encoder) : NoEncoder;
 }
 
-void Course::Save(ImageHandle image, const std::string& destination, const Clsid& encoder) {
+StatusValue Course::Save(ImageHandle image, const std::string& destination, const Clsid& encoder) {
     const FlatStatus status = SaveImageFile(image, destination, encoder);
     outcome_.isWritten = status == Done && ImagingLibraryHandle != nullptr;
     Take(Step::Save, status);
+    return status;
 }
 
 void Course::Watch(ImageHandle image, std::uint32_t rows, std::uint32_t rowsBefore) {

@@ -47,9 +47,9 @@ class Course {
     // The encoder for a MIME word; 16 zero bytes, which every save refuses, where there is none.
     bool FindEncoder(const std::string& mimeWord, Clsid& encoder);
 
-    // Writes the image. Its properties are the caller's business.
-    void Save(ImageHandle image, const std::string& destination, const std::string& mimeWord);
-    void Save(ImageHandle image, const std::string& destination, const Clsid& encoder);
+    // Writes the image. Its properties are the caller's business. The status of the save, or that of the encoder.
+    StatusValue Save(ImageHandle image, const std::string& destination, const std::string& mimeWord);
+    StatusValue Save(ImageHandle image, const std::string& destination, const Clsid& encoder);
 
     // Reports the rows that are read of an image. An operation that reads two images, one after the other, says how
     // many rows it reads in all, and how many are done when the reading of this one begins.

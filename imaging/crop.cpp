@@ -59,7 +59,9 @@ Outcome Crop(const CropOrder& order, const Wishes& wishes) {
     }
     CopyImageProperties(image.Get(), clone.Get());
     course.Watch(clone.Get(), static_cast<std::uint32_t>(order.height));
-    course.Save(clone.Get(), order.destination, order.mimeWord);
+    if (course.Save(clone.Get(), order.destination, order.mimeWord) == OutOfMemory) {
+        course.Fail(Step::Draw, OutOfMemory); // a part may be decoded as late as this
+    }
     course.LookForDamage(clone.Get());
     return outcome;
 }

@@ -47,7 +47,7 @@ Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wish
     const FlatStatus status = ThumbnailOf(image, outcome.result, place);
     course.LookForDamage(image.Get());
     if (status != Done) {
-        course.Fail(Step::Make, status);
+        course.Fail(status == OutOfMemory ? Step::Draw : Step::Make, status);
         if (course.IsDescribed()) { // which leaves everything as it is
             image.LeaveBehind();
             thumbnail.LeaveBehind();

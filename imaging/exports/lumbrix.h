@@ -263,8 +263,8 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL ResizeImage(const char* source, const char* 
 
 /* Cuts out the rectangle of `width` by `height` pixels whose top left corner is at (x, y), counted from the top left of
    the picture. The pixel format stays, and the properties go along. -1 for a blank name, an unknown extension, a source
-   that does not load, a width or height below 1 or beyond the picture's; 3 (or another status of the imaging library)
-   where the rectangle runs over an edge. Otherwise 0, whether the save worked or not. */
+   that does not load or is damaged, a width or height below 1 or beyond the picture's; 3 (or another status of the
+   imaging library) where the rectangle runs over an edge. Otherwise 0, whether the save worked or not. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL CropImage(const char* source, const char* destination, int32_t x, int32_t y,
                                               int32_t width, int32_t height);
 

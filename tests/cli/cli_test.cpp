@@ -31,7 +31,7 @@ TEST_F(CommandLine, HelpNamesEveryCommandAndOption) {
          {"convert",         "thumb",    "resize",      "crop",        "rotate",        "annotate", "stamp",
           "folder",          "size",     "properties",  "date",        "SOURCE TARGET", "--font",   "--size",
           "--bold",          "--italic", "--underline", "--strikeout", "--color",       "--alpha",  "--recursive",
-          "--skip-existing", "--jobs",   "--version"}) {
+          "--skip-existing", "--jobs",   "--strict",    "--version"}) {
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
     }
 }

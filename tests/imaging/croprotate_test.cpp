@@ -68,6 +68,12 @@ TEST_F(Crop, FailingSaveIsNotSeen) {
     EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
 }
 
+TEST_F(Crop, SourceThatCannotBeDecodedWhileItIsSavedIsRefused) {
+    fake_.Answer("GdipSaveImageToFile", 3);
+    EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), -1);
+    EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
+}
+
 TEST(CropUnloaded, IsRefused) { EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), -1); }
 
 TEST(RotateFlipCode, WholeTable) {
