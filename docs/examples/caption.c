@@ -6,8 +6,8 @@
 
 #include <stdio.h>
 
-static int fail(const char* what, int result) {
-    fprintf(stderr, "%s failed with %d\n", what, result);
+static int fail(const lumbrix_job* job) {
+    fprintf(stderr, "%s (%s)\n", job->message, lumbrix_status_name(job->status));
     return 1;
 }
 
@@ -18,26 +18,26 @@ int main(int count, char** words) {
     }
     LoadImagingLibrary();
 
-    int32_t width = 0, height = 0;
-    int32_t result = GetImageDimensions(words[1], &width, &height);
-    if (result != 0)
-        return fail("reading the picture", result);
+    lumbrix_job job = LUMBRIX_JOB_INIT;
+    if (lumbrix_resize(words[1], "resized.png", 240, &job) != LUMBRIX_OK)
+        return fail(&job);
+    if (job.damaged)
+        fprintf(stderr, "%s\n", job.message);
 
-    result = ResizeImage(words[1], "resized.png", 240);
-    if (result != 0)
-        return fail("resizing", result);
-
-    /* 24 pixels high, bold, white (blue, green, red), a little translucent. */
-    result = AnnotateImage("resized.png", words[2], 8, 8, words[3], "Arial", 24, 1, 0, 0, 0, 230, 255, 255, 255);
-    if (result != 0)
-        return fail("annotating", result);
+    /* 24 pixels high, bold, white, a little translucent. */
+    lumbrix_annotation caption = {8, 8, words[3], "Arial", 24, 1, 0, 0, 0, 230, 255, 255, 255};
+    int32_t status = lumbrix_annotate("resized.png", words[2], &caption, &job);
     remove("resized.png");
+    if (status != LUMBRIX_OK)
+        return fail(&job);
 
-    char *error = NULL, *properties = NULL;
-    EnumerateImageProperties(words[1], &error, &properties);
-    printf("%s is %d by %d pixels.\n%s\n", words[1], (int)width, (int)height, properties != NULL ? properties : "");
+    lumbrix_read_size(words[1], &job);
+    char* properties = NULL;
+    printf("%s is %d by %d pixels.\n", words[1], (int)job.width, (int)job.height);
+    if (lumbrix_read_properties(words[1], &properties, &job) != LUMBRIX_OK)
+        return fail(&job);
+    printf("%s\n", properties != NULL ? properties : "");
     lumbrix_free(properties);
-    lumbrix_free(error);
 
     UnloadImagingLibrary();
     return 0;
