@@ -1,8 +1,8 @@
 // The pictures in a folder, and which of them becomes which file.
 #include "cli/folderplan.h"
 
+#include "base/lettercase.h"
 #include "cli/system.h"
-#include "cli/text.h"
 
 #include <algorithm>
 #include <map>

@@ -1,9 +1,9 @@
 // The formats that are written.
 #include "cli/formats.h"
 
+#include "base/lettercase.h"
 #include "cli/options.h"
 #include "cli/system.h"
-#include "cli/text.h"
 
 namespace lumbrix::cli {
 

@@ -1,9 +1,9 @@
 // The commands that write a picture in another format or shape: convert, thumb, resize, crop and rotate.
 #include "cli/reshaping.h"
 
+#include "base/lettercase.h"
 #include "cli/formats.h"
 #include "cli/numbers.h"
-#include "cli/text.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,7 @@
-// Texts: their letter case, and how a terminal may see them.
+// Texts: how a terminal may see them.
 #include "cli/text.h"
 
 #include "cli/system.h"
-
-#include <algorithm>
 
 namespace lumbrix::cli {
 
@@ -21,13 +19,6 @@ bool IsLongControl(const std::string& text, std::size_t at) {
 }
 
 } // namespace
-
-std::string LowerCase(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](char character) {
-        return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-    });
-    return text;
-}
 
 std::string Printable(const std::string& text) {
     std::string printable;

@@ -1,4 +1,4 @@
-// Texts: their letter case, how a terminal may see them, and those that the engine hands out.
+// Texts: how a terminal may see them, and those that the engine hands out.
 #pragma once
 
 #include "imaging/exports/lumbrix.h"
@@ -6,9 +6,6 @@
 #include <string>
 
 namespace lumbrix::cli {
-
-// Letter case of words that are compared: ASCII only, whatever the code page.
-std::string LowerCase(std::string text);
 
 // The text with a question mark for each control character but tabs, for a terminal obeys them.
 std::string Printable(const std::string& text);

@@ -11,7 +11,7 @@ namespace lumbrix {
 namespace {
 
 // As described only the size is compared, and a place that runs over an edge is left to the imaging library.
-bool FitsInto(PictureSize picture, const CropOrder& order, Conduct conduct) {
+bool FitsInto(PixelSize picture, const CropOrder& order, Conduct conduct) {
     if (picture.width < order.width || picture.height < order.height) {
         return false;
     }

@@ -1,6 +1,7 @@
 // What an operation is to do besides its work, and all that it knows when it has ended.
 #pragma once
 
+#include "base/geometry.h"
 #include "imaging/status.h"
 
 #include <cstdint>
@@ -35,19 +36,14 @@ struct Failure {
     StatusValue status = Done;
 };
 
-struct PictureSize {
-    std::int32_t width = 0;
-    std::int32_t height = 0;
-};
-
 struct Outcome {
     Failure first; // the first step whose status was not Ok
     Failure end;   // the step that ended the operation before its time
     bool isWritten = false;
     bool isDamaged = false; // what could not be decoded of the source is grey
     bool isStampDamaged = false;
-    PictureSize source; // in pixels, as far as the operation came to know it
-    PictureSize result;
+    PixelSize source; // in pixels, as far as the operation came to know it
+    PixelSize result;
 };
 
 // As described: statuses are passed over, and sessions and handles left open, where these procedures have always done

@@ -13,10 +13,10 @@ namespace {
 
 constexpr std::int32_t NoMode = 2; // what the modes read as where there is no surface to ask
 
-float Proportions(PictureSize size) { return static_cast<float>(static_cast<double>(size.width) / size.height); }
+float Proportions(PixelSize size) { return static_cast<float>(static_cast<double>(size.width) / size.height); }
 
-PictureSize ResizedTo(std::int32_t height, PictureSize source) {
-    PictureSize size{ResizedWidth(source.width, source.height, height), height};
+PixelSize ResizedTo(std::int32_t height, PixelSize source) {
+    PixelSize size{ResizedWidth(source.width, source.height, height), height};
     if (height == 0) { // a rule for a call by width alone, which nobody can make
         size.height = RoundToEven(size.width / static_cast<long double>(Proportions(source)));
     }
@@ -25,7 +25,7 @@ PictureSize ResizedTo(std::int32_t height, PictureSize source) {
 
 // Makes the bitmap. As described it has the source's pixel format, also where that cannot be drawn on.
 bool MakeBitmap(Course& course, const OwnedImage& image, OwnedImage& bitmap) {
-    const PictureSize size = course.Result().result;
+    const PixelSize size = course.Result().result;
     std::int32_t format = 0;
     if (!course.Take(Step::Load, GdipGetImagePixelFormat(image.Get(), &format))) {
         return false;
@@ -50,8 +50,8 @@ bool DrawWhole(Course& course, const OwnedImage& image, const OwnedImage& bitmap
     GdipGetInterpolationMode(surface.Get(), &mode);
     mode = NoMode;
     GdipGetSmoothingMode(surface.Get(), &mode);
-    const PictureSize from = course.Result().source;
-    const PictureSize to = course.Result().result;
+    const PixelSize from = course.Result().source;
+    const PixelSize to = course.Result().result;
     const FlatStatus status = GdipDrawImageRectRectI(surface.Get(), image.Get(), 0, 0, to.width, to.height, 0, 0,
                                                      from.width, from.height, UnitPixel);
     course.LookForDamage(image.Get());

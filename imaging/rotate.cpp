@@ -27,9 +27,9 @@ std::int32_t FlipCode(const std::string& word) {
     return 2;
 }
 
-PictureSize TurnedSize(PictureSize size, std::int32_t code) {
+PixelSize TurnedSize(PixelSize size, std::int32_t code) {
     const bool isOnItsSide = code % 2 != 0;
-    return isOnItsSide ? PictureSize{size.height, size.width} : size;
+    return isOnItsSide ? PixelSize{size.height, size.width} : size;
 }
 
 } // namespace

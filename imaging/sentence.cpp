@@ -39,7 +39,7 @@ std::string CannotWrite(const std::string& file, const std::string& cause) {
     return "cannot write " + Shown(file) + ": " + cause;
 }
 
-std::string TextOf(PictureSize size) { return std::to_string(size.width) + " x " + std::to_string(size.height); }
+std::string TextOf(PixelSize size) { return std::to_string(size.width) + " x " + std::to_string(size.height); }
 
 // Why a source cannot be read, judged by looking at it; nothing where nothing seems wrong.
 std::optional<std::string> CauseInSource(StatusValue status, const std::string& source) {
@@ -116,7 +116,7 @@ std::string WhyNotWritten(StatusValue status, const Subject& subject) {
     }
 }
 
-std::string WhyNotMade(StatusValue status, PictureSize size, const std::string& target) {
+std::string WhyNotMade(StatusValue status, PixelSize size, const std::string& target) {
     return CannotWrite(target, status == OutOfMemory
                                    ? "there is not enough memory for a picture of " + TextOf(size) + " pixels"
                                    : "it would be " + TextOf(size) + " pixels, and no picture can have that size");

@@ -30,7 +30,7 @@ bool MakeDrawable(Course& course, const OwnedImage& image, OwnedImage& copy) {
     if (!IsIndexedFormat(format)) {
         return true;
     }
-    const PictureSize size = course.Result().source;
+    const PixelSize size = course.Result().source;
     OwnedSurface surface;
     const bool isDrawn =
         course.Take(Step::Make,

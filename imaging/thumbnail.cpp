@@ -10,7 +10,7 @@ namespace {
 
 // Makes the thumbnail of an image whose size is known. The imaging library would take a width of 0 for a wish of its
 // own.
-FlatStatus ThumbnailOf(const OwnedImage& image, PictureSize size, ImageHandle* thumbnail) {
+FlatStatus ThumbnailOf(const OwnedImage& image, PixelSize size, ImageHandle* thumbnail) {
     return size.width == 0 ? InvalidParameter
                            : GdipGetImageThumbnail(image.Get(), static_cast<std::uint32_t>(size.width),
                                                    static_cast<std::uint32_t>(size.height), thumbnail);

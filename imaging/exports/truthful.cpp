@@ -57,7 +57,7 @@ void PutMessage(lumbrix_job& job, const std::string& message) {
 
 int32_t Report(lumbrix_job* job, const Outcome& outcome, const std::string& message) {
     if (job != nullptr) {
-        const PictureSize size = outcome.result.width != 0 ? outcome.result : outcome.source;
+        const PixelSize size = outcome.result.width != 0 ? outcome.result : outcome.source;
         job->status = outcome.first.status;
         job->written = outcome.isWritten ? 1 : 0;
         job->damaged = outcome.isDamaged || outcome.isStampDamaged ? 1 : 0;

@@ -1,6 +1,6 @@
 // Which file becomes which in a run over a folder; no file is touched.
+#include "base/lettercase.h"
 #include "cli/folderplan.h"
-#include "cli/text.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 using Files = std::vector<fs::path>;
 
 fs::path KeyWithCase(const fs::path& path) { return path.lexically_normal(); }
-fs::path KeyWithoutCase(const fs::path& path) { return LowerCase(path.lexically_normal().generic_string()); }
+fs::path KeyWithoutCase(const fs::path& path) { return lumbrix::LowerCase(path.lexically_normal().generic_string()); }
 
 std::vector<PlannedFile> Plan(const Files& files, const std::string& word = "png",
                               const fs::path& targetFolder = "/out", const KeyFunction& keyOf = KeyWithCase) {
