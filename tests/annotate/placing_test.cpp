@@ -102,6 +102,19 @@ TEST_F(Preview, LargerPictureIsMadeSmallerAsJpeg) {
     EXPECT_EQ(SizeOf(Path("preview.tmp")), std::pair(99, 33));
 }
 
+TEST_F(Preview, DamagedPictureHasNoneAndCannotBeAnnotated) {
+    WritePlainPng(Path("source.png"), 400, 200, White);
+    const std::string whole = ReadBytes(folder_ / "source.png");
+    WriteBytes(folder_ / "source.png", whole.substr(0, whole.size() - 40));
+    PreparePreview(state_, 0, {400, 200}, {100, 50});
+    EXPECT_TRUE(IsEmpty("preview.tmp"));
+    Place("text");
+    EXPECT_EQ(messages_.said, Unable);
+    EXPECT_TRUE(view_.shown.empty());
+    EXPECT_TRUE(IsEmpty("shown.tmp"));
+    EXPECT_TRUE(IsEmpty("result.tmp"));
+}
+
 // Of its ten rows a tenth of one is left on the screen.
 TEST_F(Preview, PictureTooFlatForTheScreenHasNone) {
     Open(10000, 10);

@@ -241,6 +241,36 @@ TEST_F(Folder, EveryConvertibleFileIsMadeSmaller) {
     }
 }
 
+TEST_F(Folder, DamagedPictureCountsAsNotResizedAndLeavesItsOldTarget) {
+    Copy("in/whole.png");
+    ConvertImageToBmp(Path("source.png").c_str(), Path("in/cut.bmp").c_str());
+    const std::string whole = ReadBytes(folder_ / "in" / "cut.bmp");
+    WriteBytes(folder_ / "in" / "cut.bmp", whole.substr(0, whole.size() - 20));
+    WriteBytes(folder_ / "out" / "cut.bmp", "old");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 1));
+    EXPECT_EQ(ReadBytes(folder_ / "out" / "cut.bmp"), "old");
+}
+
+TEST_F(Folder, DamagedPhotographIsMadeSmallerAsFarAsItGoes) {
+    ConvertImageToThumbJpeg(Path("source.png").c_str(), 64, Path("in/cut.jpg").c_str());
+    const std::string whole = ReadBytes(folder_ / "in" / "cut.jpg");
+    WriteBytes(folder_ / "in" / "cut.jpg", whole.substr(0, whole.size() - 20));
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0));
+    EXPECT_EQ(HeightOf("out/cut.bmp"), 2);
+}
+
+TEST_F(Folder, DamagedPictureThatCannotBeCroppedCountsAsSuch) {
+    ConvertImageToBmp(Path("source.png").c_str(), Path("in/cut.tif").c_str());
+    const std::string whole = ReadBytes(folder_ / "in" / "cut.tif");
+    WriteBytes(folder_ / "in" / "cut.tif", whole.substr(0, whole.size() - 20));
+    cropRectangle_ = {0, 0, 4, 4};
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(0, 1));
+    EXPECT_FALSE(Exists("out/cut_cropped.bmp"));
+}
+
 TEST_F(Folder, OtherFilesTakeTheCropBranchAndFailWithoutARectangle) {
     Copy("in/a.jpeg");
     WriteBytes(folder_ / "in" / "letter.txt", "Dear Sir");
