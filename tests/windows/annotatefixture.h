@@ -91,7 +91,7 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
     }
 
     // Comes back when the window has worked off all that the mouse brought about.
-    static void Settle(const OpenWindow& window) { SendMessageA(window.Window(), WM_NULL, 0, 0); }
+    static void Settle(const OpenWindow& window) { Send(window.Window(), WM_NULL); }
 
     static void CloseAndWait(const OpenWindow& window) {
         window.Close();

@@ -2,6 +2,8 @@
 #include "tests/windows/desktop.h"
 
 #include "tests/support/temporaryfolder.h"
+#include "tests/windows/deadline.h"
+#include "tests/windows/sending.h"
 
 namespace tests {
 
@@ -27,25 +29,27 @@ BOOL CALLBACK TryWindow(HWND window, LPARAM argument) {
 
 } // namespace
 
-bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs) {
-    for (const DWORD start = GetTickCount(); GetTickCount() - start < patienceMs; Sleep(BetweenAsksMs)) {
+bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs, const std::source_location& asker) {
+    const Waiting waiting("what " + std::string(asker.file_name()) + ", line " + std::to_string(asker.line()) +
+                          ", asks for");
+    for (const DWORD start = GetTickCount(); GetTickCount() - start < patienceMs && !IsTestOver();
+         Sleep(BetweenAsksMs)) {
         if (holds()) {
             return true;
         }
     }
-    return holds();
+    return !IsTestOver() && holds();
 }
 
-bool WaitUntilLasting(const std::function<bool()>& holds) {
+bool WaitUntilLasting(const std::function<bool()>& holds, const std::source_location& asker) {
     constexpr int Lasting = 15;
     int inRow = 0;
-    return WaitFor([&] { return (inRow = holds() ? inRow + 1 : 0) >= Lasting; });
+    return WaitFor([&] { return (inRow = holds() ? inRow + 1 : 0) >= Lasting; }, PatienceMs, asker);
 }
 
 std::string WindowText(HWND window) {
-    std::string text(static_cast<std::size_t>(SendMessageA(window, WM_GETTEXTLENGTH, 0, 0)) + 1, '\0');
-    text.resize(
-        static_cast<std::size_t>(SendMessageA(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    std::string text(static_cast<std::size_t>(Send(window, WM_GETTEXTLENGTH)) + 1, '\0');
+    text.resize(static_cast<std::size_t>(Send(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
     return text;
 }
 

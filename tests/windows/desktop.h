@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <functional>
+#include <source_location>
 #include <string>
 
 namespace tests {
@@ -12,10 +13,12 @@ constexpr DWORD PatienceMs = 20000;
 constexpr const char* DialogClass = "#32770";
 
 // Asks again and again until something holds; false where it does not in time.
-bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs = PatienceMs);
+bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs = PatienceMs,
+             const std::source_location& asker = std::source_location::current());
 
 // The same, but it must hold on many askings in a row: for what the display server settles in several steps.
-bool WaitUntilLasting(const std::function<bool()>& holds);
+bool WaitUntilLasting(const std::function<bool()>& holds,
+                      const std::source_location& asker = std::source_location::current());
 
 // What a window's text is, asked across processes.
 std::string WindowText(HWND window);

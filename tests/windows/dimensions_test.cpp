@@ -82,11 +82,11 @@ TEST_F(CropDimensions, MainWindowWaitsForIt) {
 
 TEST_F(CropDimensions, OkIsTheOnlyWayOut) {
     const OpenWindow dialog = Open();
-    SendMessageA(dialog.Window(), WM_CLOSE, 0, 0);
-    SendMessageA(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
-    SendMessageA(dialog.Window(), WM_COMMAND, IDCANCEL, 0);
-    SendMessageA(dialog.Window(), WM_COMMAND, IDOK, 0);
-    SendMessageA(dialog.Window(), WM_COMMAND, MAKEWPARAM(CropOkButton, BN_DBLCLK), 0);
+    Send(dialog.Window(), WM_CLOSE);
+    Send(dialog.Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    Send(dialog.Window(), WM_COMMAND, IDCANCEL, 0);
+    Send(dialog.Window(), WM_COMMAND, IDOK, 0);
+    Send(dialog.Window(), WM_COMMAND, MAKEWPARAM(CropOkButton, BN_DBLCLK), 0);
     EXPECT_TRUE(WaitUntilLasting([&] { return IsWindowVisible(dialog.Window()) != 0; }));
     PressOk(dialog);
 }
@@ -157,8 +157,8 @@ TEST_F(CropDimensions, CropBoxOpensItWhenItBecomesChecked) {
 }
 
 TEST_F(CropDimensions, AnyCommandOfTheCheckedCropBoxOpensIt) {
-    SendMessageA(program_.Window(), WM_COMMAND, MAKEWPARAM(CropCheck, BN_SETFOCUS), 0);
-    SendMessageA(program_.Item(CropCheck), BM_SETCHECK, BST_CHECKED, 0);
+    Send(program_.Window(), WM_COMMAND, MAKEWPARAM(CropCheck, BN_SETFOCUS), 0);
+    Send(program_.Item(CropCheck), BM_SETCHECK, BST_CHECKED, 0);
     EXPECT_TRUE(program_.IsQuiet());
     PostMessageA(program_.Window(), WM_COMMAND, MAKEWPARAM(CropCheck, BN_SETFOCUS), 0);
     PressOk(program_.Further());

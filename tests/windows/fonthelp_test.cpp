@@ -18,15 +18,15 @@ class AnnotationFont : public PictureWindowTest {
     static OpenWindow OpenFonts(const OpenWindow& window) {
         window.BeginClick(FontButton);
         const OpenWindow fonts = window.Further();
-        EXPECT_TRUE(WaitFor([&] { return SendMessageA(fonts.Item(cmb1), CB_GETCOUNT, 0, 0) > 0; }));
+        EXPECT_TRUE(WaitFor([&] { return Send(fonts.Item(cmb1), CB_GETCOUNT) > 0; }));
         return fonts;
     }
 
     // Selects an entry of a list as a click on it would.
     static void Select(const OpenWindow& dialog, int list, int entry) {
-        ASSERT_NE(SendMessageA(dialog.Item(list), CB_SETCURSEL, static_cast<WPARAM>(entry), 0), CB_ERR) << list;
-        SendMessageA(dialog.Window(), WM_COMMAND, static_cast<WPARAM>(MAKEWPARAM(list, CBN_SELCHANGE)),
-                     reinterpret_cast<LPARAM>(dialog.Item(list)));
+        ASSERT_NE(Send(dialog.Item(list), CB_SETCURSEL, static_cast<WPARAM>(entry), 0), CB_ERR) << list;
+        Send(dialog.Window(), WM_COMMAND, static_cast<WPARAM>(MAKEWPARAM(list, CBN_SELCHANGE)),
+             reinterpret_cast<LPARAM>(dialog.Item(list)));
     }
 
     static void Choose(const OpenWindow& fonts, const std::string& size) {
@@ -35,8 +35,8 @@ class AnnotationFont : public PictureWindowTest {
     }
 
     static int EntryOf(const OpenWindow& dialog, int list, const std::string& text) {
-        return static_cast<int>(SendMessageA(dialog.Item(list), CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
-                                             reinterpret_cast<LPARAM>(text.c_str())));
+        return static_cast<int>(Send(dialog.Item(list), CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                     reinterpret_cast<LPARAM>(text.c_str())));
     }
 
     static void Press(const OpenWindow& dialog, int button) {

@@ -1,52 +1,93 @@
 // Within another process: calls of its functions, and its memory.
 #include "tests/windows/inside.h"
 
-#include "tests/windows/desktop.h"
+#include "tests/windows/deadline.h"
+#include "tests/windows/insiderequest.h"
+#include "tests/windows/sending.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
 
 namespace tests {
 
 namespace {
 
-HANDLE ProcessOf(HWND window) {
+DWORD ProcessIdOf(HWND window) {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
-    return OpenProcess(PROCESS_ALL_ACCESS, FALSE, process);
+    return process;
+}
+
+// The memory that the hook reads what is asked from.
+class SharedRequest {
+  public:
+    SharedRequest()
+        : memory_(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(InsideRequest),
+                                     InsideMemoryName(GetCurrentProcessId()).c_str())),
+          request_(static_cast<InsideRequest*>(MapViewOfFile(memory_, FILE_MAP_WRITE, 0, 0, 0))) {}
+    ~SharedRequest() {
+        UnmapViewOfFile(request_);
+        CloseHandle(memory_);
+    }
+    SharedRequest(const SharedRequest&) = delete;
+    SharedRequest& operator=(const SharedRequest&) = delete;
+
+    InsideRequest& operator*() const { return *request_; }
+
+  private:
+    HANDLE memory_;
+    InsideRequest* request_;
+};
+
+// The hook in the thread of a window while this lives.
+class InsideHook {
+  public:
+    explicit InsideHook(HWND window) {
+        static const HMODULE library = LoadLibraryA(InsideHookFile);
+        const auto procedure =
+            reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(GetProcAddress(library, InsideHookName)));
+        hook_ = SetWindowsHookExA(WH_CALLWNDPROC, procedure, library, GetWindowThreadProcessId(window, nullptr));
+        EXPECT_NE(hook_, nullptr) << "no hook, error " << GetLastError();
+    }
+    ~InsideHook() { UnhookWindowsHookEx(hook_); }
+    InsideHook(const InsideHook&) = delete;
+    InsideHook& operator=(const InsideHook&) = delete;
+
+  private:
+    HHOOK hook_;
+};
+
+InsideRequest RequestFor(const char* library, const char* function, const std::vector<std::uint32_t>& arguments) {
+    InsideRequest request{};
+    std::strncpy(request.library.data(), library, request.library.size() - 1);
+    std::strncpy(request.function.data(), function, request.function.size() - 1);
+    request.count = static_cast<std::uint32_t>(arguments.size());
+    EXPECT_LE(arguments.size(), InsideRequest::MostArguments);
+    std::copy(arguments.begin(), arguments.end(), request.arguments.begin());
+    return request;
 }
 
 } // namespace
 
-Inside::Inside(HWND window) : process_(ProcessOf(window)) { EXPECT_NE(process_, nullptr) << "no process"; }
+Inside::Inside(HWND window)
+    : window_(window),
+      process_(OpenProcess(PROCESS_VM_READ | PROCESS_VM_WRITE | PROCESS_VM_OPERATION, FALSE, ProcessIdOf(window))) {
+    EXPECT_NE(process_, nullptr) << "no process";
+}
 
 Inside::~Inside() { CloseHandle(process_); }
 
 std::uint32_t Inside::Call(const char* library, const char* function,
                            const std::vector<std::uint32_t>& arguments) const {
-    std::vector<unsigned char> code;
-    const auto addNumber = [&](std::uint32_t number) {
-        for (int shift = 0; shift < 32; shift += 8) {
-            code.push_back(static_cast<unsigned char>(number >> shift));
-        }
-    };
-    for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
-        code.push_back(0x68); // push
-        addNumber(*argument);
-    }
-    code.push_back(0xB8); // mov eax
-    addNumber(
-        reinterpret_cast<std::uint32_t>(reinterpret_cast<void*>(GetProcAddress(LoadLibraryA(library), function))));
-    code.insert(code.end(), {0xFF, 0xD0, 0xC2, 0x04, 0x00}); // call eax; ret 4
-    void* place = VirtualAllocEx(process_, nullptr, code.size(), MEM_COMMIT, PAGE_EXECUTE_READWRITE);
-    WriteProcessMemory(process_, place, code.data(), code.size(), nullptr);
-    const HANDLE thread =
-        CreateRemoteThread(process_, nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(place), nullptr, 0, nullptr);
-    WaitForSingleObject(thread, PatienceMs);
-    DWORD result = 0;
-    GetExitCodeThread(thread, &result);
-    CloseHandle(thread);
-    VirtualFreeEx(process_, place, 0, MEM_RELEASE);
-    return result;
+    const SharedRequest shared;
+    *shared = RequestFor(library, function, arguments);
+    const InsideHook hook(window_);
+    const Waiting waiting("an answer to " + std::string(function) + " of " + library + " within the program");
+    Send(window_, RegisterWindowMessageA(InsideMessageName), GetCurrentProcessId());
+    EXPECT_EQ((*shared).isDone, 1u) << function << " has not been called within the program";
+    return (*shared).result;
 }
 
 std::uint32_t Inside::Put(const void* bytes, std::size_t count) const {

@@ -16,7 +16,9 @@ class Inside {
     Inside(const Inside&) = delete;
     Inside& operator=(const Inside&) = delete;
 
-    // Calls a function of a system library with 32-bit arguments.
+    // Calls a function of a library that the process has loaded with up to four 32-bit arguments, one at the least, on
+    // the thread of the window. One that cannot be called, or does not come back in time, is told as a failure and
+    // gives 0.
     std::uint32_t Call(const char* library, const char* function, const std::vector<std::uint32_t>& arguments) const;
 
     // Bytes into memory of the process's own global heap, and back.
@@ -24,6 +26,7 @@ class Inside {
     void Get(std::uint32_t address, void* bytes, std::size_t count) const;
 
   private:
+    HWND window_;
     HANDLE process_;
 };
 

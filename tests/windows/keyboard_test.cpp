@@ -22,7 +22,7 @@ TEST_F(Keyboard, TabGoesInTheOrderOfTheTable) {
 TEST_F(Keyboard, ArrowsCheckWithinAGroup) {
     program_.SetText(TargetBox, "C:\\x\\a.bmp");
     program_.Activate();
-    SendMessageA(program_.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(program_.Item(BmpRadio)), TRUE);
+    Send(program_.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(program_.Item(BmpRadio)), TRUE);
     ASSERT_TRUE(WaitFor([&] { return program_.FocusedId() == BmpRadio; }));
     PressKey(VK_DOWN);
     EXPECT_TRUE(WaitFor([&] { return program_.IsChecked(JpgRadio); }));
@@ -35,7 +35,7 @@ TEST_F(Keyboard, ArrowsCheckWithinAGroup) {
 
 TEST_F(Keyboard, SpacePressesWhatHasTheKeyboard) {
     program_.Activate();
-    SendMessageA(program_.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(program_.Item(SmallerCheck)), TRUE);
+    Send(program_.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(program_.Item(SmallerCheck)), TRUE);
     ASSERT_TRUE(WaitFor([&] { return program_.FocusedId() == SmallerCheck; }));
     PressKey(VK_SPACE);
     EXPECT_TRUE(WaitFor([&] { return program_.IsChecked(SmallerCheck); }));
@@ -47,7 +47,7 @@ TEST_F(Keyboard, EnterPressesTheFocusedButtonAndAnswersItsMessage) {
     program_.SetText(SourceFileBox, Path("source.bmp"));
     program_.SetText(TargetBox, Path("a.png"));
     program_.Activate();
-    SendMessageA(program_.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(program_.Item(ConvertButton)), TRUE);
+    Send(program_.Window(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(program_.Item(ConvertButton)), TRUE);
     ASSERT_TRUE(WaitFor([&] { return program_.FocusedId() == ConvertButton; }));
     PressKey(VK_RETURN);
     const HWND message = program_.WaitForDialog();

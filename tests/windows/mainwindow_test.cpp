@@ -83,7 +83,7 @@ TEST_F(MainWindow, CloseBoxEndsTheProgramWithZero) { EXPECT_EQ(program_.Close(),
 
 TEST_F(MainWindow, EscapeDoesNotEndIt) {
     SetForegroundWindow(program_.Window());
-    SendMessageA(program_.Window(), WM_COMMAND, IDCANCEL, 0);
+    Send(program_.Window(), WM_COMMAND, IDCANCEL, 0);
     EXPECT_TRUE(IsWindow(program_.Window()));
 }
 

@@ -1,6 +1,7 @@
 // A real mouse: presses and moves come from the display itself, so that they go wherever a person's would go.
 #include "tests/windows/mouse.h"
 
+#include "tests/windows/deadline.h"
 #include "tests/windows/desktop.h"
 
 #include <gtest/gtest.h>
@@ -19,6 +20,7 @@ bool IsUnderWine() { return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_
 // Mouse events that are made inside Wine's desktop are lost now and then, so there they are made in the display around
 // it, which has the same coordinates.
 void TellDisplay(const std::string& commands) {
+    const Waiting waiting("xdotool to start");
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION process{};

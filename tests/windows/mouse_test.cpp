@@ -93,7 +93,7 @@ TEST_F(Mouse, DragSelectsTextInABox) {
     const RECT place = PlaceOf(program_.Item(TargetBox));
     const LONG middle = (place.top + place.bottom) / 2;
     DragMouse({place.right - 10, middle}, {place.left + 3, middle});
-    const auto selection = [&] { return SendMessageA(program_.Item(TargetBox), EM_GETSEL, 0, 0); };
+    const auto selection = [&] { return Send(program_.Item(TargetBox), EM_GETSEL); };
     EXPECT_TRUE(WaitFor([&] { return selection() == MAKELONG(0, 10); })) << selection();
 }
 

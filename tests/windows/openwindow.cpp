@@ -1,7 +1,6 @@
 // A window of another process, worked as a person would work it.
 #include "tests/windows/openwindow.h"
 
-#include "tests/windows/desktop.h"
 #include "tests/windows/inside.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +18,7 @@ OpenWindow::OpenWindow(HWND window, std::vector<HWND> below) : window_(window), 
 std::string OpenWindow::Text(int id) const { return WindowText(Item(id)); }
 
 void OpenWindow::SetText(int id, const std::string& text) const {
-    SendMessageA(Item(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    Send(Item(id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
 void OpenWindow::Drop(const std::vector<std::string>& paths) const {
@@ -32,7 +31,7 @@ void OpenWindow::Drop(const std::vector<std::string>& paths) const {
     }
     bytes.push_back('\0');
     // Only memory of the program's own global heap can be read as what is dropped.
-    SendMessageA(window_, WM_DROPFILES, PutInside(bytes.data(), bytes.size()), 0);
+    Send(window_, WM_DROPFILES, PutInside(bytes.data(), bytes.size()), 0);
 }
 
 HWND OpenWindow::Focused() const {
@@ -113,7 +112,7 @@ void SetFileName(const OpenWindow& picker, const std::string& name) {
     // The box for the name is one of its own, or that of a list.
     const HWND list = picker.Item(cmb13);
     const HWND box = list != nullptr ? FindBelow(list, "Edit") : picker.Item(edt1);
-    SendMessageA(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
+    Send(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
 }
 
 } // namespace tests

@@ -1,6 +1,8 @@
 // A window of another process, worked as a person would work it.
 #pragma once
 
+#include "tests/windows/sending.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -18,11 +20,11 @@ class OpenWindow {
     HWND Item(int id) const { return GetDlgItem(window_, id); }
     std::string Text(int id) const;
     void SetText(int id, const std::string& text) const;
-    bool IsChecked(int id) const { return SendMessageA(Item(id), BM_GETCHECK, 0, 0) == BST_CHECKED; }
+    bool IsChecked(int id) const { return Send(Item(id), BM_GETCHECK) == BST_CHECKED; }
     bool IsVisible(int id) const { return IsWindowVisible(Item(id)) != FALSE; }
 
     // Presses a button and comes back when all it does is done; with Begin, at once, for what opens a further window.
-    void Click(int id) const { SendMessageA(Item(id), BM_CLICK, 0, 0); }
+    void Click(int id) const { Send(Item(id), BM_CLICK); }
     void BeginClick(int id) const { PostMessageA(Item(id), BM_CLICK, 0, 0); }
 
     void Drop(const std::vector<std::string>& paths) const;

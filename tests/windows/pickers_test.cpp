@@ -39,12 +39,12 @@ class FilePicker : public ProgramTest {
         HWND list = nullptr;
         ASSERT_TRUE(WaitFor([&] {
             list = FindBelow(dialog, "SysListView32");
-            return list != nullptr && SendMessageA(list, LVM_GETITEMCOUNT, 0, 0) > entry;
+            return list != nullptr && Send(list, LVM_GETITEMCOUNT) > entry;
         }));
         LVITEMA selected{};
         selected.stateMask = selected.state = LVIS_SELECTED | LVIS_FOCUSED;
         const std::uint32_t inside = program_.PutInside(&selected, sizeof selected);
-        SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(entry), static_cast<LPARAM>(inside));
+        Send(list, LVM_SETITEMSTATE, static_cast<WPARAM>(entry), static_cast<LPARAM>(inside));
     }
 };
 
@@ -169,7 +169,7 @@ class FolderDialog : public ProgramTest {
         const std::uint32_t inside = program_.PutInside(folder.c_str(), folder.size() + 1);
         const std::string name = std::filesystem::path(folder).filename().string();
         EXPECT_TRUE(WaitFor([&] { // the tree is filled bit by bit
-            SendMessageA(dialog, BFFM_SETSELECTIONA, TRUE, static_cast<LPARAM>(inside));
+            Send(dialog, BFFM_SETSELECTIONA, TRUE, static_cast<LPARAM>(inside));
             return WindowText(box) == name || WindowText(box) == folder;
         }));
         PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);

@@ -21,9 +21,8 @@ class ProgramTest : public testing::Test {
     ProgramTest() { WriteBytes(program_.Folder() / "source.bmp", SmallBmp); }
 
     ~ProgramTest() override {
-        if (HasFailure()) { // what it looked like when it failed
-            const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
-            SaveScreenshot(std::string(LUMBRIX_LOGS) + "/" + test->test_suite_name() + "." + test->name() + ".bmp");
+        if (HasFailure() && !IsTestOver()) { // what it looked like when it failed
+            SaveScreenshotOfTest();
         }
     }
 

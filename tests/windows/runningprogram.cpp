@@ -18,6 +18,7 @@ RunningProgram::RunningProgram(const std::filesystem::path& folder, const std::f
 }
 
 void RunningProgram::Start(const std::filesystem::path& folder, const std::filesystem::path& currentFolder) {
+    const Waiting waiting("the program to start");
     STARTUPINFOW start{};
     start.cb = sizeof start;
     std::wstring command = L"\"" + (folder / "lumbrix.exe").wstring() + L"\"";
@@ -26,12 +27,14 @@ void RunningProgram::Start(const std::filesystem::path& folder, const std::files
         ADD_FAILURE() << "not started, error " << GetLastError();
         return;
     }
+    endedWithTest_.emplace(process_.hProcess);
     WaitForInputIdle(process_.hProcess, PatienceMs);
     EXPECT_TRUE(WaitFor([&] { return FindMainWindow() != nullptr; })) << "no window";
     Take(FindMainWindow());
 }
 
 RunningProgram::~RunningProgram() {
+    const Waiting waiting("the program to end");
     // A window that is closed hands the keyboard on in good order; one that is killed does not.
     constexpr DWORD PolitenessMs = 3000;
     PostMessageA(Window(), WM_CLOSE, 0, 0);
@@ -39,6 +42,7 @@ RunningProgram::~RunningProgram() {
         TerminateProcess(process_.hProcess, 1);
     }
     WaitForSingleObject(process_.hProcess, PatienceMs);
+    endedWithTest_.reset();
     CloseHandle(process_.hThread);
     CloseHandle(process_.hProcess);
 }
@@ -50,6 +54,7 @@ HWND RunningProgram::FindMainWindow() const {
 }
 
 DWORD RunningProgram::Close() {
+    const Waiting waiting("the program to end");
     OpenWindow::Close();
     EXPECT_EQ(WaitForSingleObject(process_.hProcess, PatienceMs), WAIT_OBJECT_0);
     DWORD code = ~0u;

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "tests/support/temporaryfolder.h"
+#include "tests/windows/deadline.h"
 #include "tests/windows/desktop.h"
 #include "tests/windows/openwindow.h"
+
+#include <optional>
 
 namespace tests {
 
@@ -25,6 +28,10 @@ class RunningProgram : public OpenWindow {
     // The path of a file in the program's folder.
     std::string Path(const std::string& name) const { return (folder_ / name).string(); }
 
+    // Stops all that the program does, as a program that hangs would.
+    void Suspend() const { SuspendThread(process_.hThread); }
+    void Resume() const { ResumeThread(process_.hThread); }
+
     // Ends the program by its close box; its exit code.
     DWORD Close();
 
@@ -34,6 +41,7 @@ class RunningProgram : public OpenWindow {
 
     TemporaryFolder folder_;
     PROCESS_INFORMATION process_{};
+    std::optional<EndedWithTest> endedWithTest_;
 };
 
 } // namespace tests

@@ -1,0 +1,12 @@
+// Messages to windows of other processes, none of which is waited for without end.
+#pragma once
+
+#include "tests/windows/desktop.h"
+
+namespace tests {
+
+// Sends a message and gives back its answer. A window that does not answer in time is told as a failure, with what was
+// sent to it, and gives 0, as one that is gone does.
+LRESULT Send(HWND window, UINT message, WPARAM first = 0, LPARAM second = 0, DWORD patienceMs = PatienceMs);
+
+} // namespace tests
