@@ -1,12 +1,17 @@
 // The table of the crop dimensions dialog, without a window.
 #include "annotate/dimensionslayout.h"
 
+#include "tests/windows/expected/againsttable.h"
+#include "tests/windows/expected/cropdimensions.h"
+
 #include <gtest/gtest.h>
 
 namespace {
 
 using namespace lumbrix;
 using namespace lumbrix::cropdimensions;
+
+TEST(CropDimensionsTable, IsAsExpected) { tests::ExpectTable(CropDimensionsLayout, tests::ExpectedCropDimensions()); }
 
 TEST(CropDimensionsTable, HasElevenControlsNumberedInTheirOrder) {
     int id = 1001;

@@ -1,6 +1,9 @@
 // The table of the annotate and crop window and of its modes, without a window.
 #include "annotate/layout.h"
 
+#include "tests/windows/expected/againsttable.h"
+#include "tests/windows/expected/annotatewindow.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -18,6 +21,40 @@ std::set<int> HiddenIn(EditMode mode) {
     std::set<int> hidden(ids.begin(), ids.end());
     hidden.erase(0);
     return hidden;
+}
+
+// The table as a mode changes it. The caption is that of the table in all of them, and so is the order.
+TEST(AnnotateWindowTable, IsAsExpectedInEachMode) {
+    for (const EditMode mode : Modes) {
+        SCOPED_TRACE(static_cast<int>(mode));
+        const AnnotateModeLayout& changes = LayoutOf(mode);
+        OwnedLayout layout(AnnotateWindowLayout);
+        layout.height = changes.windowHeight;
+        OwnedControl& help = layout.controls.back();
+        help.caption = changes.helpText;
+        help.y = changes.helpY;
+        help.height = changes.helpHeight;
+        if (mode == EditMode::Crop) {
+            std::rotate(layout.controls.begin() + 6, layout.controls.begin() + 7, layout.controls.end());
+        }
+        tests::ExpectedWindow expected = tests::ExpectedInMode(static_cast<int>(mode));
+        expected.caption = "Annotate image";
+        tests::ExpectTable(layout, expected);
+    }
+}
+
+TEST(AnnotateWindowTable, IsOfTheFullHeightUntilAModeChangesIt) { EXPECT_EQ(AnnotateWindowLayout.height, 295); }
+
+TEST(AnnotateModes, HideWhatIsExpected) {
+    for (const EditMode mode : Modes) {
+        std::set<int> expected;
+        for (const tests::ExpectedControl& control : tests::ExpectedInMode(static_cast<int>(mode)).controls) {
+            if (control.isHidden) {
+                expected.insert(control.id);
+            }
+        }
+        EXPECT_EQ(HiddenIn(mode), expected) << static_cast<int>(mode);
+    }
 }
 
 TEST(AnnotateWindowTable, HasNineControlsOfDistinctIds) {

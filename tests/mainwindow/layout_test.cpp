@@ -1,6 +1,9 @@
 // The table of the main window, without a window.
 #include "mainwindow/layout.h"
 
+#include "tests/windows/expected/againsttable.h"
+#include "tests/windows/expected/mainwindow.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
@@ -24,6 +27,8 @@ bool LiesWithin(const Control& inner, const Control& outer) {
     return inner.x >= outer.x && inner.y >= outer.y && inner.x + inner.width <= outer.x + outer.width &&
            inner.y + inner.height <= outer.y + outer.height;
 }
+
+TEST(MainWindowTable, IsAsExpected) { tests::ExpectTable(MainWindowLayout, tests::ExpectedMainWindow()); }
 
 TEST(MainWindowTable, HasThirtySixControlsOfDistinctIds) {
     std::set<int> ids;

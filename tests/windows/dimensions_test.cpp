@@ -1,7 +1,8 @@
 // The crop dimensions dialog of the running program, and the batch that uses its rectangle.
 #include "annotate/dimensionslayout.h"
 #include "tests/windows/annotatefixture.h"
-#include "tests/windows/tabledwindow.h"
+#include "tests/windows/expected/cropdimensions.h"
+#include "tests/windows/seenwindow.h"
 
 namespace {
 
@@ -46,31 +47,7 @@ class CropDimensions : public OwnTemporaryFiles, public ProgramTest {
     }
 };
 
-TEST_F(CropDimensions, EveryControlIsAsTabledAndShown) {
-    const OpenWindow dialog = Open();
-    TabledWindow(dialog).ExpectControls(CropDimensionsControls);
-    for (const Control& control : CropDimensionsControls) {
-        EXPECT_TRUE(dialog.IsVisible(control.id)) << control.id;
-    }
-}
-
-TEST_F(CropDimensions, FontIsThatOfThePlatformsDialogs) {
-    const TabledWindow seen(Open());
-    for (const Control& control : CropDimensionsControls) {
-        EXPECT_STREQ(seen.FontOf(control.id).lfFaceName, "MS Sans Serif") << control.id;
-    }
-}
-
-TEST_F(CropDimensions, FrameIsInTheMiddleAndHasNoCloseBox) {
-    const OpenWindow dialog = Open();
-    TabledWindow(dialog).ExpectFrame(CropDimensionsLayout);
-    const auto style = static_cast<DWORD>(GetWindowLongA(dialog.Window(), GWL_STYLE));
-    constexpr DWORD Parts[] = {WS_POPUP, WS_CAPTION, DS_MODALFRAME, DS_CENTER};
-    for (const DWORD part : Parts) {
-        EXPECT_EQ(style & part, part) << part;
-    }
-    EXPECT_EQ(style & (WS_SYSMENU | WS_THICKFRAME), 0u);
-}
+TEST_F(CropDimensions, WindowIsAsExpected) { SeenWindow(Open()).Expect(ExpectedCropDimensions()); }
 
 TEST_F(CropDimensions, MainWindowWaitsForIt) {
     const OpenWindow dialog = Open();

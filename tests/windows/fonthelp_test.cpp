@@ -1,6 +1,6 @@
 // The dialog for the font of annotations, and the help, as the annotate and crop window opens them.
 #include "tests/windows/annotatefixture.h"
-#include "tests/windows/tabledwindow.h"
+#include "tests/windows/seenwindow.h"
 
 #include <dlgs.h>
 
@@ -65,11 +65,10 @@ TEST_F(AnnotationFont, ChoiceHoldsForAllAnnotationsToCome) {
     fonts.Click(chx1); // strikeout
     fonts.Click(chx2); // underline
     Press(fonts, IDOK);
-    const LONG heightInPixels = TabledWindow(window).InPixels({0, 0, 0, 27}).bottom;
     const InkBox large = Annotate(window);
     EXPECT_NE(large, plain);
     // Twenty points are 27 pixels at 96 dots per inch, which are taken for dialog units once more.
-    const int size = static_cast<int>(heightInPixels);
+    const int size = SeenWindow::InPixels({0, 0, 0, 27}).height;
     AnnotateImage(Path("white.png").c_str(), Path("expected.jpg").c_str(), 10, 10, "HHHH", "Liberation Sans", size, 0,
                   0, 1, 1, 255, 0, 0, 0);
     EXPECT_EQ(large, InkIn(Path("expected.jpg"))) << size;

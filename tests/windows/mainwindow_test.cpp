@@ -1,24 +1,16 @@
 // The main window of the running program: what it looks like, and what each control does.
+#include "tests/windows/expected/mainwindow.h"
 #include "tests/windows/programfixture.h"
-#include "tests/windows/tabledwindow.h"
+#include "tests/windows/seenwindow.h"
 
 namespace {
 
 using namespace lumbrix;
 using namespace tests;
 
-class MainWindow : public ProgramTest {
-  protected:
-    TabledWindow Seen() const { return TabledWindow(program_); }
-};
+using MainWindow = ProgramTest;
 
-TEST_F(MainWindow, EveryControlIsAsTabled) { Seen().ExpectControls(MainWindowControls); }
-
-TEST_F(MainWindow, OnlyTheCropBoxIsHidden) {
-    for (const Control& control : MainWindowControls) {
-        EXPECT_EQ(IsWindowVisible(program_.Item(control.id)) != 0, control.id != CropCheck) << control.id;
-    }
-}
+TEST_F(MainWindow, IsAsExpected) { SeenWindow(program_).Expect(ExpectedMainWindow()); }
 
 TEST_F(MainWindow, OnlyTheHeightIsFilledIn) {
     for (const int id : {SourceFileBox, TargetBox, SourceFolderBox}) {
@@ -36,19 +28,8 @@ TEST_F(MainWindow, BitmapAndNoTurnAreChecked) {
     }
 }
 
-TEST_F(MainWindow, FontsAreArialOfTenAndBoldOfTwelvePoints) {
-    const HDC screen = GetDC(nullptr);
-    const int dots = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(nullptr, screen);
-    for (const Control& control : MainWindowControls) {
-        const LOGFONTA seen = Seen().FontOf(control.id);
-        EXPECT_STREQ(seen.lfFaceName, "Arial");
-        EXPECT_EQ(seen.lfHeight, FontHeight(MainWindowFonts[control.font].points, dots));
-        EXPECT_EQ(seen.lfWeight, MainWindowFonts[control.font].weight);
-    }
-}
-
-TEST_F(MainWindow, ColorsAreAsTabled) {
+TEST_F(MainWindow, ColorsAreSeenOnTheScreen) {
+    constexpr COLORREF SeenCyan = RGB(0, 255, 255);
     const auto leftTopOf = [&](int id) {
         RECT place{};
         GetWindowRect(program_.Item(id), &place);
@@ -56,28 +37,15 @@ TEST_F(MainWindow, ColorsAreAsTabled) {
     };
     for (const int id : {SingleFileLabel, BmpRadio, SmallerCheck, Rotate270Radio, FlipHorizontalCheck}) {
         const POINT point = leftTopOf(id);
-        EXPECT_TRUE(WaitFor([&] { return PixelAt(point) == Cyan; })) << id;
+        EXPECT_TRUE(WaitFor([&] { return PixelAt(point) == SeenCyan; })) << id;
     }
     RECT client{};
     GetClientRect(program_.Window(), &client);
-    EXPECT_EQ(PixelAt(ScreenPointOf(program_.Window(), {client.right - 3, client.bottom - 3})), Cyan);
+    EXPECT_EQ(PixelAt(ScreenPointOf(program_.Window(), {client.right - 3, client.bottom - 3})), SeenCyan);
     EXPECT_EQ(PixelAt(MiddleOf(program_.Item(TargetBox))), GetSysColor(COLOR_WINDOW));
 }
 
-TEST_F(MainWindow, FrameIsAFixedOneInTheMiddleOfTheScreen) {
-    const HWND window = program_.Window();
-    Seen().ExpectFrame(MainWindowLayout);
-    const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
-    constexpr DWORD Parts[] = {WS_POPUP,       WS_CLIPSIBLINGS, WS_CAPTION, WS_SYSMENU,    WS_MINIMIZEBOX,
-                               WS_MAXIMIZEBOX, WS_VISIBLE,      DS_CENTER,  DS_MODALFRAME, DS_SETFONT};
-    for (const DWORD part : Parts) {
-        EXPECT_EQ(style & part, part) << part;
-    }
-    EXPECT_EQ(style & WS_THICKFRAME, 0u);
-    EXPECT_NE(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_CONTROLPARENT, 0);
-    EXPECT_NE(GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_ACCEPTFILES, 0);
-    EXPECT_NE(Seen().Ask(window, WM_GETICON, ICON_BIG), 0u);
-}
+TEST_F(MainWindow, HasAnIcon) { EXPECT_NE(SeenWindow(program_).Ask(program_.Window(), WM_GETICON, ICON_BIG), 0u); }
 
 TEST_F(MainWindow, CloseBoxEndsTheProgramWithZero) { EXPECT_EQ(program_.Close(), 0u); }
 
