@@ -1,0 +1,93 @@
+#!/usr/bin/env python3
+"""What is installed: which files, and whether they can be used from where they lie.
+
+Usage: install_test.py CMAKE BUILD COMPILER SOURCES [RUNNER]   (cmake, a finished build, its C compiler, the project, and
+what runs its programs where the machine does not; then it is one for Windows)
+"""
+
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+LINUX = {
+    "runtime": {"bin/lumbrix-cli", "lib/liblumbrix.so", "lib/liblumbriximaging.so"},
+    "development": {"include/lumbrix.h"},
+}
+WINDOWS = {
+    "runtime": {"bin/lumbrix.exe", "bin/lumbrix-cli.exe", "bin/lumbrix.dll", "bin/gdiplus.dll"},
+    "development": {"include/lumbrix.h", "lib/liblumbrix.dll.a"},
+}
+
+
+class Install(unittest.TestCase):
+    def setUp(self):
+        self.temporary = tempfile.TemporaryDirectory(prefix="lumbrix-install-")
+        self.folder = Path(self.temporary.name)
+        self.prefix = self.folder / "prefix"
+        self.expected = WINDOWS if self.runner else LINUX
+        self.ending = ".exe" if self.runner else ""
+
+    def tearDown(self):
+        self.temporary.cleanup()
+
+    def install(self, *components):
+        for component in components:
+            subprocess.run([self.cmake, "--install", self.build, "--prefix", self.prefix, "--component", component],
+                           check=True, capture_output=True, timeout=60)
+
+    def files(self):
+        return {str(path.relative_to(self.prefix)) for path in self.prefix.rglob("*") if path.is_file()}
+
+    def run_program(self, *words):
+        # Nothing but where the files lie may help to find them.
+        environment = {name: value for name, value in os.environ.items() if name != "LD_LIBRARY_PATH"}
+        return subprocess.run([*self.runner, *words], cwd=self.folder, env=environment, capture_output=True, text=True,
+                              timeout=90)
+
+    def compile_example(self, program):
+        options = [] if self.runner else [f"-Wl,-rpath,{self.prefix / 'lib'}"]
+        return subprocess.run([self.compiler, "-std=c11", "-Wall", "-Wextra", "-Werror",
+                               self.sources / "docs/examples/caption.c", "-I", self.prefix / "include",
+                               "-L", self.prefix / "lib", "-llumbrix", *options, "-o", program],
+                              capture_output=True, text=True, timeout=60)
+
+    def test_each_component_has_its_files(self):
+        self.install("runtime")
+        self.assertEqual(self.files(), self.expected["runtime"])
+        self.install("development")
+        self.assertEqual(self.files(), self.expected["runtime"] | self.expected["development"])
+
+    def test_there_are_no_further_components(self):
+        subprocess.run([self.cmake, "--install", self.build, "--prefix", self.prefix], check=True, capture_output=True)
+        self.assertEqual(self.files(), self.expected["runtime"] | self.expected["development"])
+
+    def test_c_example_compiles_and_runs_against_it(self):
+        self.install("runtime", "development")
+        program = self.prefix / "bin" / f"caption{self.ending}"
+        compiled = self.compile_example(program)
+        self.assertEqual((compiled.returncode, compiled.stderr), (0, ""))
+        result = self.run_program(program, self.sources / "samples/photo.jpg", "small.png", "By the lake")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("1600 by 1067 pixels", result.stdout)
+        self.assertTrue((self.folder / "small.png").read_bytes().startswith(b"\x89PNG"))
+
+    def test_command_line_works_from_wherever_the_prefix_is_moved(self):
+        self.install("runtime")
+        moved = self.folder / "elsewhere"
+        self.prefix.rename(moved)
+        result = self.run_program(moved / "bin" / f"lumbrix-cli{self.ending}", "convert",
+                                  self.sources / "samples/stamp.png", "stamp.bmp")
+        self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
+        self.assertTrue((self.folder / "stamp.bmp").read_bytes().startswith(b"BM"))
+
+
+if __name__ == "__main__":
+    if len(sys.argv) not in (5, 6):
+        sys.exit(__doc__)
+    Install.cmake, Install.build, Install.compiler = sys.argv[1:4]
+    Install.sources = Path(sys.argv[4])
+    Install.runner = sys.argv[5:]
+    unittest.main(argv=sys.argv[:1])
