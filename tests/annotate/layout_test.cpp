@@ -78,7 +78,7 @@ TEST(AnnotateWindowTable, EveryControlBeginsInTheWindow) {
 TEST(AnnotateWindowTable, ShownControlsOfTheLineBelowThePictureDoNotOverlap) {
     std::vector<const Control*> line;
     for (const Control& control : AnnotateWindowControls) {
-        if (control.y == 260 && HiddenIn(EditMode::Annotate).count(control.id) == 0) {
+        if (control.y == 260 && !HiddenIn(EditMode::Annotate).contains(control.id)) {
             line.push_back(&control);
         }
     }

@@ -85,9 +85,9 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
         PostMessageA(picture, WM_RBUTTONUP, 0, MAKELPARAM(x, y));
         // Behind them in the line.
         const HWND box = window.Item(AnnotationBox);
-        SendMessageA(box, EM_SETMODIFY, FALSE, 0);
+        Send(box, EM_SETMODIFY, FALSE);
         PostMessageA(box, EM_SETMODIFY, TRUE, 0);
-        EXPECT_TRUE(WaitFor([&] { return SendMessageA(box, EM_GETMODIFY, 0, 0) != 0; }));
+        EXPECT_TRUE(WaitFor([&] { return Send(box, EM_GETMODIFY) != 0; }));
     }
 
     // Comes back when the window has worked off all that the mouse brought about.

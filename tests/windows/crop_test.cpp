@@ -93,7 +93,7 @@ TEST_F(CropWindow, NothingBesidesThePictureChangesWhileMarking) {
         }
         return colors;
     };
-    SendMessageA(window.Window(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+    Send(window.Window(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS));
     RedrawWindow(window.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
     Settle(window);
     EXPECT_TRUE(WaitFor([&] { return GetUpdateRect(window.Item(HelpLabel), nullptr, FALSE) == 0; }));

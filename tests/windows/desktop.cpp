@@ -29,9 +29,8 @@ BOOL CALLBACK TryWindow(HWND window, LPARAM argument) {
 
 } // namespace
 
-bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs, const std::source_location& asker) {
-    const Waiting waiting("what " + std::string(asker.file_name()) + ", line " + std::to_string(asker.line()) +
-                          ", asks for");
+bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs, const char* file, int line) {
+    const Waiting waiting("what " + std::string(file) + ", line " + std::to_string(line) + ", asks for");
     for (const DWORD start = GetTickCount(); GetTickCount() - start < patienceMs && !IsTestOver();
          Sleep(BetweenAsksMs)) {
         if (holds()) {
@@ -41,10 +40,10 @@ bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs, const std::so
     return !IsTestOver() && holds();
 }
 
-bool WaitUntilLasting(const std::function<bool()>& holds, const std::source_location& asker) {
+bool WaitUntilLasting(const std::function<bool()>& holds, const char* file, int line) {
     constexpr int Lasting = 15;
     int inRow = 0;
-    return WaitFor([&] { return (inRow = holds() ? inRow + 1 : 0) >= Lasting; }, PatienceMs, asker);
+    return WaitFor([&] { return (inRow = holds() ? inRow + 1 : 0) >= Lasting; }, PatienceMs, file, line);
 }
 
 std::string WindowText(HWND window) {

@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <functional>
-#include <source_location>
 #include <string>
 
 namespace tests {
@@ -12,13 +11,14 @@ namespace tests {
 constexpr DWORD PatienceMs = 20000;
 constexpr const char* DialogClass = "#32770";
 
-// Asks again and again until something holds; false where it does not in time.
-bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs = PatienceMs,
-             const std::source_location& asker = std::source_location::current());
+// Asks again and again until something holds; false where it does not in time. Whoever asks is named in the report of a
+// test that takes too long.
+bool WaitFor(const std::function<bool()>& holds, DWORD patienceMs = PatienceMs, const char* file = __builtin_FILE(),
+             int line = __builtin_LINE());
 
 // The same, but it must hold on many askings in a row: for what the display server settles in several steps.
-bool WaitUntilLasting(const std::function<bool()>& holds,
-                      const std::source_location& asker = std::source_location::current());
+bool WaitUntilLasting(const std::function<bool()>& holds, const char* file = __builtin_FILE(),
+                      int line = __builtin_LINE());
 
 // What a window's text is, asked across processes.
 std::string WindowText(HWND window);

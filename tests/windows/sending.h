@@ -9,4 +9,7 @@ namespace tests {
 // sent to it, and gives 0, as one that is gone does.
 LRESULT Send(HWND window, UINT message, WPARAM first = 0, LPARAM second = 0, DWORD patienceMs = PatienceMs);
 
+// What waits without end is not to be used by mistake.
+#pragma GCC poison SendMessageA
+
 } // namespace tests
