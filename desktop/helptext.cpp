@@ -46,7 +46,7 @@ std::string WriteHelpText() {
         text += line;
         text += "\r\n";
     }
-    const std::string file = ReplaceAll(NewTempImageName(), ".tmp", ".txt");
+    std::string file = ReplaceAll(NewTempImageName(), ".tmp", ".txt");
     WriteWholeFile(file, text);
     return file;
 }

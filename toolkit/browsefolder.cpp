@@ -40,7 +40,7 @@ std::string BrowseForFolder(HWND owner, const std::string& prompt, const std::st
     if (const OwnedItemList chosen(SHBrowseForFolderA(&info)); chosen) {
         SHGetPathFromIDListA(chosen.Get(), path);
     }
-    const std::string folder = path;
+    std::string folder = path;
     if (!folder.empty()) {
         lastBrowsedFolder = folder.substr(0, LongestText);
     }

@@ -112,6 +112,7 @@ void ForEachCoveredRow(
         return;
     }
     std::vector<const Edge*> byTop;
+    byTop.reserve(edges.size());
     for (const Edge& edge : edges) {
         byTop.push_back(&edge);
     }
