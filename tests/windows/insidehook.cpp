@@ -51,10 +51,10 @@ void ServeProcess(DWORD process) {
 
 } // namespace
 
-extern "C" __declspec(dllexport) LRESULT CALLBACK CallForTheTest(int code, WPARAM first, LPARAM second) {
-    const auto* sent = reinterpret_cast<const CWPSTRUCT*>(second);
+extern "C" __declspec(dllexport) LRESULT CALLBACK CallForTheTest(int code, WPARAM wParam, LPARAM lParam) {
+    const auto* sent = reinterpret_cast<const CWPSTRUCT*>(lParam);
     if (code == HC_ACTION && sent->message == RegisterWindowMessageA(InsideMessageName)) {
         ServeProcess(static_cast<DWORD>(sent->wParam));
     }
-    return CallNextHookEx(nullptr, code, first, second);
+    return CallNextHookEx(nullptr, code, wParam, lParam);
 }

@@ -32,7 +32,7 @@ constexpr NamedMessage NamedMessages[] = {{WM_NULL, "WM_NULL"},
                                           {BM_CLICK, "BM_CLICK"}};
 
 // Which message to which window, in the words of a report.
-std::string Described(HWND window, UINT message, WPARAM first) {
+std::string Described(HWND window, UINT message, WPARAM wParam) {
     std::ostringstream text;
     const auto* known = std::find_if(std::begin(NamedMessages), std::end(NamedMessages),
                                      [&](const NamedMessage& row) { return row.message == message; });
@@ -43,21 +43,21 @@ std::string Described(HWND window, UINT message, WPARAM first) {
     }
     char caption[80] = ""; // which a window that does not answer can be asked for too
     GetWindowTextA(window, caption, sizeof caption);
-    text << " (" << first << ") to the " << WindowClass(window) << " \"" << caption << "\" of id "
+    text << " (" << wParam << ") to the " << WindowClass(window) << " \"" << caption << "\" of id "
          << GetDlgCtrlID(window);
     return text.str();
 }
 
 } // namespace
 
-LRESULT Send(HWND window, UINT message, WPARAM first, LPARAM second, DWORD patienceMs) {
+LRESULT Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam, DWORD patienceMs) {
     if (IsTestOver()) {
         return 0;
     }
-    const std::string sent = Described(window, message, first);
+    const std::string sent = Described(window, message, wParam);
     const Waiting waiting("an answer to " + sent);
     DWORD_PTR answer = 0;
-    if (SendMessageTimeoutA(window, message, first, second, SMTO_NORMAL, patienceMs, &answer) == 0) {
+    if (SendMessageTimeoutA(window, message, wParam, lParam, SMTO_NORMAL, patienceMs, &answer) == 0) {
         EXPECT_FALSE(IsWindow(window)) << "no answer to " << sent << " within " << patienceMs << " ms";
         return 0;
     }
