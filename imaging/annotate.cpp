@@ -21,7 +21,7 @@ FlatStatus DrawText(const OwnedSurface& surface, const Annotation& annotation, F
     return GdipDrawString(surface.Get(), annotation.text, font, &from, brush);
 }
 
-// Notes what drawing on a surface answered. As described, a failure is passed over unless it means that the picture
+// Notes what drawing on a surface answered. As established, a failure is passed over unless it means that the picture
 // itself, or what is drawn, could not be decoded: that must not be written as if it were whole.
 bool TakeDrawn(Course& course, Step step, const OwnedSurface& surface, FlatStatus status) {
     const bool isLost = surface && status == OutOfMemory;
@@ -35,16 +35,16 @@ struct DrawnOn {
     ImageHandle image = nullptr;
 };
 
-// Draws the image over itself, as every annotation begins. The surface is not freed as described: it ends with its
+// Draws the image over itself, as every annotation begins. The surface is not freed as established: it ends with its
 // image, or with the session.
 bool BeginDrawing(Course& course, const OwnedImage& source, DrawnOn& drawn) {
-    if (!course.IsDescribed() && !MakeDrawable(course, source, drawn.copy)) {
+    if (!course.IsEstablished() && !MakeDrawable(course, source, drawn.copy)) {
         return false;
     }
     drawn.image = drawn.copy ? drawn.copy.Get() : source.Get();
     course.Result().result = course.Result().source;
     const bool isOpen = course.Take(Step::Surface, drawn.surface.Open(drawn.image));
-    if (course.IsDescribed()) {
+    if (course.IsEstablished()) {
         drawn.surface.LeaveBehind();
     }
     if (!isOpen) {
@@ -70,7 +70,7 @@ bool IsUndecodable(ImageHandle image) {
     return GdipGetImageThumbnail(image, 1, 1, smallest.Place()) == OutOfMemory;
 }
 
-// What the described procedures answer.
+// What the established procedures answer.
 StatusValue DrawnAnswer(const Outcome& outcome) {
     switch (outcome.end.step) {
     case Step::None:
@@ -128,11 +128,7 @@ MadeFont MakeFont(const Annotation& annotation) {
 Outcome Annotate(const AnnotateOrder& order, const Wishes& wishes) {
     Course course(wishes);
     Outcome& outcome = course.Result();
-    if (order.mimeWord.empty()) {
-        course.Fail(Step::Names, BadName);
-        return outcome;
-    }
-    if (!course.Begin(order.destination)) {
+    if (!course.TakeFormat(order.mimeWord) || !course.Begin(order.destination)) {
         return outcome;
     }
     OwnedFont font(MakeFont(order.annotation));
@@ -141,7 +137,7 @@ Outcome Annotate(const AnnotateOrder& order, const Wishes& wishes) {
     }
     OwnedImage image;
     if (!course.Load(order.source, image)) {
-        if (course.IsDescribed()) {
+        if (course.IsEstablished()) {
             font.LeaveBehind();
             course.LeaveSessionOpen();
         }
@@ -159,19 +155,15 @@ Outcome Annotate(const AnnotateOrder& order, const Wishes& wishes) {
 Outcome Stamp(const StampOrder& order, const Wishes& wishes) {
     Course course(wishes);
     Outcome& outcome = course.Result();
-    if (order.mimeWord.empty()) {
-        course.Fail(Step::Names, BadName);
-        return outcome;
-    }
-    if (!course.Begin(order.destination)) {
+    if (!course.TakeFormat(order.mimeWord) || !course.Begin(order.destination)) {
         return outcome;
     }
     OwnedImage stamp; // goes behind the picture
     OwnedImage image;
     const bool isLoaded = course.Load(order.source, image);
-    const bool isStampLoaded = (isLoaded || course.IsDescribed()) && course.Load(order.stamp, stamp, Step::LoadStamp);
+    const bool isStampLoaded = (isLoaded || course.IsEstablished()) && course.Load(order.stamp, stamp, Step::LoadStamp);
     if (!isLoaded || !isStampLoaded) {
-        if (course.IsDescribed()) {
+        if (course.IsEstablished()) {
             image.LeaveBehind();
             stamp.LeaveBehind();
             course.LeaveSessionOpen();
@@ -193,13 +185,13 @@ Outcome Stamp(const StampOrder& order, const Wishes& wishes) {
 
 StatusValue AnnotateImage(const std::string& source, const std::string& destination, const Annotation& annotation) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    return DrawnAnswer(Annotate({source, destination, mimeWord, annotation}, AsDescribed));
+    return DrawnAnswer(Annotate({source, destination, mimeWord, annotation}, AsEstablished));
 }
 
 StatusValue StampImage(const std::string& source, const std::string& destination, float x, float y,
                        const std::string& stamp) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    return DrawnAnswer(Stamp({source, destination, mimeWord, x, y, stamp}, AsDescribed));
+    return DrawnAnswer(Stamp({source, destination, mimeWord, x, y, stamp}, AsEstablished));
 }
 
 } // namespace lumbrix

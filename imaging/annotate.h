@@ -45,7 +45,7 @@ struct AnnotateOrder {
 };
 
 // The picture is first drawn over itself, which makes a translucent one denser. A source with a palette becomes true
-// colour; as described it is written as it is.
+// colour; as established it is written as it is.
 Outcome Annotate(const AnnotateOrder& order, const Wishes& wishes);
 
 struct StampOrder {
@@ -60,13 +60,13 @@ struct StampOrder {
 // The stamp is placed at its natural size, blended by its own alpha; what falls outside is cut off. Otherwise as above.
 Outcome Stamp(const StampOrder& order, const Wishes& wishes);
 
-// As described: the destination's extension names the format. BadName for a blank name or an unknown extension;
+// As established: the destination's extension names the format. BadName for a blank name or an unknown extension;
 // NotLoaded for a source that does not load, with font and session left open on purpose, and for one that is damaged.
 // Done in every other case: a font that is not installed and a source with an indexed pixel format give a plain copy,
 // and a save that fails is not seen.
 StatusValue AnnotateImage(const std::string& source, const std::string& destination, const Annotation& annotation);
 
-// As described: results as above; NotLoaded also for the stamp, with everything that was opened left open on purpose.
+// As established: results as above; NotLoaded also for the stamp, with everything that was opened left open on purpose.
 StatusValue StampImage(const std::string& source, const std::string& destination, float x, float y,
                        const std::string& stamp);
 

@@ -14,7 +14,7 @@ Outcome Convert(const ConvertOrder& order, const Wishes& wishes) {
     if (!OpenSource(course, order, encoder, image)) {
         return course.Result();
     }
-    if (!course.IsDescribed() && course.Measure(image.Get())) {
+    if (!course.IsEstablished() && course.Measure(image.Get())) {
         course.Result().result = course.Result().source;
         course.Watch(image.Get(), static_cast<std::uint32_t>(course.Result().source.height));
     }
@@ -27,7 +27,7 @@ Outcome Convert(const ConvertOrder& order, const Wishes& wishes) {
 }
 
 StatusValue ConvertImageFile(const std::string& source, const std::string& destination, const std::string& mimeWord) {
-    const Failure first = Convert({source, destination, mimeWord}, AsDescribed).first;
+    const Failure first = Convert({source, destination, mimeWord}, AsEstablished).first;
     const bool isPassedOver = first.step == Step::Names || first.status == NotLoaded;
     return isPassedOver ? Done : first.status;
 }

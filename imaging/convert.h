@@ -10,7 +10,7 @@ namespace lumbrix {
 // One decode and one encode.
 Outcome Convert(const ConvertOrder& order, const Wishes& wishes);
 
-// As described: a blank name gives 0 and nothing is done; NoSession, NoEncoder, or the imaging library's status on
+// As established: a blank name gives 0 and nothing is done; NoSession, NoEncoder, or the imaging library's status on
 // failure. Where the encoder is missing, or load or save fails, the session stays open on purpose.
 StatusValue ConvertImageFile(const std::string& source, const std::string& destination, const std::string& mimeWord);
 

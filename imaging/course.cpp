@@ -11,7 +11,7 @@
 namespace lumbrix {
 
 bool Course::Begin(const std::string& destination) {
-    if (!IsDescribed() && ImagingLibraryHandle == nullptr) {
+    if (!IsEstablished() && ImagingLibraryHandle == nullptr) {
         return Fail(Step::Session, NoLibrary);
     }
     if (wishes_.keepsExisting && FileExists(destination)) {
@@ -34,7 +34,7 @@ bool Course::Take(Step step, StatusValue status) {
     if (status == Done) {
         return true;
     }
-    if (!IsDescribed()) {
+    if (!IsEstablished()) {
         return Fail(step, status);
     }
     if (outcome_.first.step == Step::None) {
@@ -120,15 +120,15 @@ std::int32_t LUMBRIX_FLAT_CALL Course::ReportRows(void* course, std::uint32_t ro
 }
 
 void Course::LookForDamage(ImageHandle source) {
-    outcome_.isDamaged = outcome_.isDamaged || (!IsDescribed() && IsImageDamaged(source));
+    outcome_.isDamaged = outcome_.isDamaged || (!IsEstablished() && IsImageDamaged(source));
 }
 
 void Course::LookForDamageOfStamp(ImageHandle stamp) {
-    outcome_.isStampDamaged = !IsDescribed() && IsImageDamaged(stamp);
+    outcome_.isStampDamaged = !IsEstablished() && IsImageDamaged(stamp);
 }
 
 void Course::LeaveSessionOpen() {
-    if (IsDescribed() && session_) {
+    if (IsEstablished() && session_) {
         session_->LeaveOpen();
     }
 }

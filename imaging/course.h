@@ -13,20 +13,24 @@ namespace lumbrix {
 // Which side of an image is asked for first: the operations differ in that.
 enum class MeasuredFirst { Width, Height };
 
-// The legal order of calls is Begin once, then any others; Result at last. Images that it works on must not outlive it.
+// The legal order of calls is TakeFormat where something is written, Begin once, then any others; Result at last.
+// Images that it works on must not outlive it.
 class Course {
   public:
     explicit Course(const Wishes& wishes) : wishes_(wishes) {}
     Course(const Course&) = delete;
     Course& operator=(const Course&) = delete;
 
-    bool IsDescribed() const { return wishes_.conduct == Conduct::Described; }
+    bool IsEstablished() const { return wishes_.conduct == Conduct::Established; }
+
+    // The MIME word of the format to write; none, for an extension that is unknown or a blank name, ends the operation.
+    bool TakeFormat(const std::string& mimeWord) { return !mimeWord.empty() || Fail(Step::Names, BadName); }
 
     // Starts the session. False where a truthful operation ends for want of one, or because of its destination.
     bool Begin(const std::string& destination = {});
 
     // As Begin, for procedures that are known to look at the answer: a session that is refused ends the operation in
-    // either conduct, and as described nothing is shut down.
+    // either conduct, and as established nothing is shut down.
     bool BeginChecked(const std::string& destination = {});
 
     // Notes what a step answered. False where the operation ends with it.
@@ -35,10 +39,10 @@ class Course {
     // Ends the operation, whatever its conduct. Always false.
     bool Fail(Step step, StatusValue status);
 
-    // False where there is no image, which ends the operation; a described one may go on without all the same.
+    // False where there is no image, which ends the operation; an established one may go on without all the same.
     bool Load(const std::string& name, OwnedImage& image, Step step = Step::Load);
 
-    // As Load, and as described a failure leaves the session open.
+    // As Load, and as established a failure leaves the session open.
     bool LoadChecked(const std::string& name, OwnedImage& image);
 
     // The size of a source. False for an image without one.
@@ -59,7 +63,7 @@ class Course {
     void LookForDamage(ImageHandle source);
     void LookForDamageOfStamp(ImageHandle stamp);
 
-    // As described, the session stays open.
+    // As established, the session stays open.
     void LeaveSessionOpen();
 
     Outcome& Result() { return outcome_; }

@@ -10,13 +10,13 @@ namespace lumbrix {
 
 namespace {
 
-// As described only the size is compared, and a place that runs over an edge is left to the imaging library.
+// As established only the size is compared, and a place that runs over an edge is left to the imaging library.
 bool FitsInto(PixelSize picture, const CropOrder& order, Conduct conduct) {
     if (picture.width < order.width || picture.height < order.height) {
         return false;
     }
-    return conduct == Conduct::Described || (order.x >= 0 && order.y >= 0 && order.x <= picture.width - order.width &&
-                                             order.y <= picture.height - order.height);
+    return conduct == Conduct::Established || (order.x >= 0 && order.y >= 0 && order.x <= picture.width - order.width &&
+                                               order.y <= picture.height - order.height);
 }
 
 } // namespace
@@ -33,8 +33,11 @@ FlatStatus CloneImageArea(ImageHandle image, std::int32_t x, std::int32_t y, std
 Outcome Crop(const CropOrder& order, const Wishes& wishes) {
     Course course(wishes);
     Outcome& outcome = course.Result();
-    if (order.mimeWord.empty() || order.width <= 0 || order.height <= 0) {
-        course.Fail(Step::Names, order.mimeWord.empty() ? BadName : InvalidParameter);
+    if (!course.TakeFormat(order.mimeWord)) {
+        return outcome;
+    }
+    if (order.width <= 0 || order.height <= 0) {
+        course.Fail(Step::Names, InvalidParameter);
         return outcome;
     }
     outcome.result = {order.width, order.height};
@@ -69,7 +72,7 @@ Outcome Crop(const CropOrder& order, const Wishes& wishes) {
 StatusValue CropImage(const std::string& source, const std::string& destination, std::int32_t x, std::int32_t y,
                       std::int32_t width, std::int32_t height) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    const Failure end = Crop({source, destination, mimeWord, x, y, width, height}, AsDescribed).end;
+    const Failure end = Crop({source, destination, mimeWord, x, y, width, height}, AsEstablished).end;
     return end.step == Step::Cut || end.step == Step::None ? end.status : Refused;
 }
 

@@ -26,7 +26,7 @@ struct CropOrder {
 // The source's properties go along.
 Outcome Crop(const CropOrder& order, const Wishes& wishes);
 
-// As described: the destination's extension names the format. Refused for a blank name, an unknown extension, a width
+// As established: the destination's extension names the format. Refused for a blank name, an unknown extension, a width
 // or height not above 0, a source that does not load or is damaged, and a rectangle larger than the image; the imaging
 // library's status for one that runs over an edge. A save that fails is not seen.
 StatusValue CropImage(const std::string& source, const std::string& destination, std::int32_t x, std::int32_t y,

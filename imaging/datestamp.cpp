@@ -50,7 +50,7 @@ Outcome ReadDate(const std::string& name, std::string& date, const Wishes& wishe
 
 std::string GetImageDateTime(const std::string& name) {
     std::string date;
-    ReadDate(name, date, AsDescribed);
+    ReadDate(name, date, AsEstablished);
     return date;
 }
 
@@ -82,7 +82,7 @@ Outcome StampDate(const DateStampOrder& order, const Wishes& wishes) {
         course.Fail(Step::Property, status);
         return course.Result();
     }
-    if (!course.IsDescribed() && course.Measure(image.Get())) {
+    if (!course.IsEstablished() && course.Measure(image.Get())) {
         course.Result().result = course.Result().source;
         course.Watch(clone.Get(), static_cast<std::uint32_t>(course.Result().source.height));
     }
@@ -95,7 +95,7 @@ StatusValue DateStampImage(const std::string& name, const std::string& date) {
     if (ImagingLibraryHandle == nullptr) {
         return Done;
     }
-    const Failure end = StampDate({name, StampedName(name), date}, AsDescribed).end;
+    const Failure end = StampDate({name, StampedName(name), date}, AsEstablished).end;
     switch (end.step) {
     case Step::None:
     case Step::Names:

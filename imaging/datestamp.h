@@ -10,7 +10,7 @@ namespace lumbrix {
 // The text of the date property, whatever its type. PropertyNotFound where there is none.
 Outcome ReadDate(const std::string& name, std::string& date, const Wishes& wishes);
 
-// As described: empty unless everything works. Where the load fails the session stays open on purpose.
+// As established: empty unless everything works. Where the load fails the session stays open on purpose.
 std::string GetImageDateTime(const std::string& name);
 
 struct DateStampOrder {
@@ -29,7 +29,7 @@ std::string StampedName(const std::string& name);
 // The same for a file in a folder as this system writes them.
 std::string StampedNameBeside(const std::string& name);
 
-// As described, to StampedName: Done for a blank name and without an imaging library, Refused where no session can be
+// As established, to StampedName: Done for a blank name and without an imaging library, Refused where no session can be
 // started or the load fails (the session stays open on purpose), else the imaging library's status of setting the
 // property. A save that fails is not seen.
 StatusValue DateStampImage(const std::string& name, const std::string& date);

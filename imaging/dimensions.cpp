@@ -20,7 +20,7 @@ Outcome ReadSize(const std::string& name, const Wishes& wishes) {
 }
 
 StatusValue GetImageFileDimensions(const std::string& name, std::int32_t* width, std::int32_t* height) {
-    const Outcome outcome = ReadSize(name, AsDescribed);
+    const Outcome outcome = ReadSize(name, AsEstablished);
     if (outcome.end.status == Done) {
         *width = outcome.source.width;
         *height = outcome.source.height;

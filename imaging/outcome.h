@@ -46,9 +46,9 @@ struct Outcome {
     PixelSize result;
 };
 
-// As described: statuses are passed over, and sessions and handles left open, where these procedures have always done
+// As established: statuses are passed over, and sessions and handles left open, where these procedures have always done
 // so. Truthful: the first failure ends the operation, and nothing is left open.
-enum class Conduct { Described, Truthful };
+enum class Conduct { Established, Truthful };
 
 // Told how many of all rows that an operation reads are done; false ends it with Aborted.
 using Progress = std::function<bool(std::uint32_t rowsDone, std::uint32_t rows)>;
@@ -61,6 +61,6 @@ struct Wishes {
     Progress progress;
 };
 
-inline const Wishes AsDescribed{.conduct = Conduct::Described};
+inline const Wishes AsEstablished{.conduct = Conduct::Established};
 
 } // namespace lumbrix

@@ -112,12 +112,12 @@ StatusValue GetPropertyIdList(ImageHandle image, std::vector<std::uint32_t>& tag
 
 Outcome ListProperties(const std::string& name, std::string& list, const Wishes& wishes) {
     Course course(wishes);
-    if (!course.IsDescribed() && IsBlank(name)) {
+    if (!course.IsEstablished() && IsBlank(name)) {
         course.Fail(Step::Names, BadName);
         return course.Result();
     }
     OwnedImage image;
-    if (!course.BeginChecked() || (!course.Load(name, image) && !course.IsDescribed())) {
+    if (!course.BeginChecked() || (!course.Load(name, image) && !course.IsEstablished())) {
         return course.Result();
     }
     const PropertyBlock block(image.Get());
@@ -128,7 +128,7 @@ Outcome ListProperties(const std::string& name, std::string& list, const Wishes&
 }
 
 StatusValue EnumerateImageProperties(const std::string& name, std::string& error, std::string& list) {
-    if (ListProperties(name, list, AsDescribed).end.step == Step::Session) {
+    if (ListProperties(name, list, AsEstablished).end.step == Step::Session) {
         error = "Error initializing GDI+";
     }
     return Done;

@@ -46,7 +46,7 @@ StatusValue GetPropertyIdList(ImageHandle image, std::vector<std::uint32_t>& tag
 // Appends a line per item of a file to `list`, each but the first behind CR and LF.
 Outcome ListProperties(const std::string& name, std::string& list, const Wishes& wishes);
 
-// As described: always Done. `error` is set where no session could be started, and only there.
+// As established: always Done. `error` is set where no session could be started, and only there.
 StatusValue EnumerateImageProperties(const std::string& name, std::string& error, std::string& list);
 
 } // namespace lumbrix

@@ -23,14 +23,14 @@ PixelSize ResizedTo(std::int32_t height, PixelSize source) {
     return size;
 }
 
-// Makes the bitmap. As described it has the source's pixel format, also where that cannot be drawn on.
+// Makes the bitmap. As established it has the source's pixel format, also where that cannot be drawn on.
 bool MakeBitmap(Course& course, const OwnedImage& image, OwnedImage& bitmap) {
     const PixelSize size = course.Result().result;
     std::int32_t format = 0;
     if (!course.Take(Step::Load, GdipGetImagePixelFormat(image.Get(), &format))) {
         return false;
     }
-    if (!course.IsDescribed()) {
+    if (!course.IsEstablished()) {
         if (size.width < 1 || size.height < 1) {
             return course.Fail(Step::Make, InvalidParameter);
         }
@@ -67,11 +67,7 @@ std::int32_t ResizedWidth(std::int32_t sourceWidth, std::int32_t sourceHeight, s
 Outcome Resize(const ResizeOrder& order, const Wishes& wishes) {
     Course course(wishes);
     Outcome& outcome = course.Result();
-    if (order.mimeWord.empty()) {
-        course.Fail(Step::Names, BadName);
-        return outcome;
-    }
-    if (!course.Begin(order.destination)) {
+    if (!course.TakeFormat(order.mimeWord) || !course.Begin(order.destination)) {
         return outcome;
     }
     OwnedImage image;
@@ -80,7 +76,7 @@ Outcome Resize(const ResizeOrder& order, const Wishes& wishes) {
         return outcome;
     }
     if (!course.Measure(image.Get(), MeasuredFirst::Height)) {
-        if (course.IsDescribed()) {
+        if (course.IsEstablished()) {
             image.LeaveBehind();
             course.LeaveSessionOpen();
         }
@@ -109,7 +105,7 @@ Outcome Resize(const ResizeOrder& order, const Wishes& wishes) {
 
 StatusValue ResizeImage(const std::string& source, const std::string& destination, std::int32_t height) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    return Resize({source, destination, mimeWord, height}, AsDescribed).end.step == Step::None ? Done : Refused;
+    return Resize({source, destination, mimeWord, height}, AsEstablished).end.step == Step::None ? Done : Refused;
 }
 
 } // namespace lumbrix

@@ -56,8 +56,11 @@ Outcome Rotate(const RotateOrder& order, const Wishes& wishes) {
     Outcome& outcome = course.Result();
     const std::int32_t code = RotateFlipCode(order.angle, order.flip);
     const bool isKnown = code != FreeAngle && (order.flip.empty() || IsFlipWord(UpperCase(order.flip)));
-    if (order.mimeWord.empty() || (!isKnown && !course.IsDescribed())) {
-        course.Fail(Step::Names, order.mimeWord.empty() ? BadName : InvalidParameter);
+    if (!course.TakeFormat(order.mimeWord)) {
+        return outcome;
+    }
+    if (!isKnown && !course.IsEstablished()) {
+        course.Fail(Step::Names, InvalidParameter);
         return outcome;
     }
     if (!course.Begin(order.destination)) {
@@ -65,15 +68,15 @@ Outcome Rotate(const RotateOrder& order, const Wishes& wishes) {
     }
     OwnedImage clone; // goes behind its source
     OwnedImage image;
-    if (!course.Load(order.source, image) && !course.IsDescribed()) {
+    if (!course.Load(order.source, image) && !course.IsEstablished()) {
         return outcome;
     }
-    if (!course.IsDescribed() && course.Measure(image.Get())) {
+    if (!course.IsEstablished() && course.Measure(image.Get())) {
         outcome.result = TurnedSize(outcome.source, code);
     }
     Clsid encoder;
     const bool isTurned = course.Take(Step::Turn, GdipCloneImage(image.Get(), clone.Place())) &&
-                          // As described a free angle goes the same way, and is refused there.
+                          // As established a free angle goes the same way, and is refused there.
                           course.Take(Step::Turn, GdipImageRotateFlip(clone.Get(), code));
     if (isTurned && course.FindEncoder(order.mimeWord, encoder)) {
         CopyImageProperties(image.Get(), clone.Get());
@@ -90,7 +93,7 @@ Outcome Rotate(const RotateOrder& order, const Wishes& wishes) {
 StatusValue RotateImage(const std::string& source, const std::string& destination, std::int32_t angle,
                         const std::string& flip) {
     const std::string mimeWord = MimeWordForOutput(source, destination);
-    const Outcome outcome = Rotate({source, destination, mimeWord, angle, flip}, AsDescribed);
+    const Outcome outcome = Rotate({source, destination, mimeWord, angle, flip}, AsEstablished);
     return outcome.end.step == Step::Names ? Refused : Done;
 }
 

@@ -25,7 +25,7 @@ struct RotateOrder {
 // unknown flip word are refused.
 Outcome Rotate(const RotateOrder& order, const Wishes& wishes);
 
-// As described: the destination's extension names the format. Refused for a blank name or an unknown extension, else
+// As established: the destination's extension names the format. Refused for a blank name or an unknown extension, else
 // Done, whether a file was written or not. An angle that is no right one leaves the picture as it is.
 StatusValue RotateImage(const std::string& source, const std::string& destination, std::int32_t angle,
                         const std::string& flip);

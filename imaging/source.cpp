@@ -7,7 +7,7 @@
 namespace lumbrix {
 
 bool IsComplete(const ConvertOrder& order, Conduct conduct) {
-    const bool hasFormat = conduct == Conduct::Described || !order.mimeWord.empty();
+    const bool hasFormat = conduct == Conduct::Established || !order.mimeWord.empty();
     return hasFormat && !IsBlank(order.source) && !IsBlank(order.destination);
 }
 

@@ -29,7 +29,7 @@ inline constexpr StatusValue NoEncoder = -16002;
 inline constexpr StatusValue BadName = -16003;
 inline constexpr StatusValue NotLoaded = -16004;
 
-// What the described procedures never answer: no imaging library is loaded, and a destination that is there already.
+// What the established procedures never answer: no imaging library is loaded, and a destination that is there already.
 inline constexpr StatusValue NoLibrary = -16005;
 inline constexpr StatusValue AlreadyThere = -16006;
 

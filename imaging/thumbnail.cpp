@@ -48,7 +48,7 @@ Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wish
     course.LookForDamage(image.Get());
     if (status != Done) {
         course.Fail(status == OutOfMemory ? Step::Draw : Step::Make, status);
-        if (course.IsDescribed()) { // which leaves everything as it is
+        if (course.IsEstablished()) { // which leaves everything as it is
             image.LeaveBehind();
             thumbnail.LeaveBehind();
             course.LeaveSessionOpen();
@@ -69,7 +69,7 @@ Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wish
 
 StatusValue ConvertImageFileToThumb(const std::string& source, std::int32_t height, const std::string& destination,
                                     const std::string& mimeWord) {
-    const Failure first = MakeThumbnail({source, destination, mimeWord}, height, AsDescribed).first;
+    const Failure first = MakeThumbnail({source, destination, mimeWord}, height, AsEstablished).first;
     const bool isPassedOver = first.step == Step::Names || first.step == Step::Measure || first.status == NotLoaded;
     return isPassedOver ? Done : first.status;
 }

@@ -16,8 +16,8 @@ std::int32_t ThumbnailWidth(std::int32_t sourceWidth, std::int32_t sourceHeight,
 // width is left is a size that cannot be, InvalidParameter.
 Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wishes& wishes);
 
-// As described: a height of 0 and blank names give 0 and nothing is done, and so does a source without size. On failure
-// the answers of ConvertImageFile, sessions left open as there.
+// As established: a height of 0 and blank names give 0 and nothing is done, and so does a source without size. On
+// failure the answers of ConvertImageFile, sessions left open as there.
 StatusValue ConvertImageFileToThumb(const std::string& source, std::int32_t height, const std::string& destination,
                                     const std::string& mimeWord);
 

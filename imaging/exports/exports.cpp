@@ -1,4 +1,4 @@
-// The exported doors of the described procedures: each fixes a format, turns C texts into ours, and lets no exception
+// The exported doors of the established procedures: each fixes a format, turns C texts into ours, and lets no exception
 // out.
 #include "imaging/annotate.h"
 #include "imaging/convert.h"

@@ -11,8 +11,8 @@ using namespace tests;
 struct DamageOperation {
     const char* name;
     std::function<int32_t(const char* source, const char* target, lumbrix_job* job)> truthful;
-    std::function<int32_t(const char* source, const char* target)> described;
-    int32_t undecodable; // what the described form answers
+    std::function<int32_t(const char* source, const char* target)> established;
+    int32_t undecodable; // what the established form answers
 };
 
 // For googletest's messages.
@@ -87,8 +87,8 @@ class Damage : public Editing, public testing::WithParamInterface<DamageOperatio
         return GetParam().truthful(source.c_str(), Path(name).c_str(), &job_);
     }
 
-    int32_t Described(const std::string& source, const std::string& name) const {
-        return GetParam().described(source.c_str(), Path(name).c_str());
+    int32_t Established(const std::string& source, const std::string& name) const {
+        return GetParam().established(source.c_str(), Path(name).c_str());
     }
 
     lumbrix_job job_ = LUMBRIX_JOB_INIT;
@@ -102,7 +102,7 @@ TEST_P(Damage, CutPhotographIsShownAsFarAsItGoesAndSaidToBeDamaged) {
         EXPECT_EQ(job_.message, Path("cut.jpg") + " is damaged: what could not be decoded is grey");
         const auto colors = Pixels("a.png");
         EXPECT_EQ(std::count(colors.begin(), colors.end(), MakeColor(0, 0, 0)) > std::ssize(colors) / 4, false);
-        EXPECT_EQ(Described(CutPhoto(percent), "b.png"), 0) << percent;
+        EXPECT_EQ(Established(CutPhoto(percent), "b.png"), 0) << percent;
         EXPECT_EQ(Pixels("b.png").size(), colors.size());
     }
 }
@@ -130,7 +130,7 @@ TEST_P(Damage, OtherCutPicturesLeaveTheOldTarget) {
         EXPECT_EQ(job_.written, 0);
         EXPECT_NE(std::string(job_.message).find(name), std::string::npos) << job_.message;
         EXPECT_NE(std::string(job_.message).find("damaged"), std::string::npos) << job_.message;
-        EXPECT_EQ(Described(source, "old.png"), GetParam().undecodable) << name;
+        EXPECT_EQ(Established(source, "old.png"), GetParam().undecodable) << name;
         EXPECT_EQ(ReadBytes(folder_ / "old.png"), "old") << name;
     }
 }
