@@ -55,13 +55,11 @@ bool BeginDrawing(Course& course, const OwnedImage& source, DrawnOn& drawn) {
 }
 
 // The pushed state is never taken back.
-void SaveDrawn(Course& course, const OwnedImage& source, const DrawnOn& drawn, const std::string& destination,
-               const std::string& mimeWord) {
+void SaveDrawn(Course& course, const DrawnOn& drawn, const std::string& destination, const std::string& mimeWord) {
     std::uint32_t state = 0;
     GdipSaveGraphics(drawn.surface.Get(), &state);
     course.Watch(drawn.image, static_cast<std::uint32_t>(course.Result().result.height));
     course.Save(drawn.image, destination, mimeWord);
-    course.LookForDamage(source.Get());
 }
 
 // Two pictures were drawn together, of which one could not be decoded: whether it is this one.
@@ -147,8 +145,9 @@ Outcome Annotate(const AnnotateOrder& order, const Wishes& wishes) {
     if (BeginDrawing(course, image, drawn) &&
         TakeDrawn(course, Step::DrawText, drawn.surface, DrawText(drawn.surface, order.annotation, font.Get()))) {
         font.Delete();
-        SaveDrawn(course, image, drawn, order.destination, order.mimeWord);
+        SaveDrawn(course, drawn, order.destination, order.mimeWord);
     }
+    course.LookForDamage(image.Get());
     return outcome;
 }
 
@@ -178,8 +177,9 @@ Outcome Stamp(const StampOrder& order, const Wishes& wishes) {
     const bool isStampLost = status == OutOfMemory && IsUndecodable(stamp.Get());
     course.LookForDamageOfStamp(stamp.Get());
     if (TakeDrawn(course, isStampLost ? Step::DrawStamp : Step::Draw, drawn.surface, status)) {
-        SaveDrawn(course, image, drawn, order.destination, order.mimeWord);
+        SaveDrawn(course, drawn, order.destination, order.mimeWord);
     }
+    course.LookForDamage(image.Get());
     return outcome;
 }
 

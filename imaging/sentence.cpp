@@ -145,6 +145,9 @@ std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
     if (status == Aborted) {
         return CannotWrite(subject.destination, "it was cancelled");
     }
+    if (status == OutOfMemory && (outcome.isDamaged || outcome.isStampDamaged)) {
+        return CannotRead(outcome.isDamaged ? subject.source : subject.stamp, "it is damaged");
+    }
     switch (step) {
     case Step::Names:
         return WhyNoName(status, subject);

@@ -117,8 +117,8 @@ typedef struct lumbrix_job {
     /* What came of it; all of it is filled by every call. */
     int32_t status;     /* what the procedure returned */
     int32_t written;    /* 1 where the destination was written, else 0 */
-    int32_t damaged;    /* 1 where a picture was damaged and what could not be decoded of it is grey, else 0. With the
-                           platform's own imaging library always 0 */
+    int32_t damaged;    /* 1 where a JPEG was seen to be damaged: what could not be decoded of it is grey, or, with
+                           strict, nothing was written. Else 0, and always with the platform's own imaging library */
     int32_t width;      /* of the picture that was, or would have been, written, in pixels; of a procedure that only */
     int32_t height;     /* reads, of the picture that was read; 0 where it is not known */
     char message[1024]; /* one sentence that names file and cause; a damaged picture has one too; else empty. A name

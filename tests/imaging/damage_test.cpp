@@ -101,7 +101,7 @@ TEST_P(Damage, CutPhotographIsShownAsFarAsItGoesAndSaidToBeDamaged) {
         EXPECT_EQ(job_.damaged, 1);
         EXPECT_EQ(job_.message, Path("cut.jpg") + " is damaged: what could not be decoded is grey");
         const auto colors = Pixels("a.png");
-        EXPECT_EQ(std::count(colors.begin(), colors.end(), MakeColor(0, 0, 0)) > std::ssize(colors) / 4, false);
+        EXPECT_LE(std::count(colors.begin(), colors.end(), MakeColor(0, 0, 0)), std::ssize(colors) / 4);
         EXPECT_EQ(Established(CutPhoto(percent), "b.png"), 0) << percent;
         EXPECT_EQ(Pixels("b.png").size(), colors.size());
     }
@@ -117,8 +117,8 @@ TEST_P(Damage, CutPhotographIsRefusedWhereThatIsWanted) {
     job_.strict = 1;
     EXPECT_EQ(Truthful(CutPhoto(50), "old.png"), 3);
     EXPECT_EQ(job_.written, 0);
-    EXPECT_NE(std::string(job_.message).find("cut.jpg"), std::string::npos) << job_.message;
-    EXPECT_NE(std::string(job_.message).find("damaged"), std::string::npos) << job_.message;
+    EXPECT_EQ(job_.damaged, 1);
+    EXPECT_EQ(job_.message, "cannot read " + Path("cut.jpg") + ": it is damaged");
     EXPECT_EQ(ReadBytes(folder_ / "old.png"), "old");
     EXPECT_EQ(Truthful(Path("photo.jpg"), "a.png"), 0) << job_.message;
 }
