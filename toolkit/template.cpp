@@ -64,6 +64,8 @@ const char* ClassName(ControlKind kind) {
 // The template's pieces, one behind the other.
 class Pieces {
   public:
+    void Add(WORD word) { words_.push_back(word); }
+
     template <class Record> void Add(const Record& record) {
         static_assert(sizeof record % sizeof(WORD) == 0);
         const std::size_t start = words_.size();

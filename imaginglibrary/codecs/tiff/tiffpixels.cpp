@@ -147,6 +147,7 @@ void TiffPixels::ReadPackedSamples(const Lane& lane, std::vector<std::uint8_t>& 
     std::size_t position = lane.first * bits;
     for (std::uint8_t& value : values) {
         const unsigned sample = LoadBits(lane.bytes, position, bits);
+        // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): a layout has 1 to 16 bits
         value = static_cast<std::uint8_t>(keepsValues_ ? sample : (sample * 255 + greatest / 2) / greatest);
         position += lane.step * bits;
     }
