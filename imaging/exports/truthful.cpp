@@ -105,7 +105,9 @@ int32_t RunToFile(const char* source, const char* destination, lumbrix_job* job,
 }
 
 // For a struct that a caller must not leave out.
-int32_t RefuseNull(lumbrix_job* job) { return ReportFailure(job, InvalidParameter, "a struct was left out"); }
+int32_t RefuseNull(lumbrix_job* job) {
+    return TruthfulDoor(job, [=] { return ReportFailure(job, InvalidParameter, "a struct was left out"); });
+}
 
 } // namespace
 

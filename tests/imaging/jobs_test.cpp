@@ -247,6 +247,12 @@ TEST_F(Jobs, JobOfAnotherSizeAndMissingStructsAreRefused) {
     job_.size = 4;
     EXPECT_EQ(Convert(source, "b.png"), LUMBRIX_INVALID_PARAMETER);
     EXPECT_FALSE(Exists("b.png"));
+    job_.status = 77;
+    EXPECT_EQ(lumbrix_crop(source.c_str(), source.c_str(), nullptr, &job_), LUMBRIX_INVALID_PARAMETER);
+    EXPECT_EQ(lumbrix_read_properties(source.c_str(), nullptr, &job_), LUMBRIX_INVALID_PARAMETER);
+    EXPECT_EQ(job_.status, 77) << "nothing is known of what lies behind the size";
+    job_.size = offsetof(lumbrix_job, message) + sizeof job_.message - 1;
+    EXPECT_EQ(Convert(source, "b.png"), LUMBRIX_INVALID_PARAMETER);
     job_.size = sizeof job_ + 100; // that of a later version
     EXPECT_EQ(Convert(source, "b.png"), 0);
     job_.size = sizeof job_;
