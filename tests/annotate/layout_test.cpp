@@ -122,7 +122,7 @@ TEST(AnnotateModes, HelpCoversKeepWhereTheyMeet) {
     };
     for (const EditMode mode : Modes) {
         const AnnotateModeLayout& layout = LayoutOf(mode);
-        const bool isShown = HiddenIn(mode).count(HelpLabel) == 0;
+        const bool isShown = !HiddenIn(mode).contains(HelpLabel);
         const bool isMeeting = isShown && layout.helpY < row(KeepCheck).y + row(KeepCheck).height;
         EXPECT_EQ(layout.covered, isMeeting ? 1019 : 0) << static_cast<int>(mode);
     }
