@@ -258,6 +258,14 @@ TEST_F(Placing, FontStylesAndColorAreThoseChosen) {
     EXPECT_GT(line.red, line.green + 100);
 }
 
+TEST(TextStyle, IsPlainBlackArialUntilAnotherIsChosen) {
+    const TextStyle style;
+    EXPECT_EQ(style.fontName, "Arial");
+    EXPECT_EQ(style.fontSize, 10);
+    EXPECT_EQ((std::vector{style.bold, style.italic, style.underline, style.strikeout}), (std::vector{0, 0, 0, 0}));
+    EXPECT_EQ((std::vector{style.red, style.green, style.blue}), (std::vector{0, 0, 0}));
+}
+
 TEST_F(Placing, EachStyleChangesTheText) {
     Open(400, 200);
     Place("HHH");

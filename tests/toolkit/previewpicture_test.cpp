@@ -42,7 +42,7 @@ TEST_F(PreviewPicture, EveryShadeKeepsItsOwn) {
     const auto shades = [](int x, int) { return Rgb{static_cast<std::uint8_t>(x / 3), 100, 50}; };
     for (const int x : {20, 60, 90, 140}) {
         const COLORREF seen = DrawnAt(765, 765, shades, x, PaneSize / 2);
-        EXPECT_NEAR(GetRValue(seen), (x - 10) * 255 / 150, 3) << x;
+        EXPECT_NEAR(GetRValue(seen), (x - 10) * 255.0 / 150, 3) << x;
         EXPECT_EQ(GetGValue(seen), 100) << x;
         EXPECT_EQ(GetBValue(seen), 50) << x;
     }
