@@ -307,9 +307,15 @@ TEST_F(CropAction, KeepAsksForNothingHere) {
 
 TEST_F(CropAction, TemporaryFilesStay) {
     std::string firstPreview;
-    windows_.inside = {[&] { firstPreview = state_.stages[0].previewSource; }};
+    windows_.inside = {[&] {
+                           firstPreview = state_.stages[0].previewSource;
+                           Mark({10, 5, 40, 25});
+                       },
+                       [&] { EXPECT_NE(state_.stages[0].previewSource, firstPreview) << "the cropped window's own"; }};
     RunCrop();
+    EXPECT_EQ(windows_.opened.size(), 2u);
     EXPECT_TRUE(std::filesystem::exists(firstPreview));
+    EXPECT_TRUE(std::filesystem::exists(state_.stages[0].previewSource));
     EXPECT_TRUE(std::filesystem::exists(state_.stages[0].previewResult));
 }
 
