@@ -15,14 +15,6 @@ constexpr std::int32_t NoMode = 2; // what the modes read as where there is no s
 
 float Proportions(PixelSize size) { return static_cast<float>(static_cast<double>(size.width) / size.height); }
 
-PixelSize ResizedTo(std::int32_t height, PixelSize source) {
-    PixelSize size{ResizedWidth(source.width, source.height, height), height};
-    if (height == 0) { // a rule for a call by width alone, which nobody can make
-        size.height = RoundToEven(size.width / static_cast<long double>(Proportions(source)));
-    }
-    return size;
-}
-
 // Makes the bitmap. As established it has the source's pixel format, also where that cannot be drawn on.
 bool MakeBitmap(Course& course, const OwnedImage& image, OwnedImage& bitmap) {
     const PixelSize size = course.Result().result;
@@ -89,7 +81,7 @@ Outcome Resize(const ResizeOrder& order, const Wishes& wishes) {
         course.LookForDamage(image.Get());
         return outcome;
     }
-    outcome.result = ResizedTo(order.height, outcome.source);
+    outcome.result = {ResizedWidth(outcome.source.width, outcome.source.height, order.height), order.height};
     const auto sourceRows = static_cast<std::uint32_t>(outcome.source.height);
     const std::uint32_t rows = sourceRows + static_cast<std::uint32_t>(outcome.result.height);
     course.Watch(image.Get(), rows);
