@@ -12,8 +12,6 @@ namespace lumbrix {
 
 namespace {
 
-constexpr std::size_t LongestPath = 259;
-
 // A new temporary name, its file made and empty. Where that cannot be, what comes of it fails later on its own.
 std::string NewStageFile() {
     std::string name;

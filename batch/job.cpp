@@ -13,8 +13,6 @@ namespace lumbrix {
 
 namespace {
 
-constexpr std::size_t LongestPath = 259;
-
 struct ImageJob {
     std::int32_t targetHeight;
     std::string sourcePath;

@@ -1,9 +1,13 @@
 // What the user has ordered: the main window's controls as they stand at the moment of asking.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace lumbrix {
+
+// What goes beyond this of a file's path is left out where one file is worked on.
+inline constexpr std::size_t LongestPath = 259;
 
 class Order {
   public:
