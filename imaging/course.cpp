@@ -22,12 +22,8 @@ bool Course::Begin(const std::string& destination) {
 }
 
 bool Course::BeginChecked(const std::string& destination) {
-    const bool isBegun = Begin(destination);
-    if (const Failure failure = outcome_.first; failure.status != Done) {
-        LeaveSessionOpen();
-        return Fail(failure.step, failure.status);
-    }
-    return isBegun;
+    Begin(destination);
+    return EndUnlessAllWentWell();
 }
 
 bool Course::Take(Step step, StatusValue status) {
@@ -92,6 +88,11 @@ bool Course::FindEncoder(const std::string& mimeWord, Clsid& encoder) {
     return Take(Step::Encoder, text.empty() ? NoEncoder : Done);
 }
 
+bool Course::FindEncoderChecked(const std::string& mimeWord, Clsid& encoder) {
+    FindEncoder(mimeWord, encoder);
+    return EndUnlessAllWentWell();
+}
+
 StatusValue Course::Save(ImageHandle image, const std::string& destination, const std::string& mimeWord) {
     Clsid encoder;
     return FindEncoder(mimeWord, encoder) ? Save(image, destination, encoder) : NoEncoder;
@@ -125,6 +126,15 @@ void Course::LookForDamage(ImageHandle source) {
 
 void Course::LookForDamageOfStamp(ImageHandle stamp) {
     outcome_.isStampDamaged = !IsEstablished() && IsImageDamaged(stamp);
+}
+
+bool Course::EndUnlessAllWentWell() {
+    const Failure failure = outcome_.first;
+    if (failure.status == Done) {
+        return true;
+    }
+    LeaveSessionOpen();
+    return Fail(failure.step, failure.status);
 }
 
 void Course::LeaveSessionOpen() {

@@ -51,6 +51,10 @@ class Course {
     // The encoder for a MIME word; 16 zero bytes, which every save refuses, where there is none.
     bool FindEncoder(const std::string& mimeWord, Clsid& encoder);
 
+    // As FindEncoder, and a word without one ends the operation in either conduct; as established the session then
+    // stays open.
+    bool FindEncoderChecked(const std::string& mimeWord, Clsid& encoder);
+
     // Writes the image. Its properties are the caller's business. The status of the save, or that of the encoder.
     StatusValue Save(ImageHandle image, const std::string& destination, const std::string& mimeWord);
     StatusValue Save(ImageHandle image, const std::string& destination, const Clsid& encoder);
@@ -73,6 +77,9 @@ class Course {
         std::uint32_t rows;
         std::uint32_t rowsBefore;
     };
+
+    // Whether all statuses so far were Ok; else the operation ends in either conduct, and leaves its session open.
+    bool EndUnlessAllWentWell();
 
     static std::int32_t LUMBRIX_FLAT_CALL ReportRows(void* course, std::uint32_t rowsDone, std::uint32_t rows);
 

@@ -2,7 +2,6 @@
 #include "imaging/source.h"
 
 #include "imaging/blank.h"
-#include "imaging/formats.h"
 
 namespace lumbrix {
 
@@ -12,16 +11,8 @@ bool IsComplete(const ConvertOrder& order, Conduct conduct) {
 }
 
 bool OpenSource(Course& course, const ConvertOrder& order, Clsid& encoder, OwnedImage& image) {
-    if (!course.BeginChecked(order.destination)) {
-        return false;
-    }
-    const std::string encoderText = FindEncoderClsid(order.mimeWord);
-    if (encoderText.empty()) {
-        course.LeaveSessionOpen();
-        return course.Fail(Step::Encoder, NoEncoder);
-    }
-    encoder = ClsidFromText(encoderText);
-    return course.LoadChecked(order.source, image);
+    return course.BeginChecked(order.destination) && course.FindEncoderChecked(order.mimeWord, encoder) &&
+           course.LoadChecked(order.source, image);
 }
 
 } // namespace lumbrix
