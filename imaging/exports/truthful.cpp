@@ -109,6 +109,21 @@ int32_t RefuseNull(lumbrix_job* job) {
     return TruthfulDoor(job, [=] { return ReportFailure(job, InvalidParameter, "a struct was left out"); });
 }
 
+// For operations that put what a file says into a text.
+template <class Operate> int32_t RunToText(const char* file, char** text, lumbrix_job* job, Operate operate) {
+    if (text == nullptr) {
+        return RefuseNull(job);
+    }
+    return TruthfulDoor(job, [&] {
+        const Subject subject{Text(file), {}, {}, {}};
+        std::string found;
+        const int32_t status =
+            Run(job, subject, [&](const Wishes& wishes) { return operate(subject.source, found, wishes); });
+        ReplaceText(text, found);
+        return status;
+    });
+}
+
 } // namespace
 
 const char* LUMBRIX_CALL lumbrix_status_name(int32_t status) { return StatusName(status); }
@@ -217,30 +232,13 @@ int32_t LUMBRIX_CALL lumbrix_read_size(const char* file, lumbrix_job* job) {
 }
 
 int32_t LUMBRIX_CALL lumbrix_read_date(const char* file, char** text, lumbrix_job* job) {
-    if (text == nullptr) {
-        return RefuseNull(job);
-    }
-    return TruthfulDoor(job, [&] {
-        const Subject subject{Text(file), {}, {}, {}};
-        std::string date;
-        const int32_t status =
-            Run(job, subject, [&](const Wishes& wishes) { return ReadDate(subject.source, date, wishes); });
-        ReplaceText(text, date);
-        return status;
-    });
+    return RunToText(file, text, job, ReadDate);
 }
 
 int32_t LUMBRIX_CALL lumbrix_read_properties(const char* file, char** text, lumbrix_job* job) {
-    if (text == nullptr) {
-        return RefuseNull(job);
-    }
-    return TruthfulDoor(job, [&] {
-        const Subject subject{Text(file), {}, {}, {}};
-        std::string list;
-        const int32_t status =
-            Run(job, subject, [&](const Wishes& wishes) { return ListProperties(subject.source, list, wishes); });
+    return RunToText(file, text, job, [](const std::string& name, std::string& list, const Wishes& wishes) {
+        const Outcome outcome = ListProperties(name, list, wishes);
         std::erase(list, '\0'); // of values of bytes; a C text would end there
-        ReplaceText(text, list);
-        return status;
+        return outcome;
     });
 }
