@@ -4,10 +4,12 @@
 Usage: structure_test.py ROOT
 """
 
+import os
 import re
 import sys
 import tempfile
 import unittest
+import unittest.mock
 from pathlib import Path
 
 ROOMS = ["app", "mainwindow", "annotate", "freeedit", "draw", "desktop", "batch", "imaging/gdiplus", "imaging/exports",
@@ -43,14 +45,22 @@ def room_of(path):
     return next((room for room in ROOMS if path.startswith(room + "/")), None)
 
 
+def files(root, endings):
+    """The names of the project's files. What is made lies in out, where other tests come and go meanwhile."""
+    names = []
+    for folder, folders, found in os.walk(root):
+        if Path(folder) == Path(root):
+            folders[:] = [name for name in folders if name not in ("out", ".git")]
+        names += [str((Path(folder) / name).relative_to(root)) for name in found if name.endswith(endings)]
+    return names
+
+
 def sources(root):
-    names = [str(path.relative_to(root)) for path in root.rglob("*") if path.is_file()]
-    return [name for name in names if name.endswith(ENDINGS) and not name.startswith("out/")]
+    return files(root, ENDINGS)
 
 
 def build_files(root):
-    names = [str(path.relative_to(root)) for path in root.rglob("*") if path.is_file()]
-    return [name for name in names if name.endswith(("CMakeLists.txt", ".cmake")) and not name.startswith("out/")]
+    return files(root, ("CMakeLists.txt", ".cmake"))
 
 
 def folder_of(name):
@@ -157,6 +167,22 @@ class PlantedFaults(unittest.TestCase):
 
     def test_build_files_are_read(self):
         self.assertGreater(len(build_files(Path(__file__).resolve().parents[2])), 20)
+
+    def test_folders_of_what_is_made_are_not_entered(self):
+        scandir = os.scandir
+        entered = set()
+
+        def noting(folder):
+            entered.add(Path(folder).name)
+            return scandir(folder)
+
+        with tempfile.TemporaryDirectory() as root:
+            for name in ("out/build/a.cpp", ".git/a.cpp", "app/out/a.cpp"):
+                (Path(root) / name).parent.mkdir(parents=True)
+                (Path(root) / name).write_text("")
+            with unittest.mock.patch("os.scandir", noting):
+                self.assertEqual(sources(Path(root)), ["app/out/a.cpp"])
+            self.assertEqual(entered, {Path(root).name, "app", "out"})
 
     def test_imaging_library_knows_nobody(self):
         self.expect_fault("imaginglibrary/core/a.h", '// A.\n#include "platform/text.h"\n',
