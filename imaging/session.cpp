@@ -18,10 +18,20 @@ void UnloadImagingLibrary() {
     }
 }
 
-StatusValue StartImagingSession() {
+FlatStatus StartLastingSession(SessionToken* token) {
     const GdiplusStartupInput input{1, nullptr, 0, 0};
+    return GdiplusStartup(token, &input, nullptr);
+}
+
+void EndLastingSession(SessionToken token) {
+    if (token != 0) {
+        GdiplusShutdown(token);
+    }
+}
+
+StatusValue StartImagingSession() {
     SessionToken token = 0;
-    return GdiplusStartup(&token, &input, nullptr) == 0 ? static_cast<StatusValue>(token) : NoSession;
+    return StartLastingSession(&token) == 0 ? static_cast<StatusValue>(token) : NoSession;
 }
 
 void EndImagingSession(StatusValue token) { GdiplusShutdown(static_cast<SessionToken>(token)); }

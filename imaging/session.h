@@ -11,6 +11,13 @@ namespace lumbrix {
 void LoadImagingLibrary();
 void UnloadImagingLibrary();
 
+// Starts a session that outlasts one operation; the library's status. Without a loaded library it counts as started,
+// and the token stays as it was.
+FlatStatus StartLastingSession(SessionToken* token);
+
+// A token of 0 ends nothing.
+void EndLastingSession(SessionToken token);
+
 // The token of a new session, or NoSession.
 StatusValue StartImagingSession();
 

@@ -1,6 +1,7 @@
 // The exported doors of the established procedures: each fixes a format, turns C texts into ours, and lets no exception
 // out.
 #include "imaging/annotate.h"
+#include "imaging/canvas.h"
 #include "imaging/convert.h"
 #include "imaging/crop.h"
 #include "imaging/datestamp.h"
@@ -10,6 +11,7 @@
 #include "imaging/exports/internal.h"
 #include "imaging/exports/lumbrix.h"
 #include "imaging/exports/texts.h"
+#include "imaging/formats.h"
 #include "imaging/properties.h"
 #include "imaging/resize.h"
 #include "imaging/rotate.h"
@@ -124,6 +126,41 @@ int32_t LUMBRIX_CALL DisplayImage(const char* file, void* context, float x, floa
 
 int32_t LUMBRIX_CALL DrawImageFile(const char* file, void* context) {
     return Door([&] { return lumbrix::DrawImageFile(Text(file), context); });
+}
+
+int32_t LUMBRIX_CALL ConvertImageFile(const char* source, const char* destination) {
+    return Door([&] {
+        const std::string target = Text(destination);
+        return lumbrix::ConvertImageFile(Text(source), target, lumbrix::MimeTypeForName(target));
+    });
+}
+
+int32_t LUMBRIX_CALL StartCanvasSession(uintptr_t* token) {
+    return Door([&] { return lumbrix::StartLastingSession(token); });
+}
+
+void LUMBRIX_CALL EndCanvasSession(uintptr_t token) {
+    Door([&] {
+        lumbrix::EndLastingSession(token);
+        return 0;
+    });
+}
+
+void LUMBRIX_CALL LoadCanvasImage(const char* file, void** image, int32_t* width, int32_t* height) {
+    Door([&] {
+        const lumbrix::PixelSize size = lumbrix::LoadCanvasImage(Text(file), image);
+        *width = size.width;
+        *height = size.height;
+        return 0;
+    });
+}
+
+void LUMBRIX_CALL DrawCanvasImage(void* image, const int32_t* points, void* context) {
+    Door([&] {
+        lumbrix::DrawCanvasImage(image, {{{points[0], points[1]}, {points[2], points[3]}, {points[4], points[5]}}},
+                                 context);
+        return 0;
+    });
 }
 
 int32_t LUMBRIX_CALL AnnotateImage(const char* source, const char* destination, float x, float y, const char* text,

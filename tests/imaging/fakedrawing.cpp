@@ -165,7 +165,9 @@ FAKE std::int32_t LUMBRIX_FLAT_CALL GdipDrawImageRectRectI(GraphicsHandle graphi
 
 FAKE std::int32_t LUMBRIX_FLAT_CALL GdipDrawImagePointsI(GraphicsHandle graphics, ImageHandle image,
                                                          const IntegerPoint* points, std::int32_t count) {
-    return Record("GdipDrawImagePointsI", Number(graphics) + " " + Text(image, points[0].x, points[0].y, count));
+    return Record("GdipDrawImagePointsI",
+                  Number(graphics) + " " +
+                      Text(image, points[0].x, points[0].y, points[1].x, points[1].y, points[2].x, points[2].y, count));
 }
 
 FAKE std::int32_t LUMBRIX_FLAT_CALL GdipDrawEllipse(GraphicsHandle graphics, PenHandle pen, float x, float y,
