@@ -1,6 +1,8 @@
 // That a copy is on the disk before it takes another file's place, with a disk that can be made to fail.
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "platform/registry.h"
+#include "tests/support/ownsettings.h"
 #include "tests/support/temporaryfolder.h"
 
 #include <gtest/gtest.h>
@@ -98,5 +100,18 @@ TEST_F(Flushing, FailureLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(ReadBytes(folder_ / "old"), "old");
     EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
 }
+
+#ifndef _WIN32
+TEST_F(Flushing, FailureLeavesTheOldSettings) {
+    const OwnSettings own;
+    const TemporaryFilesIn temporary(folder_.Path());
+    SetRegValue(CurrentUserRoot, "A", "Name", "old");
+    flushInstead = [] { return false; };
+    SetRegValue(CurrentUserRoot, "A", "Name", "new");
+    EXPECT_EQ(GetRegValue(CurrentUserRoot, "A", "Name"), "old");
+    EXPECT_EQ(FilesIn(own.Folder().string()).size(), 1u);
+    EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
+}
+#endif
 
 } // namespace
