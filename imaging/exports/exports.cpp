@@ -17,6 +17,7 @@
 #include "imaging/rotate.h"
 #include "imaging/session.h"
 #include "imaging/thumbnail.h"
+#include "platform/registry.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -219,4 +220,8 @@ char* LUMBRIX_CALL GetImageDateTime(const char* file) {
 
 int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date) {
     return Door([&] { return lumbrix::DateStampImage(Text(file), Text(date)); });
+}
+
+int32_t LUMBRIX_CALL DELREGKEY(const uint32_t* root, const char* path) {
+    return Door([&] { return lumbrix::DeleteRegKey(*root, Text(path)); });
 }

@@ -329,6 +329,15 @@ LUMBRIX_EXPORT char* LUMBRIX_CALL GetImageDateTime(const char* file);
    the save worked is not told. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date);
 
+/* Deletes the key at `path`, parts of it separated by backslashes, with its values; of the path 254 characters count.
+   `root` points to what the key lies below and must not be null: on Windows a root of the registry, such as 0x80000001
+   for HKEY_CURRENT_USER, or another open key; on Linux the number of a root likewise (0x80000000 to 0x80000003 and
+   0x80000005), of the user's settings in the file lumbrix/settings below $XDG_CONFIG_HOME, or ~/.config. No imaging
+   library is needed. Returns the registry's status of the deletion, on both systems: 0 for done, 5 where there are keys
+   below it; also 0 where there is no such key or it cannot be opened. On Linux 1013 where the file cannot be written.
+ */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL DELREGKEY(const uint32_t* root, const char* path);
+
 #ifdef __cplusplus
 }
 #endif

@@ -127,7 +127,8 @@ TEST(LoadedProgram, OffersItsProceduresByName) {
                              "EnumerateImageProperties",
                              "GetImageDateTime",
                              "GetPropertyIdList",
-                             "DateStampImage"}) {
+                             "DateStampImage",
+                             "DELREGKEY"}) {
         EXPECT_NE(GetProcAddress(program, name), nullptr) << name;
     }
 }
@@ -145,6 +146,20 @@ TEST(LoadedProgram, ConvertsAFile) {
     load();
     EXPECT_EQ(convert((folder / "a.bmp").string().c_str(), (folder / "b.png").string().c_str()), 0);
     EXPECT_EQ(ReadBytes(folder / "b.png").substr(0, 4), "\x89PNG");
+}
+
+TEST(LoadedProgram, DeletesAKeyOfTheRegistry) {
+    using Delete = std::int32_t(WINAPI*)(const std::uint32_t*, const char*);
+    constexpr std::uint32_t CurrentUser = 0x80000001;
+    constexpr const char* Key = "SOFTWARE\\LumbrixTestOfTheProgram";
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, Key, &key), 0);
+    RegCloseKey(key);
+    const HMODULE program = LoadLibraryW((Artifacts / "lumbrix.exe").c_str());
+    ASSERT_NE(program, nullptr);
+    const auto deleteKey = reinterpret_cast<Delete>(reinterpret_cast<void*>(GetProcAddress(program, "DELREGKEY")));
+    EXPECT_EQ(deleteKey(&CurrentUser, Key), 0);
+    EXPECT_EQ(RegOpenKeyA(HKEY_CURRENT_USER, Key, &key), ERROR_FILE_NOT_FOUND);
 }
 
 TEST(ProgramFile, DoesNotImportTheImagingLibrary) {
