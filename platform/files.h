@@ -20,6 +20,9 @@ inline constexpr const char* PathSeparators = "/";
 // Deletes a file; passes over one marked hidden or system. Raises where there is none or it cannot be deleted.
 void RemoveFile(const std::string& path);
 
+// Deletes a file, also one marked hidden or system. The system's error number, 0 for success.
+int TryToRemoveFile(const std::string& path);
+
 // Whether a file of that name is there and not marked hidden or system; folders do not count.
 bool FileExists(const std::string& path);
 

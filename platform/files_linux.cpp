@@ -74,10 +74,12 @@ int FlushToDisk(const std::string& path) {
 std::string SystemReason(int number) { return std::strerror(number); }
 
 void RemoveFile(const std::string& path) {
-    if (unlink(path.c_str()) != 0) {
-        Raise(errno, "cannot delete", path);
+    if (const int number = TryToRemoveFile(path); number != 0) {
+        Raise(number, "cannot delete", path);
     }
 }
+
+int TryToRemoveFile(const std::string& path) { return unlink(path.c_str()) == 0 ? 0 : errno; }
 
 bool FileExists(const std::string& path) {
     std::error_code ignored;

@@ -121,6 +121,10 @@ void RemoveFile(const std::string& path) {
     }
 }
 
+int TryToRemoveFile(const std::string& path) {
+    return DeleteFileA(path.c_str()) ? 0 : static_cast<int>(GetLastError());
+}
+
 bool FileExists(const std::string& path) {
     const DWORD attributes = GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & (FILE_ATTRIBUTE_DIRECTORY | Invisible)) == 0;

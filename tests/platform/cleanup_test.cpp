@@ -179,6 +179,13 @@ TEST_F(CleanUp, HiddenFilesArePassedOverWithoutAnError) {
     EXPECT_FALSE(Exists("CleanUp.txt"));
 }
 
+TEST_F(CleanUp, HiddenFilesAreDeletedWhereThatIsMeant) {
+    WriteBytes(folder_ / "hidden", "");
+    SetFileAttributesA(Path("hidden").c_str(), FILE_ATTRIBUTE_HIDDEN);
+    EXPECT_EQ(TryToRemoveFile(Path("hidden")), 0);
+    EXPECT_FALSE(Exists("hidden"));
+}
+
 #endif
 
 } // namespace

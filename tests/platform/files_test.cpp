@@ -64,6 +64,14 @@ TEST(SystemReason, NumberThatMeansNothingIsToldItself) {
 
 TEST_F(PlatformFiles, RemovingAMissingFileRaises) { EXPECT_THROW(RemoveFile(Path("none")), RuntimeError); }
 
+TEST_F(PlatformFiles, TryingToRemoveTellsTheSystemsNumber) {
+    constexpr int NoSuchFile = 2; // on both systems
+    WriteBytes(folder_ / "file", "");
+    EXPECT_EQ(TryToRemoveFile(Path("file")), 0);
+    EXPECT_EQ(TryToRemoveFile(Path("file")), NoSuchFile);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "file"));
+}
+
 TEST_F(PlatformFiles, WritingKeepsWhatStandsBehind) {
     WriteBytes(folder_ / "file", "abcdef");
     WriteIntoFile(Path("file"), "XY");
