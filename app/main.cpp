@@ -1,4 +1,5 @@
 // Lumbrix, the desktop program: everything from its start to its end, in order.
+#include "freeedit/stepfiles.h"
 #include "imaging/exports/internal.h"
 #include "mainwindow/mainwindow.h"
 #include "platform/cleanup.h"
@@ -33,6 +34,7 @@ void InitialiseCommonControls() {
 }
 
 void RunProgram() {
+    lumbrix::RunPendingDeletes();
     InitialiseCommonControls();
     InitCommonControls();
     lumbrix::SweepWorkFolder();

@@ -6,6 +6,7 @@
 #include "annotate/cropdimensions.h"
 #include "batch/driver.h"
 #include "batch/options.h"
+#include "freeedit/stepfiles.h"
 #include "imaging/exports/lumbrix.h"
 #include "imaging/paths.h"
 #include "mainwindow/actions.h"
@@ -33,6 +34,7 @@ class MainWindow : public Dialog, private Order, private ActionWindows {
     void OnStart() override;
     void OnCommand(int id, int notification) override;
     void OnDrop(HDROP files) override;
+    void OnDestroy() override { RemoveStepFiles(stepFiles_); } // the controls are still there
 
     void SetInitialChecks();
     void TakeSource(const std::string& path);
@@ -69,9 +71,11 @@ class MainWindow : public Dialog, private Order, private ActionWindows {
 
     MessageBoxes messages_;
     AnnotateState annotating_;
+    StepFiles stepFiles_;
 };
 
 void MainWindow::OnStart() {
+    stepFiles_.owner = this;
     Hide(CropCheck);
     SetInitialChecks();
     SetWindowIconFromModule(Handle());
