@@ -6,6 +6,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
+#include <string>
 
 namespace lumbrix {
 
@@ -42,6 +44,16 @@ constexpr std::array<std::uint8_t, BitmapFileHeaderBytes> BitmapFileHeader(Pixel
     put(26, Planes | BitsPerPixel << 16);
     put(34, pixelBytes == PixelBytes::Stated ? bytes : 0);
     return header;
+}
+
+// The whole file; `rows` are those of the picture, bottom up, each a multiple of four bytes.
+inline std::string BitmapFile(PixelSize size, std::span<const std::uint8_t> rows, PixelBytes pixelBytes) {
+    const auto header = BitmapFileHeader(size, pixelBytes);
+    std::string file;
+    file.reserve(header.size() + rows.size());
+    file.append(header.begin(), header.end());
+    file.append(rows.begin(), rows.end());
+    return file;
 }
 
 } // namespace lumbrix

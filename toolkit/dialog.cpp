@@ -78,7 +78,8 @@ void Dialog::PutBelow(int id, int above) {
 }
 
 void Dialog::SetColors(int id, WindowColor text, WindowColor background) {
-    if (OwnedControl* row = FindRow(layout_.controls, id)) {
+    OwnedControl* row = FindRow(layout_.controls, id);
+    if (row != nullptr && (row->text != text || row->background != background)) {
         row->text = text;
         row->background = background;
         InvalidateRect(Item(id), nullptr, TRUE);

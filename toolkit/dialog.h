@@ -53,7 +53,7 @@ class Dialog {
     // Puts a control below another, which covers it from now on.
     void PutBelow(int id, int above);
 
-    // Gives a control other colours, and draws it anew at once.
+    // Gives a control other colours, and draws it anew at once; nothing where they are those that it has.
     void SetColors(int id, WindowColor text, WindowColor background);
 
     // The row of a control as it is now; the id must be one of the layout's.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -26,6 +27,12 @@ TEST(BitmapFileHeader, MayLeaveOutTheBytesOfThePixels) {
     std::string expected = Expected;
     expected.replace(34, 4, 4, '\0');
     EXPECT_EQ(HeaderOf({258, 3}, PixelBytes::Omitted), expected);
+}
+
+TEST(BitmapFile, IsTheHeaderWithTheRowsBehind) {
+    const std::vector<std::uint8_t> rows(2328, 0xAB);
+    EXPECT_EQ(BitmapFile({258, 3}, rows, PixelBytes::Stated), Expected + std::string(2328, '\xAB'));
+    EXPECT_EQ(BitmapFile({258, 3}, rows, PixelBytes::Omitted)[34], '\0');
 }
 
 TEST(BitmapRowBytes, AreAMultipleOfFour) {
