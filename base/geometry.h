@@ -1,6 +1,7 @@
 // Places, sizes and rectangles in pixels.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace lumbrix {
@@ -37,6 +38,9 @@ struct PixelRectangle {
         return static_cast<std::int32_t>(static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from));
     }
 };
+
+// Where the upper left, upper right and lower left corners of a picture go. The fourth corner follows from them.
+using CornerPoints = std::array<PixelPoint, 3>;
 
 // A place between pixels.
 struct FloatPoint {

@@ -4,13 +4,9 @@
 #include "base/geometry.h"
 #include "imaging/gdiplus/flattypes.h"
 
-#include <array>
 #include <string>
 
 namespace lumbrix {
-
-// Where the upper left, upper right and lower left corners of a picture go. The fourth corner follows from them.
-using CornerPoints = std::array<PixelPoint, 3>;
 
 // Puts the image of a file in the place of `image`, which stays as it is where the file cannot be loaded; the one
 // before is not disposed of. Gives back the size of the image that stands there then; 0 by 0 for none.
