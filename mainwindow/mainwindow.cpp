@@ -7,6 +7,7 @@
 #include "batch/driver.h"
 #include "batch/options.h"
 #include "freeedit/stepfiles.h"
+#include "freeedit/transformwindow.h"
 #include "imaging/exports/lumbrix.h"
 #include "imaging/paths.h"
 #include "mainwindow/actions.h"
@@ -96,6 +97,9 @@ void MainWindow::OnCommand(int id, int notification) {
     }
     if (id == RotateFlipButton) {
         return RotateAndFlip();
+    }
+    if (id == FreeEditButton) {
+        return ShowTransformWindow(Handle(), *this, stepFiles_, messages_);
     }
     if (id == CropCheck && IsChecked(CropCheck)) {
         return RunCropAction(*this, *this, messages_, annotating_);

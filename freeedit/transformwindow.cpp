@@ -1,0 +1,278 @@
+// The Free Edit window, in which a picture is turned, stretched, skewed and panned.
+#include "freeedit/transformwindow.h"
+
+#include "freeedit/canvas.h"
+#include "freeedit/saving.h"
+#include "freeedit/skewdialog.h"
+#include "freeedit/sliders.h"
+#include "freeedit/transformlayout.h"
+#include "imaging/exports/internal.h"
+#include "toolkit/dialog.h"
+#include "toolkit/hover.h"
+#include "toolkit/mousepoint.h"
+#include "toolkit/picker.h"
+
+#include <commctrl.h>
+
+namespace lumbrix {
+
+namespace {
+
+using namespace transformwindow;
+
+static_assert(static_cast<int>(SliderCode::PageUp) == TB_PAGEUP);
+static_assert(static_cast<int>(SliderCode::PageDown) == TB_PAGEDOWN);
+static_assert(static_cast<int>(SliderCode::ThumbTrack) == TB_THUMBTRACK);
+static_assert(static_cast<int>(SliderCode::EndTrack) == TB_ENDTRACK);
+
+constexpr UINT LoadDelayMs = 100;
+constexpr UINT RaiseMessage = WM_APP; // of its own: the canvas is to come above it again
+
+class TransformWindow : public Dialog {
+  public:
+    TransformWindow(const Order& order, StepFiles& steps, Messages& messages)
+        : Dialog(TransformWindowLayout), order_(order), steps_(steps), messages_(messages) {}
+
+  private:
+    void OnStart() override;
+    void OnTimer(int timer) override;
+    void OnCommand(int id, int notification) override;
+    std::optional<LRESULT> OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) override;
+    void OnDestroy() override;
+
+    bool StartSession();
+    void SetUpSlider(int id, const SliderRange& range);
+    int SliderPosition(int id) const { return static_cast<int>(SendMessageA(Item(id), TBM_GETPOS, 0, 0)); }
+
+    void LoadPicture(const std::string& path);
+    void RefreshStretch();
+    void MoveSlider(HWND slider);
+    void OnSize(WPARAM kind);
+    void LayOut();
+    void PlaceCanvas();
+    void RaiseCanvas();
+    void Press();
+    void Save();
+    void Skew();
+
+    // Lights the label that the mouse is over; 0 lights none.
+    void PaintLabels(int lit);
+
+    const Order& order_;
+    StepFiles& steps_;
+    Messages& messages_;
+    uintptr_t session_ = 0;
+    bool isOpening_ = true; // until the picture is loaded
+    CanvasTransform transform_;
+    Canvas canvas_{transform_};
+    Hover hover_{{ButtonLabels.begin(), ButtonLabels.end()}};
+};
+
+void TransformWindow::OnStart() {
+    if (!StartSession()) {
+        return End();
+    }
+    SetText(PathBox, order_.SourceFile());
+    transform_.settings.cornerTexts.fill("0");
+    canvas_.CreateCanvas(Handle());
+    ShowWindow(Handle(), SW_MAXIMIZE);
+    SetUpSlider(StretchSlider, StretchRange);
+    SetUpSlider(RotationSlider, RotationRange);
+    SetText(StretchLabel, StretchText(SliderPosition(StretchSlider)));
+    Hide(BarLabel);
+    StartTimer(LoadTimer, LoadDelayMs); // the window is to be seen before the picture is decoded
+}
+
+bool TransformWindow::StartSession() {
+    if (StartCanvasSession(&session_) == 0) {
+        return true;
+    }
+    session_ = 0;
+    messages_.ShowTechnical("Error initializing GDI+");
+    return false;
+}
+
+void TransformWindow::SetUpSlider(int id, const SliderRange& range) {
+    constexpr int TickDistance = 11;
+    constexpr int PageSize = 1;
+    constexpr int FirstPosition = 15;
+    const HWND slider = Item(id);
+    SendMessageA(slider, TBM_SETRANGE, TRUE, MAKELPARAM(range.least, range.most));
+    SendMessageA(slider, TBM_SETTICFREQ, TickDistance, 0);
+    SendMessageA(slider, TBM_SETPAGESIZE, 0, PageSize);
+    SendMessageA(slider, TBM_SETPOS, TRUE, FirstPosition);
+    SendMessageA(slider, TBM_SETPOS, TRUE, range.start);
+}
+
+void TransformWindow::OnTimer(int timer) {
+    if (timer == LoadTimer) {
+        StopTimer(LoadTimer);
+        isOpening_ = false;
+        LoadPicture(TextOf(PathBox));
+        InvalidateRect(Handle(), nullptr, TRUE);
+        UpdateWindow(Handle());
+    }
+}
+
+// The corners are the picture's size in dialog units, and count as pixels of the canvas.
+void TransformWindow::LoadPicture(const std::string& path) {
+    const WaitCursor waiting(messages_);
+    PixelSize pixels;
+    GetImageDimensions(path.c_str(), &pixels.width, &pixels.height);
+    const PixelSize units = InUnits(pixels);
+    transform_.settings.cornerTexts = {"0", "0", std::to_string(units.width), "0", "0", std::to_string(units.height)};
+    canvas_.LoadCanvasImage(path);
+    RefreshStretch();
+}
+
+void TransformWindow::RefreshStretch() {
+    transform_.settings.stretchFactor = StretchOfPosition(SliderPosition(StretchSlider));
+    canvas_.ApplyTransform();
+}
+
+void TransformWindow::OnCommand(int id, int notification) {
+    if (id == SelectButton && IsClick(notification)) {
+        const std::string path = PickImageFile(Handle(), "Select the image", PickMode::ExistingFile);
+        SetText(PathBox, path);
+        LoadPicture(path);
+    }
+}
+
+std::optional<LRESULT> TransformWindow::OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) {
+    switch (message) {
+    case WM_SIZE:
+        OnSize(wordParameter);
+        break;
+    case WM_MOVE:
+        PlaceCanvas();
+        break;
+    case WM_ACTIVATE:
+        PostMessageA(Handle(), RaiseMessage, 0, 0); // once it has come to the front
+        break;
+    case RaiseMessage:
+        RaiseCanvas();
+        break;
+    case WM_MOUSEMOVE:
+        hover_.MoveTo(Handle(), UnsignedMousePoint(static_cast<std::uint32_t>(longParameter)));
+        PaintLabels(hover_.IsOverLink() ? hover_.Control() : 0);
+        break;
+    case WM_LBUTTONDOWN:
+        Press();
+        break;
+    case WM_HSCROLL:
+        if (IsSliderMove(LOWORD(wordParameter))) {
+            MoveSlider(reinterpret_cast<HWND>(longParameter));
+        }
+        break;
+    default:
+        break;
+    }
+    return std::nullopt;
+}
+
+void TransformWindow::MoveSlider(HWND slider) {
+    if (slider == Item(StretchSlider)) {
+        SetText(StretchLabel, StretchText(SliderPosition(StretchSlider)));
+        RefreshStretch();
+    } else if (slider == Item(RotationSlider)) {
+        const int degrees = SliderPosition(RotationSlider);
+        transform_.settings.rotationAngle = static_cast<float>(degrees);
+        SetText(RotationLabel, RotationText(degrees));
+        canvas_.ApplyTransform();
+    }
+}
+
+// A modal window may be shown in its normal size once more when it has nothing left to do at first.
+void TransformWindow::OnSize(WPARAM kind) {
+    if (isOpening_ && kind == SIZE_RESTORED && canvas_.Handle() != nullptr) {
+        ShowWindow(Handle(), SW_MAXIMIZE);
+    } else {
+        LayOut();
+    }
+}
+
+void TransformWindow::LayOut() {
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    for (const ControlPlace& place : BarPlaces(InUnits({client.right, client.bottom}))) {
+        MoveControl(place.id, place.x, place.y, place.width, place.height);
+    }
+    for (const int id : HiddenAtEachSize) {
+        Hide(id);
+    }
+    PlaceCanvas();
+    InvalidateRect(Handle(), nullptr, TRUE);
+}
+
+void TransformWindow::PlaceCanvas() {
+    if (canvas_.Handle() == nullptr) {
+        return;
+    }
+    RECT client{};
+    GetClientRect(Handle(), &client);
+    const PixelSize units = CanvasSize(InUnits({client.right, client.bottom}));
+    const RECT size = InPixels({0, 0, units.width, units.height});
+    POINT corner{};
+    ClientToScreen(Handle(), &corner);
+    SetWindowPos(canvas_.Handle(), HWND_TOP, corner.x, corner.y, size.right, size.bottom, SWP_NOACTIVATE);
+}
+
+// It lies above its owner, but not every display keeps it there when the owner comes to the front; being put elsewhere
+// first, it is not taken for what is there already.
+void TransformWindow::RaiseCanvas() {
+    for (const HWND above : {Handle(), HWND_TOP}) {
+        SetWindowPos(canvas_.Handle(), above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+}
+
+void TransformWindow::PaintLabels(int lit) {
+    for (const int id : ButtonLabels) {
+        SetColors(id, id == lit ? Red : White, id == lit ? HoveredColor : RestingColor);
+    }
+}
+
+// Where the mouse was last seen moving decides, not where it is pressed.
+void TransformWindow::Press() {
+    switch (hover_.Control()) {
+    case SaveLabel:
+        Save();
+        break;
+    case SkewLabel:
+        Skew();
+        break;
+    default:
+        break;
+    }
+    PaintLabels(0);
+}
+
+void TransformWindow::Save() {
+    const WaitCursor waiting(messages_);
+    SavePicture(canvas_, order_.Target(), steps_.counter);
+}
+
+void TransformWindow::Skew() {
+    ShowSkewDialog(Handle(), transform_.settings.cornerTexts);
+    canvas_.ApplyTransform();
+}
+
+// The picture goes with its session.
+void TransformWindow::OnDestroy() {
+    if (canvas_.Handle() != nullptr) {
+        canvas_.End();
+    }
+    EndCanvasSession(session_);
+    steps_ = {};
+}
+
+} // namespace
+
+void ShowTransformWindow(HWND parent, const Order& order, StepFiles& steps, Messages& messages) {
+    if (order.SourceFile().empty()) {
+        return;
+    }
+    TransformWindow(order, steps, messages).RunModal(parent);
+    RemoveStepFiles(steps);
+}
+
+} // namespace lumbrix
