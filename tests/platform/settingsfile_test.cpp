@@ -110,7 +110,8 @@ TEST(SettingsText, IsDamagedWhereAnyLineIs) {
                                    "\"a\" = 3: G0",
                                    "\"a\" = 3: 000",
                                    "\"a\" = 4294967296: 00",
-                                   "a = \"b\""}) {
+                                   "a = \"b\"",
+                                   "xa\" = \"b\""}) {
         EXPECT_TRUE(IsDamaged("[HKEY_CURRENT_USER\\A]\n\"ok\" = \"ok\"\n" + line + "\n")) << line;
     }
     EXPECT_TRUE(IsDamaged("\"a\" = \"of no key\"\n"));
@@ -147,6 +148,8 @@ TEST(SettingsKeys, AreBelowThosePartsOnly) {
     EXPECT_FALSE(settings.HasKeysBelow(0x80000000, ""));
     EXPECT_FALSE(settings.HasKeysBelow(0x80000002, ""));
     EXPECT_FALSE(settings.Has(0x80000002, "A"));
+    settings.Add(RootOfUser, "A\\B\\CC");
+    EXPECT_FALSE(settings.HasKeysBelow(RootOfUser, "A\\B\\C"));
     EXPECT_TRUE(settings.Has(0x80000002, ""));
     EXPECT_FALSE(settings.Has(0x80000004, ""));
 }
@@ -269,6 +272,15 @@ TEST_F(SettingsFileOnDisk, FailureToWriteIsTold) {
     EXPECT_EQ(SystemSettings().DeleteKey(RootOfUser, "A\\B"), 1013);
     SystemSettings().CloseKey(key);
     EXPECT_EQ(ReadBytes(File()), ValidFile);
+}
+
+TEST_F(SettingsFileOnDisk, ValueWrittenAgainHasItsNewType) {
+    SettingsStore::Key key = 0;
+    ASSERT_EQ(SystemSettings().CreateKey(RootOfUser, "A\\B", 0xF003F, key), 0);
+    ASSERT_EQ(SystemSettings().SetValue(key, "Name", 1, "text", 5), 0);
+    ASSERT_EQ(SystemSettings().SetValue(key, "NAME", 3, "AB", 2), 0);
+    SystemSettings().CloseKey(key);
+    EXPECT_EQ(ReadBytes(File()), "# Settings of Lumbrix\n\n[HKEY_CURRENT_USER\\A\\B]\n\"Name\" = 3: 41 42\n");
 }
 
 TEST_F(SettingsFileOnDisk, RootIsNotDeleted) {
