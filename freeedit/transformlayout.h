@@ -25,7 +25,8 @@ enum Id : int {
 inline constexpr int LoadTimer = 2002;
 
 inline constexpr WindowColor PanelColour = ColorOf(128, 160, 200);
-inline constexpr WindowColor White = ColorOf(255, 255, 255);
+inline constexpr WindowColor BarTextColor = ColorOf(255, 255, 255);
+inline constexpr WindowColor CanvasColor = ColorOf(255, 255, 255);
 inline constexpr WindowColor RestingColor = ColorOf(128, 128, 128); // of a label that acts as a button
 inline constexpr WindowColor HoveredColor = ColorOf(87, 87, 87);
 
@@ -35,17 +36,17 @@ inline constexpr int PlainFont = 1;
 
 // clang-format off
 inline constexpr Control TransformWindowControls[] = {
-    {RotationSlider, ControlKind::TrackBar, "ROTATE", 109, 210, 100, 20, NoFont, PanelColour, ShowsSelectedRange, White, SeeThrough},
-    {RotationLabel, ControlKind::Label, "Rotation: 0", 116, 200, 90, 10, BoldFont, PanelColour, 0, White, SeeThrough},
-    {StretchLabel, ControlKind::Label, "Stretch: 1", 219, 200, 90, 10, BoldFont, PanelColour, 0, White, SeeThrough},
-    {StretchSlider, ControlKind::TrackBar, "STRETCH", 214, 210, 100, 20, NoFont, PanelColour, ShowsSelectedRange, White, SeeThrough},
+    {RotationSlider, ControlKind::TrackBar, "ROTATE", 109, 210, 100, 20, NoFont, PanelColour, ShowsSelectedRange, BarTextColor, SeeThrough},
+    {RotationLabel, ControlKind::Label, "Rotation: 0", 116, 200, 90, 10, BoldFont, PanelColour, 0, BarTextColor, SeeThrough},
+    {StretchLabel, ControlKind::Label, "Stretch: 1", 219, 200, 90, 10, BoldFont, PanelColour, 0, BarTextColor, SeeThrough},
+    {StretchSlider, ControlKind::TrackBar, "STRETCH", 214, 210, 100, 20, NoFont, PanelColour, ShowsSelectedRange, BarTextColor, SeeThrough},
     {BarLabel, ControlKind::Label, "", 0, 200, 395, 30, NoFont, PanelColour},
-    {SaveLabel, ControlKind::Label, "Save", 320, 205, 65, 20, BoldFont, RestingColor, LabelAsButton, White, StaticEdge},
-    {SkewLabel, ControlKind::Label, "Skew", 320, 205, 35, 16, BoldFont, RestingColor, LabelAsButton, White, StaticEdge},
-    {SelectLabel, ControlKind::Label, "Select Image:", 5, 200, 90, 10, BoldFont, PanelColour, 0, White, SeeThrough},
+    {SaveLabel, ControlKind::Label, "Save", 320, 205, 65, 20, BoldFont, RestingColor, LabelAsButton, BarTextColor, StaticEdge},
+    {SkewLabel, ControlKind::Label, "Skew", 320, 205, 35, 16, BoldFont, RestingColor, LabelAsButton, BarTextColor, StaticEdge},
+    {SelectLabel, ControlKind::Label, "Select Image:", 5, 200, 90, 10, BoldFont, PanelColour, 0, BarTextColor, SeeThrough},
     {SelectButton, ControlKind::PushButton, "..", 95, 211, 15, 12, BoldFont},
     {PathBox, ControlKind::TextBox, "", 5, 212, 90, 9, PlainFont},
-    {DrawLabel, ControlKind::Label, "Draw", 280, 205, 35, 16, BoldFont, RestingColor, LabelAsButton, White, StaticEdge},
+    {DrawLabel, ControlKind::Label, "Draw", 280, 205, 35, 16, BoldFont, RestingColor, LabelAsButton, BarTextColor, StaticEdge},
 };
 // clang-format on
 
@@ -76,7 +77,7 @@ inline constexpr WindowLayout CanvasLayout{
     .height = 239,
     .style = BareWindow,
     .extendedStyle = 0,
-    .background = White,
+    .background = CanvasColor,
     .fonts = {},
     .controls = {},
 };

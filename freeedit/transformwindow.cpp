@@ -227,7 +227,7 @@ void TransformWindow::RaiseCanvas() {
 
 void TransformWindow::PaintLabels(int lit) {
     for (const int id : ButtonLabels) {
-        SetColors(id, id == lit ? Red : White, id == lit ? HoveredColor : RestingColor);
+        SetColors(id, id == lit ? Red : BarTextColor, id == lit ? HoveredColor : RestingColor);
     }
 }
 

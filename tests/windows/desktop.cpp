@@ -105,9 +105,9 @@ COLORREF PixelAt(POINT screen) {
     return color;
 }
 
-void SaveScreenshot(const std::string& path) {
-    const int width = GetSystemMetrics(SM_CXSCREEN);
-    const int height = GetSystemMetrics(SM_CYSCREEN);
+std::string ScreenBitmap(const RECT& part) {
+    const int width = part.right - part.left;
+    const int height = part.bottom - part.top;
     BITMAPINFOHEADER header{};
     header.biSize = sizeof header;
     header.biWidth = width;
@@ -119,7 +119,7 @@ void SaveScreenshot(const std::string& path) {
     const HDC memory = CreateCompatibleDC(screen);
     const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
     const HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, screen, 0, 0, SRCCOPY);
+    BitBlt(memory, 0, 0, width, height, screen, part.left, part.top, SRCCOPY);
     SelectObject(memory, before);
     GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), pixels.data(), reinterpret_cast<BITMAPINFO*>(&header),
               DIB_RGB_COLORS);
@@ -130,8 +130,19 @@ void SaveScreenshot(const std::string& path) {
     file.bfType = 0x4D42;
     file.bfOffBits = sizeof file + sizeof header;
     file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
-    WriteBytes(path, std::string(reinterpret_cast<const char*>(&file), sizeof file) +
-                         std::string(reinterpret_cast<const char*>(&header), sizeof header) + pixels);
+    return std::string(reinterpret_cast<const char*>(&file), sizeof file) +
+           std::string(reinterpret_cast<const char*>(&header), sizeof header) + pixels;
+}
+
+std::string ScreenBitmapOf(HWND window) {
+    RECT part{};
+    GetClientRect(window, &part);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&part), 2);
+    return ScreenBitmap(part);
+}
+
+void SaveScreenshot(const std::string& path) {
+    WriteBytes(path, ScreenBitmap({0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)}));
 }
 
 } // namespace tests

@@ -40,6 +40,10 @@ void PressKey(WORD key, bool withShift = false);
 // The colour that the screen shows at a place, whichever window it belongs to.
 COLORREF PixelAt(POINT screen);
 
+// A part of the screen, or the client area of a window as the screen shows it, as a BMP file of 32 bits a pixel.
+std::string ScreenBitmap(const RECT& part);
+std::string ScreenBitmapOf(HWND window);
+
 // The whole screen as a BMP file.
 void SaveScreenshot(const std::string& path);
 

@@ -11,11 +11,14 @@ namespace tests {
 namespace {
 
 constexpr DWORD ShownStyle = 0x10000000;
+constexpr DWORD MaximizedStyle = 0x01000000;
 constexpr DWORD StopStyle = 0x00010000; // a group of radio buttons keeps its stop on the checked one
 constexpr DWORD DefaultButtonStyle = 1; // the focus makes one the default
 constexpr DWORD TakesFilesStyle = 0x10;
 constexpr DWORD ModalFrameStyle = 0x1; // which comes with the frame of the template
 constexpr DWORD NotifiesNobodyStyle = 0x4;
+constexpr DWORD BorderStyle = 0x00800000;
+constexpr DWORD SunkenEdgeStyle = 0x200; // what a dialog may make of a border
 
 // What a kind of control is on the platform; `colors` is the message that asks for its colours, 0 for none.
 struct ExpectedClass {
@@ -107,13 +110,16 @@ std::string RowWords(const ExpectedControl& control, const std::string& classNam
     return words.str();
 }
 
+bool HasFont(ExpectedKind kind) { return kind != ExpectedKind::TrackBar; }
+
 std::string ExpectedRow(const ExpectedControl& control) {
     const ExpectedClass expected = ClassOf(control.kind);
-    const DWORD style = (control.isHidden ? expected.style & ~ShownStyle : expected.style) | control.extraStyle;
+    const DWORD style =
+        (control.isHidden ? expected.style & ~ShownStyle : expected.style) | (control.extraStyle & ~BorderStyle);
     const ExpectedPlace from = SeenWindow::InPixels(control.place);
     return RowWords(control, expected.name, control.caption, style, expected.extendedStyle | control.extraExtendedStyle,
                     from) +
-           ", " + FontWords(control.font) + ", " + ColorWords(control, expected.colors);
+           ", " + (HasFont(control.kind) ? FontWords(control.font) : "") + ", " + ColorWords(control, expected.colors);
 }
 
 // The style of a control without what comes and goes.
@@ -174,14 +180,18 @@ void SeenWindow::Expect(const ExpectedWindow& expected) const {
 void SeenWindow::ExpectFrame(const ExpectedWindow& expected) const {
     const HWND window = window_.Window();
     EXPECT_EQ(WindowText(window), expected.caption);
-    EXPECT_EQ(static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)), expected.style | ShownStyle);
+    const bool isMaximized = expected.position == ExpectedPosition::Maximized;
+    EXPECT_EQ(static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE)),
+              expected.style | ShownStyle | (isMaximized ? MaximizedStyle : 0));
     EXPECT_EQ(static_cast<DWORD>(GetWindowLongA(window, GWL_EXSTYLE)),
               expected.extendedStyle | ModalFrameStyle | (expected.drop == ExpectedDrop::Taken ? TakesFilesStyle : 0));
-    RECT client{};
-    GetClientRect(window, &client);
-    const ExpectedPlace size = InPixels(expected.place);
-    EXPECT_EQ(client.right, size.width);
-    EXPECT_EQ(client.bottom, size.height);
+    if (!isMaximized && expected.position != ExpectedPosition::Anywhere) {
+        RECT client{};
+        GetClientRect(window, &client);
+        const ExpectedPlace size = InPixels(expected.place);
+        EXPECT_EQ(client.right, size.width);
+        EXPECT_EQ(client.bottom, size.height);
+    }
     const auto brush = ObjectOf<LOGBRUSH>(Ask(window, WM_CTLCOLORDLG));
     EXPECT_EQ(brush.lbColor, expected.background == SystemsColor ? GetSysColor(COLOR_3DFACE)
                                                                  : static_cast<COLORREF>(expected.background));
@@ -189,8 +199,18 @@ void SeenWindow::ExpectFrame(const ExpectedWindow& expected) const {
 }
 
 void SeenWindow::ExpectPosition(ExpectedPosition position) const {
+    if (position == ExpectedPosition::Anywhere) {
+        return;
+    }
     RECT frame{};
     GetWindowRect(window_.Window(), &frame);
+    if (position == ExpectedPosition::Maximized) { // its frame lies beyond the screen
+        EXPECT_LE(frame.left, 0);
+        EXPECT_LE(frame.top, 0);
+        EXPECT_GE(frame.right, GetSystemMetrics(SM_CXSCREEN));
+        EXPECT_GE(frame.bottom, GetSystemMetrics(SM_CYSCREEN) - 80);
+        return;
+    }
     if (position == ExpectedPosition::TopLeftOfTheScreen) {
         EXPECT_EQ(frame.left, 0);
         EXPECT_EQ(frame.top, 0);
@@ -202,10 +222,16 @@ void SeenWindow::ExpectPosition(ExpectedPosition position) const {
 }
 
 std::string SeenWindow::Row(const ExpectedControl& control, HWND item) const {
-    const DWORD extendedStyle = static_cast<DWORD>(GetWindowLongA(item, GWL_EXSTYLE)) & ~NotifiesNobodyStyle;
-    return RowWords(control, WindowClass(item), WindowText(item), LastingStyle(item, control.kind), extendedStyle,
+    DWORD style = LastingStyle(item, control.kind);
+    DWORD extendedStyle = static_cast<DWORD>(GetWindowLongA(item, GWL_EXSTYLE)) & ~NotifiesNobodyStyle;
+    if ((control.extraStyle & BorderStyle) != 0) {
+        EXPECT_TRUE((style & BorderStyle) != 0 || (extendedStyle & SunkenEdgeStyle) != 0) << control.id;
+        style &= ~BorderStyle;
+        extendedStyle &= ~SunkenEdgeStyle;
+    }
+    return RowWords(control, WindowClass(item), WindowText(item), style, extendedStyle,
                     PlaceOf(window_.Window(), item)) +
-           ", " + FontOf(item) + ", " + ColorsOf(item, ClassOf(control.kind).colors);
+           ", " + (HasFont(control.kind) ? FontOf(item) : "") + ", " + ColorsOf(item, ClassOf(control.kind).colors);
 }
 
 std::string SeenWindow::FontOf(HWND window) const {

@@ -59,7 +59,7 @@ struct ExpectedControl {
     std::uint32_t extraExtendedStyle = 0;
 };
 
-enum class ExpectedPosition { MiddleOfTheScreen, TopLeftOfTheScreen, Maximized };
+enum class ExpectedPosition { MiddleOfTheScreen, TopLeftOfTheScreen, Maximized, Anywhere };
 enum class ExpectedDrop { Taken, Refused };
 
 // Styles are those of the template; once shown, a window has more. The controls are in the order of their creation.
