@@ -7,6 +7,7 @@
 #include "freeedit/sliders.h"
 #include "freeedit/transformlayout.h"
 #include "imaging/exports/internal.h"
+#include "toolkit/controlwatch.h"
 #include "toolkit/dialog.h"
 #include "toolkit/hover.h"
 #include "toolkit/mousepoint.h"
@@ -27,6 +28,17 @@ static_assert(static_cast<int>(SliderCode::EndTrack) == TB_ENDTRACK);
 
 constexpr UINT LoadDelayMs = 100;
 constexpr UINT RaiseMessage = WM_APP; // of its own: the canvas is to come above it again
+
+// Tells the window that one of its controls has got the keyboard.
+class FocusWatch : public ControlWatch {
+  private:
+    LRESULT OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) override {
+        if (message == WM_SETFOCUS) {
+            PostMessageA(GetParent(Watched()), RaiseMessage, 0, 0);
+        }
+        return PassOn(message, wordParameter, longParameter);
+    }
+};
 
 class TransformWindow : public Dialog {
   public:
@@ -65,6 +77,7 @@ class TransformWindow : public Dialog {
     bool isOpening_ = true; // until the picture is loaded
     CanvasTransform transform_;
     Canvas canvas_{transform_};
+    std::array<FocusWatch, 2> focusWatches_;
     Hover hover_{{ButtonLabels.begin(), ButtonLabels.end()}};
 };
 
@@ -80,6 +93,8 @@ void TransformWindow::OnStart() {
     SetUpSlider(RotationSlider, RotationRange);
     SetText(StretchLabel, StretchText(SliderPosition(StretchSlider)));
     Hide(BarLabel);
+    focusWatches_[0].Attach(Item(RotationSlider));
+    focusWatches_[1].Attach(Item(StretchSlider));
     StartTimer(LoadTimer, LoadDelayMs); // the window is to be seen before the picture is decoded
 }
 
@@ -217,8 +232,8 @@ void TransformWindow::PlaceCanvas() {
     SetWindowPos(canvas_.Handle(), HWND_TOP, corner.x, corner.y, size.right, size.bottom, SWP_NOACTIVATE);
 }
 
-// It lies above its owner, but not every display keeps it there when the owner comes to the front; being put elsewhere
-// first, it is not taken for what is there already.
+// It lies above its owner, but not every display keeps it there when the owner comes to the front or gets the keyboard;
+// being put elsewhere first, it is not taken for what is there already.
 void TransformWindow::RaiseCanvas() {
     for (const HWND above : {Handle(), HWND_TOP}) {
         SetWindowPos(canvas_.Handle(), above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);

@@ -92,6 +92,8 @@ TEST_F(FreeEditPicture, KeysTurnAtOnceAfterOpening) {
     EXPECT_TRUE(WaitFor([&] { return opened.window.Text(RotationLabel) == "Rotate: 3"; }));
     PressKey(VK_TAB);
     EXPECT_TRUE(WaitFor([&] { return opened.window.FocusedId() == StretchSlider; }));
+    EXPECT_TRUE(WaitUntilLasting([&] { return PixelAt(opened.OnCanvas(200, 100)) != RGB(128, 160, 200); }))
+        << "the canvas is no longer seen";
     PressKey(VK_NEXT);
     EXPECT_TRUE(WaitFor([&] { return opened.window.Text(StretchLabel) == "Stretch: 1.01"; }));
     Close(opened);
