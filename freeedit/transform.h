@@ -47,10 +47,10 @@ class CanvasTransform {
 
 // A part of the canvas, in its pixels. Nothing says that it has any size, or lies within.
 struct CanvasArea {
-    std::int32_t left = 0;
-    std::int32_t top = 0;
-    std::int32_t width = 0;
-    std::int32_t height = 0;
+    std::int32_t left;
+    std::int32_t top;
+    std::int32_t width;
+    std::int32_t height;
 
     bool operator==(const CanvasArea&) const = default;
 };

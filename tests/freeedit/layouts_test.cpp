@@ -35,6 +35,10 @@ TEST(TransformWindowTable, IdsAreUnique) {
 
 TEST(TransformWindowTable, PictureIsLoadedByTimer2002) { EXPECT_EQ(LoadTimer, 2002); }
 
+TEST(TransformWindowTable, ThreeLabelsActAsButtons) {
+    EXPECT_EQ(ButtonLabels, (std::array<Id, 3>{SaveLabel, SkewLabel, DrawLabel}));
+}
+
 TEST(TransformWindowTable, HoveredLabelIsDarker) { EXPECT_EQ(HoveredColor, ColorOf(87, 87, 87)); }
 
 TEST(CanvasTable, IsAWhitePopupWithoutAFrame) {
@@ -77,6 +81,7 @@ TEST(SkewDialogTable, IsAsExpected) { tests::ExpectTable(skewdialog::SkewDialogL
 
 TEST(SkewDialogTable, BoxesAreInTheOrderOfTheCornersTexts) {
     const std::array<int, 6> expected{1004, 1005, 1009, 1010, 1017, 1016};
+    ASSERT_EQ(skewdialog::CornerBoxes.size(), expected.size());
     EXPECT_TRUE(std::equal(expected.begin(), expected.end(), skewdialog::CornerBoxes.begin()));
 }
 

@@ -159,6 +159,10 @@ TEST(PicturesBox, OfOneTurnedClockwiseReachesLeftToItsLowerCorner) {
     EXPECT_EQ(BoundingBox({{{1, 0}, {101, 1}, {0, 50}}}), (CanvasArea{0, 0, 101, 51}));
 }
 
+TEST(PicturesBox, OfOneWithALevelTopReachesFromItsLowerToItsRightCorner) {
+    EXPECT_EQ(BoundingBox({{{10, 20}, {110, 20}, {40, 70}}}), (CanvasArea{40, 20, 70, 50}));
+}
+
 TEST(PicturesBox, UsesTheSameFormulasUpsideDown) {
     EXPECT_EQ(BoundingBox({{{200, 100}, {100, 100}, {200, 50}}}), (CanvasArea{200, 100, -100, -50}));
 }
