@@ -23,6 +23,7 @@ struct PixelRect {
     std::int64_t Width() const { return right - left; }
     std::int64_t Height() const { return bottom - top; }
     bool IsEmpty() const { return right <= left || bottom <= top; }
+    bool operator==(const PixelRect&) const = default;
 };
 
 constexpr PixelRect Intersection(const PixelRect& a, const PixelRect& b) {

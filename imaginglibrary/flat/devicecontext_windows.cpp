@@ -1,4 +1,5 @@
 // Surfaces on device contexts.
+#include "imaginglibrary/flat/contextpixels_windows.h"
 #include "imaginglibrary/flat/graphics.h"
 #include "imaginglibrary/flat/guard.h"
 
@@ -56,8 +57,16 @@ class ContextSurface : public Surface {
 
     double DotsPerInch() const override { return GetDeviceCaps(context_, LOGPIXELSY); }
 
-    // Fetches what is there, draws on it, and puts it back.
     Status Paint(const PixelRect& area, const std::function<Status(Canvas&)>& paint) override {
+        if (auto canvas = PixelsInPlace(context_, area)) {
+            return paint(*canvas);
+        }
+        return PaintOnACopy(area, paint);
+    }
+
+  private:
+    // Fetches what is there, draws on it, and puts it back.
+    Status PaintOnACopy(const PixelRect& area, const std::function<Status(Canvas&)>& paint) {
         const auto left = static_cast<int>(area.left);
         const auto top = static_cast<int>(area.top);
         const auto width = static_cast<int>(area.Width());
@@ -82,7 +91,6 @@ class ContextSurface : public Surface {
                                                                                            : Status::GenericError;
     }
 
-  private:
     HDC context_;
 };
 

@@ -71,15 +71,17 @@ void BlendPixels(std::uint8_t* target, const std::uint8_t* source, std::size_t c
 
 } // namespace
 
+Canvas::Canvas(Bitmap& bitmap, std::int64_t left, std::int64_t top)
+    : Canvas(bitmap.Info().format, bitmap.Row(0), static_cast<std::ptrdiff_t>(bitmap.RowBytes()),
+             {left, top, left + std::int64_t{bitmap.Info().width}, top + std::int64_t{bitmap.Info().height}}) {}
+
 bool IsDrawable(PixelFormat format) {
     return !IsIndexed(format) && format != PixelFormat::Argb1555 && format != PixelFormat::Undefined;
 }
 
 void BlendRow(Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t* pixels, std::size_t count) {
-    const PixelFormat format = canvas.bitmap.Info().format;
-    std::uint8_t* target = canvas.bitmap.Row(static_cast<std::uint32_t>(y - canvas.top)) +
-                           static_cast<std::size_t>(x - canvas.left) * BitsPerPixel(format) / 8;
-    switch (format) {
+    std::uint8_t* target = canvas.PixelAt(x, y);
+    switch (canvas.Format()) {
     case PixelFormat::Rgb24:
         return BlendPixels<3>(target, pixels, count, BlendBytes<3>);
     case PixelFormat::Rgb32:

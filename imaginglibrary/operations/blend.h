@@ -4,19 +4,36 @@
 #include "imaginglibrary/core/bitmap.h"
 #include "imaginglibrary/core/geometry.h"
 
+#include <cstddef>
 #include <cstdint>
 
 namespace imaginglibrary {
 
-// A bitmap to draw on, and where it lies on the surface that it is a part or the whole of.
-struct Canvas {
-    Bitmap& bitmap;
-    std::int64_t left = 0;
-    std::int64_t top = 0;
+// Pixels to draw on, and where they lie on the surface that they are a part or the whole of. Does not own them.
+class Canvas {
+  public:
+    // The whole of a bitmap, its first pixel at (left, top) of the surface.
+    explicit Canvas(Bitmap& bitmap, std::int64_t left = 0, std::int64_t top = 0);
 
-    PixelRect Area() const {
-        return {left, top, left + std::int64_t{bitmap.Info().width}, top + std::int64_t{bitmap.Info().height}};
+    // Pixels somewhere in memory: `first` is the first one of the top row of `area`, and every row begins `rowStep`
+    // bytes behind the one above it, before it where that is negative.
+    Canvas(PixelFormat format, std::uint8_t* first, std::ptrdiff_t rowStep, const PixelRect& area)
+        : format_(format), first_(first), rowStep_(rowStep), area_(area) {}
+
+    const PixelRect& Area() const { return area_; }
+    PixelFormat Format() const { return format_; }
+
+    // The pixel at (x, y) of the surface, within the area; those to its right follow.
+    std::uint8_t* PixelAt(std::int64_t x, std::int64_t y) const {
+        return first_ + static_cast<std::ptrdiff_t>(y - area_.top) * rowStep_ +
+               static_cast<std::ptrdiff_t>(x - area_.left) * static_cast<std::ptrdiff_t>(BitsPerPixel(format_) / 8);
     }
+
+  private:
+    PixelFormat format_;
+    std::uint8_t* first_;
+    std::ptrdiff_t rowStep_;
+    PixelRect area_;
 };
 
 // Whether pictures of this format can be drawn on: no indexed format, and not Argb1555.
