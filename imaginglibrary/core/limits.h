@@ -16,6 +16,10 @@ inline constexpr std::uint64_t MaximumEmptyScreenPixels = std::uint64_t{1} << 26
 // run-length coded), in bytes. A 32-bit process has 2 GiB in all.
 inline constexpr std::size_t MaximumPictureBytes = sizeof(void*) == 4 ? std::size_t{512} << 20 : std::size_t{1} << 30;
 
+// Most memory that a picture prepared for drawing through three points may take; a larger one is drawn from a smaller
+// form.
+inline constexpr std::size_t MaximumPreparedBytes = sizeof(void*) == 4 ? std::size_t{384} << 20 : std::size_t{1} << 30;
+
 // Most scans a progressive JPEG may have; real encoders make about ten.
 inline constexpr int MaximumJpegScans = 500;
 

@@ -5,6 +5,7 @@
 #include "imaginglibrary/flat/handles.h"
 #include "imaginglibrary/flat/images.h"
 #include "imaginglibrary/operations/coverage.h"
+#include "imaginglibrary/operations/drawpyramid.h"
 #include "imaginglibrary/operations/fill.h"
 
 #include <cmath>
@@ -52,9 +53,40 @@ bool ChangesNothing(const PictureDrawing& drawing, const Surface& surface) {
     return isInPlace && !MayBeTransparent(drawing.picture->Info()) && surface.Shows(*drawing.picture);
 }
 
+// Where the pixels of what is drawn come from.
+enum class Pixels {
+    Read,     // from the picture, each time
+    Prepared, // from the form that the image keeps
+};
+
+Status DrawFromPicture(Graphics& graphics, const Image& image, PictureDrawing& drawing) {
+    auto watched = image.PictureToRead();
+    if (!watched.Ok()) {
+        return watched.GetStatus();
+    }
+    drawing.picture = std::move(*watched);
+    return PaintOn(graphics, DrawnArea(drawing), [&](Canvas& canvas) { return DrawPicture(canvas, drawing); });
+}
+
+Status DrawPrepared(Graphics& graphics, Image& image, const PictureDrawing& drawing) {
+    const PixelRect area = DrawnArea(drawing);
+    if (Intersection(area, graphics.surface->Area()).IsEmpty()) {
+        return Status::Ok;
+    }
+    const auto prepared = image.PreparedPicture();
+    if (!prepared.Ok()) {
+        return prepared.GetStatus();
+    }
+    return PaintOn(graphics, area, [&](Canvas& canvas) {
+        DrawPyramid(canvas, **prepared, drawing.toSurface, drawing.resampling);
+        return Status::Ok;
+    });
+}
+
 // `choose` fills in the part to draw and its map to the caller's coordinates, for a picture given; it answers with a
 // status other than Ok where its arguments are not acceptable.
-template <class Choose> Status Draw(GpGraphics* graphicsHandle, GpImage* imageHandle, Choose choose) {
+template <class Choose>
+Status Draw(GpGraphics* graphicsHandle, GpImage* imageHandle, Choose choose, Pixels pixels = Pixels::Read) {
     return Guarded([&] {
         const auto graphics = FindGraphics(graphicsHandle);
         const auto image = FindImage(imageHandle);
@@ -71,12 +103,8 @@ template <class Choose> Status Draw(GpGraphics* graphicsHandle, GpImage* imageHa
         if (ChangesNothing(drawing, *graphics->surface)) {
             return Status::Ok;
         }
-        auto watched = image->PictureToRead();
-        if (!watched.Ok()) {
-            return watched.GetStatus();
-        }
-        drawing.picture = std::move(*watched);
-        return PaintOn(*graphics, DrawnArea(drawing), [&](Canvas& canvas) { return DrawPicture(canvas, drawing); });
+        return pixels == Pixels::Prepared ? DrawPrepared(*graphics, *image, drawing)
+                                          : DrawFromPicture(*graphics, *image, drawing);
     });
 }
 
@@ -155,10 +183,11 @@ FLAT_EXPORT Status FLAT_CALL GdipDrawImageRectRectI(GpGraphics* graphics, GpImag
     });
 }
 
-// Three points: where the upper left, upper right and lower left corners go.
+// Three points: where the upper left, upper right and lower left corners go. Made for windows that draw a picture anew
+// at every move of a slider: the image keeps a prepared form of it from the first call on.
 FLAT_EXPORT Status FLAT_CALL GdipDrawImagePointsI(GpGraphics* graphics, GpImage* image, const FlatPoint* points,
                                                   std::int32_t count) {
-    return Draw(graphics, image, [&](PictureDrawing& drawing) {
+    const auto choose = [&](PictureDrawing& drawing) {
         constexpr std::int32_t Parallelogram = 3;
         constexpr std::int32_t Perspective = 4;
         if (points == nullptr || count < Parallelogram || count > Perspective) {
@@ -175,7 +204,8 @@ FLAT_EXPORT Status FLAT_CALL GdipDrawImagePointsI(GpGraphics* graphics, GpImage*
         };
         drawing.toSurface = MapToCorners(drawing.part, at(0), at(1), at(2));
         return Status::Ok;
-    });
+    };
+    return Draw(graphics, image, choose, Pixels::Prepared);
 }
 
 // `color` is 0xAARRGGBB; the width is in pixels, whatever the unit.

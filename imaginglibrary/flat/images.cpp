@@ -1,6 +1,7 @@
 // Loading, cloning and disposing of images, and what can be asked of one.
 #include "imaginglibrary/flat/images.h"
 
+#include "imaginglibrary/core/limits.h"
 #include "imaginglibrary/flat/guard.h"
 #include "imaginglibrary/flat/handles.h"
 
@@ -73,11 +74,33 @@ std::shared_ptr<const PropertyList> Image::Properties() const {
     return properties_;
 }
 
+bool Image::IsDamageRefused() const {
+    return origin_.damage != nullptr && origin_.damage->IsRefused() && origin_.damage->IsMet();
+}
+
 Result<std::shared_ptr<const PixelSource>> Image::PictureToRead() const {
-    if (origin_.damage != nullptr && origin_.damage->IsRefused() && origin_.damage->IsMet()) {
+    if (IsDamageRefused()) {
         return UndecodableContent;
     }
     return WatchedBy(watch_, Picture());
+}
+
+Result<std::shared_ptr<const PicturePyramid>> Image::PreparedPicture() {
+    if (IsDamageRefused()) {
+        return UndecodableContent;
+    }
+    std::unique_lock lock(mutex_);
+    if (prepared_) {
+        return *prepared_;
+    }
+    const auto picture = picture_; // while it is held here it is not painted on
+    lock.unlock();                 // reading takes its time, and tells the watcher
+    auto made = PicturePyramid::Make(*WatchedBy(watch_, picture), MaximumPreparedBytes);
+    lock.lock();
+    if (picture_ == picture && (made.Ok() || made.GetStatus() == UndecodableContent)) {
+        prepared_ = made;
+    }
+    return made;
 }
 
 bool Image::IsMetafile() const {
@@ -88,6 +111,7 @@ bool Image::IsMetafile() const {
 void Image::ReplacePicture(std::shared_ptr<const PixelSource> picture) {
     const std::lock_guard lock(mutex_);
     bitmap_.reset();
+    prepared_.reset();
     picture_ = std::move(picture);
 }
 
@@ -124,6 +148,7 @@ Status Image::Paint(const std::function<Status(Bitmap&)>& paint) {
             picture_ = bitmap_;
         }
     }
+    prepared_.reset();
     std::atomic_thread_fence(std::memory_order_acquire); // behind the last reading of those who gave it back
     const std::shared_ptr<Bitmap> painted = bitmap_;     // whatever becomes of it meanwhile
     return paint(*painted);

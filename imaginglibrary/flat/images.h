@@ -6,10 +6,12 @@
 #include "imaginglibrary/core/rowwatch.h"
 #include "imaginglibrary/flat/extensions.h"
 #include "imaginglibrary/flat/flattypes.h"
+#include "imaginglibrary/operations/picturepyramid.h"
 
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace imaginglibrary {
 
@@ -46,6 +48,10 @@ class Image {
     // refused.
     Result<std::shared_ptr<const PixelSource>> PictureToRead() const;
 
+    // The picture in a form that can be drawn many times over. It is read for the first who asks, whom alone the
+    // watcher hears of, and kept until the picture changes; that it is undecodable is remembered just so.
+    Result<std::shared_ptr<const PicturePyramid>> PreparedPicture();
+
     const ImageOrigin& Origin() const { return origin_; }
 
     // Whether the file holds drawing orders rather than pixels.
@@ -63,6 +69,7 @@ class Image {
 
   private:
     bool OwnsBitmap() const;
+    bool IsDamageRefused() const;
 
     std::shared_ptr<const PixelSource> loaded_; // holds the file
     ImageOrigin origin_;
@@ -70,6 +77,7 @@ class Image {
     mutable std::recursive_mutex mutex_; // a watcher may ask for the image that is being drawn on
     std::shared_ptr<const PixelSource> picture_;
     std::shared_ptr<Bitmap> bitmap_; // the same as picture_ where that is a bitmap made for painting, else null
+    std::optional<Result<std::shared_ptr<const PicturePyramid>>> prepared_; // of picture_ as it is now
     std::shared_ptr<PropertyList> properties_; // shared with those who asked for it, so copied before it changes
 };
 

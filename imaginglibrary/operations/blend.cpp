@@ -1,6 +1,7 @@
 // Lays pixels over a bitmap by their alpha.
 #include "imaginglibrary/operations/blend.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace imaginglibrary {
@@ -60,6 +61,25 @@ void BlendRgb48(std::uint8_t* target, const std::uint8_t* source) {
     std::memcpy(target, stored, sizeof stored);
 }
 
+// Rgb24, Rgb32 and Pargb32 below a source that is premultiplied.
+template <std::size_t Bytes> void BlendPremultiplied(std::uint8_t* target, const std::uint8_t* source) {
+    const unsigned alpha = source[3];
+    for (std::size_t channel = 0; channel < Bytes; ++channel) {
+        const unsigned color = std::min<unsigned>(source[channel], alpha);
+        target[channel] = static_cast<std::uint8_t>(color + DivideBy255(target[channel] * (255 - alpha)));
+    }
+}
+
+// A premultiplied pixel as one that is not.
+void Straighten(const std::uint8_t* premultiplied, std::uint8_t* pixel) {
+    const unsigned alpha = premultiplied[3];
+    for (int channel = 0; channel < 3; ++channel) {
+        const unsigned color = std::min<unsigned>(premultiplied[channel], alpha);
+        pixel[channel] = alpha == 0 ? 0 : static_cast<std::uint8_t>((color * 255 + alpha / 2) / alpha);
+    }
+    pixel[3] = static_cast<std::uint8_t>(alpha);
+}
+
 template <std::size_t Bytes, class Blend>
 void BlendPixels(std::uint8_t* target, const std::uint8_t* source, std::size_t count, Blend blend) {
     for (; count > 0; --count, target += Bytes, source += 4) {
@@ -79,7 +99,7 @@ bool IsDrawable(PixelFormat format) {
     return !IsIndexed(format) && format != PixelFormat::Argb1555 && format != PixelFormat::Undefined;
 }
 
-void BlendRow(Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t* pixels, std::size_t count) {
+void BlendRow(const Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t* pixels, std::size_t count) {
     std::uint8_t* target = canvas.PixelAt(x, y);
     switch (canvas.Format()) {
     case PixelFormat::Rgb24:
@@ -97,6 +117,25 @@ void BlendRow(Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t
         return BlendPixels<6>(target, pixels, count, BlendRgb48);
     default:
         return; // nothing else is drawable
+    }
+}
+
+void BlendPremultipliedRow(const Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t* pixels,
+                           std::size_t count) {
+    std::uint8_t* const target = canvas.PixelAt(x, y);
+    switch (canvas.Format()) {
+    case PixelFormat::Rgb24:
+        return BlendPixels<3>(target, pixels, count, BlendPremultiplied<3>);
+    case PixelFormat::Rgb32:
+    case PixelFormat::Pargb32:
+        return BlendPixels<4>(target, pixels, count, BlendPremultiplied<4>);
+    default:
+        break;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        std::uint8_t pixel[4];
+        Straighten(pixels + i * 4, pixel);
+        BlendRow(canvas, x + static_cast<std::int64_t>(i), y, pixel, 1);
     }
 }
 

@@ -43,6 +43,15 @@ bool IsDrawable(PixelFormat format);
 // in the surface's coordinates and within the canvas. Every channel becomes source * alpha + target * (1 - alpha),
 // rounded once; a target with alpha of its own gets the union of both (Porter and Duff, "Compositing Digital Images",
 // 1984: over).
-void BlendRow(Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t* pixels, std::size_t count);
+void BlendRow(const Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t* pixels, std::size_t count);
+
+// Whether opaque pixels of four bytes can be stored in the format as they are.
+constexpr bool TakesPremultiplied(PixelFormat format) {
+    return format == PixelFormat::Rgb32 || format == PixelFormat::Pargb32;
+}
+
+// The same for premultiplied pixels. A colour above its alpha counts as much as its alpha.
+void BlendPremultipliedRow(const Canvas& canvas, std::int64_t x, std::int64_t y, const std::uint8_t* pixels,
+                           std::size_t count);
 
 } // namespace imaginglibrary

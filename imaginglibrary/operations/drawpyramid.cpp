@@ -1,0 +1,187 @@
+// Draws a prepared picture through an affine map.
+#include "imaginglibrary/operations/drawpyramid.h"
+
+#include "imaginglibrary/operations/parallel.h"
+#include "imaginglibrary/operations/pixelcoverage.h"
+#include "imaginglibrary/operations/sampleline.h"
+
+#include <array>
+
+namespace imaginglibrary {
+
+namespace {
+
+constexpr std::int64_t RowsPerJob = 16;
+
+// Below this many pixels starting a thread costs more than it saves.
+constexpr std::int64_t ManyPixels = 40000;
+
+// How long the map draws the side of a pixel, at least, whichever way the pixel is turned.
+double LeastScale(const Affine& map) {
+    const double squares = map.xx * map.xx + map.xy * map.xy + map.yx * map.yx + map.yy * map.yy;
+    const double determinant = std::abs(map.xx * map.yy - map.xy * map.yx);
+    const double most =
+        std::sqrt((squares + std::sqrt(std::max(0.0, squares * squares - 4 * determinant * determinant))) / 2);
+    return most > 0 ? determinant / most : 0;
+}
+
+// A prepared picture on its way to a surface.
+class PyramidDrawing {
+  public:
+    PyramidDrawing(const PicturePyramid& pyramid, const PyramidLevel& level, const Affine& fromSurface,
+                   Resampling resampling)
+        : level_(level), isOpaque_(pyramid.IsOpaque()), hasSoftBorders_(resampling != Resampling::Nearest),
+          toLevel_(fromSurface.Then(Affine::Scaling(static_cast<double>(level.Width()) / pyramid.Width(),
+                                                    static_cast<double>(level.Height()) / pyramid.Height()))),
+          rectangle_(toLevel_, level.Width(), level.Height()), kernel_(KernelOf(resampling)),
+          // Fractions are cut off to a place that has weights; the nearest one is meant.
+          rounding_(hasSoftBorders_ ? 0.5 / SampleKernel::Phases : 0), ahead_(BytesAhead()) {}
+
+    // The rows from `top` on, at most RowsPerJob of them.
+    void DrawRows(const Canvas& canvas, std::int64_t top, std::int64_t bottom, const PixelRun& columns) const {
+        std::array<PixelRun, RowsPerJob> covered;
+        for (std::int64_t y = top; y < bottom; ++y) {
+            covered[static_cast<std::size_t>(y - top)] = DrawBorders(canvas, y, columns);
+        }
+        const std::int64_t blockWidth = toLevel_.yx == 0 ? LongestRun : SlantedRun;
+        for (std::int64_t left = columns.first; left < columns.end; left += blockWidth) {
+            for (std::int64_t y = top; y < bottom; ++y) {
+                const PixelRun& run = covered[static_cast<std::size_t>(y - top)];
+                const PixelRun part{std::max(run.first, left), std::min(run.end, left + blockWidth)};
+                if (!part.IsEmpty()) {
+                    DrawCovered(canvas, y, part);
+                }
+            }
+        }
+    }
+
+  private:
+    // Pixels that are drawn at once. Across the picture's rows, short runs one below the other find what they need in
+    // the processor's cache.
+    static constexpr std::int64_t LongestRun = 1024;
+    static constexpr std::int64_t SlantedRun = 64;
+
+    // Draws what lies across the picture's borders, and gives back the pixels between.
+    PixelRun DrawBorders(const Canvas& canvas, std::int64_t y, const PixelRun& row) const {
+        const PixelRun covered = hasSoftBorders_ ? rectangle_.Covered(y, row) : rectangle_.Centred(y, row);
+        const PixelRun touched = hasSoftBorders_ ? rectangle_.Touched(y, row) : covered;
+        const auto count = static_cast<std::size_t>(covered.end - covered.first);
+        if (covered.IsEmpty() || !WayFrom(covered.first, y).LiesWithin(level_, count)) {
+            DrawBorder(canvas, y, touched);
+            return {};
+        }
+        DrawBorder(canvas, y, {touched.first, covered.first});
+        DrawBorder(canvas, y, {covered.end, touched.end});
+        return covered;
+    }
+
+    void DrawCovered(const Canvas& canvas, std::int64_t y, const PixelRun& run) const {
+        const SampleWay way = WayFrom(run.first, y);
+        const auto count = static_cast<std::size_t>(run.end - run.first);
+        if (isOpaque_ && TakesPremultiplied(canvas.Format())) {
+            SampleLine(level_, kernel_, way, canvas.PixelAt(run.first, y), count);
+            return;
+        }
+        std::uint8_t pixels[LongestRun * 4];
+        SampleLine(level_, kernel_, way, pixels, count);
+        BlendPremultipliedRow(canvas, run.first, y, pixels, count);
+    }
+
+    // Pixels that lie across a border.
+    void DrawBorder(const Canvas& canvas, std::int64_t y, const PixelRun& run) const {
+        for (std::int64_t x = run.first; x < run.end; ++x) {
+            const double coverage = hasSoftBorders_ ? rectangle_.CoverageOf(x, y) : 1;
+            std::uint8_t pixel[4];
+            SampleLine(level_, kernel_, NearestWay(x, y), pixel, 1);
+            for (std::uint8_t& channel : pixel) {
+                channel = static_cast<std::uint8_t>(channel * coverage + 0.5);
+            }
+            BlendPremultipliedRow(canvas, x, y, pixel, 1);
+        }
+    }
+
+    // Where the middle of a pixel lies: the place of the first of the four pixels around it, for those begin one and a
+    // half pixels before it.
+    Point PlaceOf(std::int64_t x, std::int64_t y) const {
+        constexpr double ToFirst = PyramidLevel::Padding - 1.5;
+        const Point point = toLevel_({static_cast<double>(x) + 0.5, static_cast<double>(y) + 0.5});
+        return {point.x + ToFirst + rounding_, point.y + ToFirst + rounding_};
+    }
+
+    SampleWay WayFrom(std::int64_t x, std::int64_t y) const {
+        const Point place = PlaceOf(x, y);
+        return {Fixed(place.x), Fixed(place.y), Fixed(toLevel_.xx), Fixed(toLevel_.yx), ahead_};
+    }
+
+    // From a pixel's place in the level to that of the pixel a few rows of the surface below it.
+    std::uintptr_t BytesAhead() const {
+        constexpr double Rows = 8;
+        const auto whole = [](double value) { return static_cast<std::intptr_t>(std::clamp(value, -1e4, 1e4)); };
+        return static_cast<std::uintptr_t>(whole(toLevel_.yy * Rows) * static_cast<std::intptr_t>(level_.RowBytes()) +
+                                           whole(toLevel_.xy * Rows) * 4);
+    }
+
+    // A single sample at a pixel, or where its middle lies beyond the picture, at the border next to it.
+    SampleWay NearestWay(std::int64_t x, std::int64_t y) const {
+        const Point place = PlaceOf(x, y);
+        return {Fixed(std::clamp<double>(place.x, 0, level_.Width())),
+                Fixed(std::clamp<double>(place.y, 0, level_.Height())), 0, 0};
+    }
+
+    static std::int64_t Fixed(double value) {
+        constexpr double Beyond = 1e9; // any picture; twice as much still fits
+        return static_cast<std::int64_t>(std::llround(std::clamp(value, -Beyond, Beyond) * SampleWay::Unit));
+    }
+
+    const PyramidLevel& level_;
+    bool isOpaque_;
+    bool hasSoftBorders_;
+    Affine toLevel_;
+    MappedRectangle rectangle_;
+    const SampleKernel& kernel_;
+    double rounding_;
+    std::uintptr_t ahead_;
+};
+
+// The pixels of the canvas that the mapped picture can reach.
+PixelRect ReachedArea(const Canvas& canvas, const PicturePyramid& pyramid, const Affine& toSurface) {
+    const double width = pyramid.Width();
+    const double height = pyramid.Height();
+    const Point corners[] = {toSurface({0, 0}), toSurface({width, 0}), toSurface({0, height}),
+                             toSurface({width, height})};
+    const PixelRect area = canvas.Area();
+    const auto bounded = [](double value, std::int64_t least, std::int64_t most) {
+        return static_cast<std::int64_t>(std::clamp(value, static_cast<double>(least), static_cast<double>(most)));
+    };
+    const auto [left, right] = std::minmax({corners[0].x, corners[1].x, corners[2].x, corners[3].x});
+    const auto [top, bottom] = std::minmax({corners[0].y, corners[1].y, corners[2].y, corners[3].y});
+    return {bounded(std::floor(left), area.left, area.right), bounded(std::floor(top), area.top, area.bottom),
+            bounded(std::ceil(right), area.left, area.right), bounded(std::ceil(bottom), area.top, area.bottom)};
+}
+
+} // namespace
+
+void DrawPyramid(Canvas& canvas, const PicturePyramid& pyramid, const Affine& toSurface, Resampling resampling) {
+    const auto fromSurface = toSurface.Inverse();
+    const PixelRect area = ReachedArea(canvas, pyramid, toSurface);
+    if (!fromSurface || area.IsEmpty()) {
+        return;
+    }
+    const bool isSmoothed = resampling != Resampling::Nearest;
+    const PyramidLevel& level = isSmoothed ? pyramid.LevelFor(LeastScale(toSurface)) : *pyramid.Levels().front();
+    const PyramidDrawing drawing(pyramid, level, *fromSurface, resampling);
+    const auto jobs = static_cast<std::size_t>((area.Height() + RowsPerJob - 1) / RowsPerJob);
+    const auto drawRows = [&](std::size_t job) {
+        const std::int64_t top = area.top + static_cast<std::int64_t>(job) * RowsPerJob;
+        drawing.DrawRows(canvas, top, std::min(top + RowsPerJob, area.bottom), {area.left, area.right});
+    };
+    if (area.Width() * area.Height() >= ManyPixels) {
+        InParallel(jobs, drawRows);
+        return;
+    }
+    for (std::size_t job = 0; job < jobs; ++job) {
+        drawRows(job);
+    }
+}
+
+} // namespace imaginglibrary

@@ -1,0 +1,61 @@
+// Reads a picture along a line, between its pixels, by separable filters of four pixels a side.
+#pragma once
+
+#include "imaginglibrary/operations/pyramidlevel.h"
+#include "imaginglibrary/operations/resample.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace imaginglibrary {
+
+// The weights of four neighbouring pixels for every place between the two in the middle, in parts of 2^14, laid out as
+// the vector code reads them.
+struct SampleKernel {
+    static constexpr unsigned PhaseBits = 7; // places are told apart to 1/128 of a pixel
+    static constexpr unsigned Phases = 1u << PhaseBits;
+    static constexpr int One = 1 << 14;
+
+    explicit SampleKernel(Resampling resampling);
+
+    // Eight times each weight. The outer two are never above 0 and stand here without their sign.
+    alignas(16) std::uint16_t vertical[Phases][4][8];
+    // Four times each weight.
+    alignas(16) std::int16_t horizontal[Phases][4][4];
+};
+
+// The one for a way of resampling; made once.
+const SampleKernel& KernelOf(Resampling resampling);
+
+// Places in units of 2^-32 pixels, and the way from one sample to the next. A place names the first of the four pixels
+// and rows that it lies between, counted from the corner of the level's padding; its fraction is how far it lies from
+// the second towards the third.
+struct SampleWay {
+    static constexpr double Unit = 4294967296.0;
+
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+    std::int64_t stepX = 0;
+    std::int64_t stepY = 0;
+    // How many bytes from a sample's pixels those lie that will be asked for soon, or so; a hint, which changes
+    // nothing.
+    std::uintptr_t ahead = 0;
+
+    // Whether `count` samples all have their pixels within the level and its padding.
+    bool LiesWithin(const PyramidLevel& level, std::size_t count) const;
+};
+
+// Writes `count` premultiplied pixels, the samples along a way that lies within the level. Colours may exceed alpha
+// where the filter overshoots. What is the same everywhere comes out as it is, and so does every pixel at fraction 0.
+// Both forms give the same bits; SampleLine is the quicker one that the machine has.
+void SampleLineScalar(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
+                      std::size_t count);
+#if defined(__SSE2__)
+void SampleLineSse2(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
+                    std::size_t count);
+inline constexpr auto SampleLine = SampleLineSse2;
+#else
+inline constexpr auto SampleLine = SampleLineScalar;
+#endif
+
+} // namespace imaginglibrary
