@@ -49,17 +49,32 @@ inline unsigned PhaseOf(std::int64_t place) {
             sum([&](__m128i row) { return _mm_unpackhi_epi8(zero, row); })};
 }
 
-// The weighted sum of the four pixels as one, still in 16 bits, twice.
-[[gnu::always_inline]] inline __m128i SumOfColumns(const FourPixels& pixels, const std::int16_t (&weights)[4][4]) {
-    const __m128i sums = _mm_add_epi16(_mm_mulhi_epi16(pixels.first, LoadAligned(weights[0])),
-                                       _mm_mulhi_epi16(pixels.second, LoadAligned(weights[2])));
-    const __m128i sum = _mm_add_epi16(sums, _mm_shuffle_epi32(sums, 0x4E));
-    return _mm_srai_epi16(_mm_add_epi16(sum, _mm_set1_epi16(10)), 4);
+// The four pixels times their weights; the first and the third are summed up, and the second and the fourth.
+[[gnu::always_inline]] inline __m128i HalfSums(const FourPixels& pixels, const std::int16_t (&weights)[4][4]) {
+    return _mm_add_epi16(_mm_mulhi_epi16(pixels.first, LoadAligned(weights[0])),
+                         _mm_mulhi_epi16(pixels.second, LoadAligned(weights[2])));
 }
 
-[[gnu::always_inline]] inline void StorePixel(std::uint8_t* pixel, __m128i sum) {
-    const int packed = _mm_cvtsi128_si32(_mm_packus_epi16(sum, sum));
-    std::memcpy(pixel, &packed, sizeof packed);
+// Two samples as bytes: eight of them, and then the same again.
+[[gnu::always_inline]] inline __m128i Finished(__m128i first, __m128i second) {
+    const __m128i sums = _mm_add_epi16(_mm_unpacklo_epi64(first, second), _mm_unpackhi_epi64(first, second));
+    const __m128i rounded = _mm_srai_epi16(_mm_add_epi16(sums, _mm_set1_epi16(10)), 4);
+    return _mm_packus_epi16(rounded, rounded);
+}
+
+// Stores `count` samples, of which `next` gives the half sums.
+template <class Next>
+[[gnu::always_inline]] inline void StoreSamples(std::uint8_t* pixels, std::size_t count, Next next) {
+    for (; count >= 2; count -= 2, pixels += 8) {
+        const __m128i first = next();
+        const __m128i second = next();
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(pixels), Finished(first, second));
+    }
+    if (count > 0) {
+        const __m128i last = next();
+        const int pixel = _mm_cvtsi128_si32(Finished(last, last));
+        std::memcpy(pixels, &pixel, sizeof pixel);
+    }
 }
 
 // For ways along a row: what the samples have in common, the sums of the rows, is worked out once for every column.
@@ -81,10 +96,14 @@ void SampleAlongRow(const PyramidLevel& level, const SampleKernel& kernel, Sampl
             _mm_store_si128(to, four.first);
             _mm_store_si128(to + 1, four.second);
         }
-        for (std::size_t i = 0; i < some; ++i, pixels += 4, way.x += way.stepX) {
-            const std::int16_t* const from = sums + ((way.x >> 32) - firstColumn) * 4;
-            StorePixel(pixels, SumOfColumns({Load(from), Load(from + 8)}, kernel.horizontal[PhaseOf(way.x)]));
-        }
+        StoreSamples(
+            pixels, some, [&]() __attribute__((always_inline)) {
+                const std::int16_t* const from = sums + ((way.x >> 32) - firstColumn) * 4;
+                const __m128i half = HalfSums({Load(from), Load(from + 8)}, kernel.horizontal[PhaseOf(way.x)]);
+                way.x += way.stepX;
+                return half;
+            });
+        pixels += some * 4;
         count -= some;
     }
 }
@@ -93,13 +112,18 @@ void SampleAcrossRows(const PyramidLevel& level, const SampleKernel& kernel, Sam
                       std::size_t count) {
     const std::uint8_t* const padded = level.Padded();
     const std::size_t rowBytes = level.RowBytes();
-    for (; count > 0; --count, pixels += 4, way.x += way.stepX, way.y += way.stepY) {
-        const std::uint8_t* const first =
-            padded + static_cast<std::size_t>(way.y >> 32) * rowBytes + static_cast<std::size_t>(way.x >> 32) * 4;
-        _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(first) + way.ahead), _MM_HINT_T0);
-        StorePixel(pixels, SumOfColumns(SumOfRows(first, rowBytes, kernel.vertical[PhaseOf(way.y)]),
-                                        kernel.horizontal[PhaseOf(way.x)]));
-    }
+    StoreSamples(
+        pixels, count, [&]() __attribute__((always_inline)) {
+            const std::uint8_t* const first =
+                padded + static_cast<std::size_t>(way.y >> 32) * rowBytes + static_cast<std::size_t>(way.x >> 32) * 4;
+            _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(first) + way.ahead),
+                         _MM_HINT_T0);
+            const __m128i half = HalfSums(SumOfRows(first, rowBytes, kernel.vertical[PhaseOf(way.y)]),
+                                          kernel.horizontal[PhaseOf(way.x)]);
+            way.x += way.stepX;
+            way.y += way.stepY;
+            return half;
+        });
 }
 
 } // namespace
