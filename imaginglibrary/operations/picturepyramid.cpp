@@ -96,7 +96,8 @@ Result<std::shared_ptr<const PicturePyramid>> PicturePyramid::Make(const PixelSo
     return std::shared_ptr<const PicturePyramid>(pyramid);
 }
 
-// Each level is made of the one of twice its size, or of the largest; so those between two halvings need no other.
+// Each level is made of the nearest whole halving that is at least twice its size, or of the largest level: sharp detail
+// overshoots in a level little smaller than its source, and what is cut off there would be missing further on.
 Status PicturePyramid::AddReducedLevels() {
     const std::uint32_t width = levels_[0]->Width();
     const std::uint32_t height = levels_[0]->Height();
@@ -105,7 +106,8 @@ Status PicturePyramid::AddReducedLevels() {
         std::vector<std::optional<MadeLevel>> made(StepsPerHalving);
         InParallel(StepsPerHalving, [&](std::size_t i) {
             const double scale = std::exp2(-static_cast<double>(first + i) / StepsPerHalving);
-            const std::size_t from = first + i < StepsPerHalving ? 0 : first + i - StepsPerHalving;
+            const std::size_t halvings = (first + i) / StepsPerHalving;
+            const std::size_t from = halvings < 2 ? 0 : (halvings - 1) * StepsPerHalving;
             made[i] = ReducedLevel(LevelPicture(levels_[from]), ScaledSide(width, scale), ScaledSide(height, scale));
         });
         for (auto& level : made) {

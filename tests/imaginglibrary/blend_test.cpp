@@ -109,4 +109,47 @@ TEST(Drawable, IndexedAndOneBitAlphaAreNot) {
     EXPECT_TRUE(IsDrawable(PixelFormat::Rgb24));
 }
 
+TEST(Blend, PremultipliedPixelsAreAddedToWhatTheyLetThrough) {
+    // Half of a full red, and a blue that exceeds its alpha.
+    const std::uint8_t pixels[] = {0, 0, 128, 128, 200, 0, 0, 100, 9, 9, 9, 0};
+    for (const PixelFormat format : {PixelFormat::Rgb24, PixelFormat::Rgb32, PixelFormat::Rgb48}) {
+        const auto bitmap = NewBitmap(format);
+        Canvas canvas{*bitmap};
+        for (std::int64_t x = 0; x < 3; ++x) {
+            Blend(*bitmap, White, x, 1);
+        }
+        BlendPremultipliedRow(canvas, 0, 1, pixels, 3);
+        const auto colors = ColorsOf(*bitmap);
+        EXPECT_EQ(colors[3], MakeColor(255, 127, 127));
+        EXPECT_EQ(colors[4], MakeColor(155, 155, 255));
+        EXPECT_EQ(colors[5], White);
+        EXPECT_EQ(colors[0], Black);
+    }
+}
+
+TEST(Blend, PremultipliedPixelsOverAlphaGrowByTheUnion) {
+    const std::uint8_t pixels[] = {0, 0, 128, 128};
+    const auto straight = NewBitmap(PixelFormat::Argb32);
+    Canvas canvas{*straight};
+    BlendPremultipliedRow(canvas, 0, 0, pixels, 1);
+    EXPECT_EQ(ColorsOf(*straight)[0], MakeColor(255, 0, 0, 128));
+    const auto premultiplied = NewBitmap(PixelFormat::Pargb32);
+    Canvas other{*premultiplied};
+    BlendPremultipliedRow(other, 0, 0, pixels, 1);
+    BlendPremultipliedRow(other, 0, 0, pixels, 1);
+    const std::uint8_t expected[] = {0, 0, 192, 192};
+    EXPECT_TRUE(std::equal(expected, expected + 4, premultiplied->Row(0)));
+}
+
+TEST(Blend, RowsMayLieInAnyOrder) {
+    std::uint8_t pixels[4 * 2 * 3] = {};
+    const Canvas fromBottom(PixelFormat::Rgb32, pixels + 16, -8, {10, 20, 12, 23});
+    const std::uint8_t pixel[] = {1, 2, 3, 255};
+    BlendRow(fromBottom, 11, 20, pixel, 1);
+    BlendRow(fromBottom, 10, 22, pixel, 1);
+    EXPECT_EQ(pixels[20], 1);
+    EXPECT_EQ(pixels[0], 1);
+    EXPECT_EQ(std::count(std::begin(pixels), std::end(pixels), 1), 2);
+}
+
 } // namespace
