@@ -11,7 +11,7 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr std::int64_t RowsPerJob = 16;
+constexpr std::int64_t RowsPerJob = 64;
 
 // Below this many pixels starting a thread costs more than it saves.
 constexpr std::int64_t ManyPixels = 40000;

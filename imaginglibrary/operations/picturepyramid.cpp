@@ -96,8 +96,8 @@ Result<std::shared_ptr<const PicturePyramid>> PicturePyramid::Make(const PixelSo
     return std::shared_ptr<const PicturePyramid>(pyramid);
 }
 
-// Each level is made of the nearest whole halving that is at least twice its size, or of the largest level: sharp detail
-// overshoots in a level little smaller than its source, and what is cut off there would be missing further on.
+// Each level is made of the nearest whole halving that is at least twice its size, or of the largest level: sharp
+// detail overshoots in a level little smaller than its source, and what is cut off there would be missing further on.
 Status PicturePyramid::AddReducedLevels() {
     const std::uint32_t width = levels_[0]->Width();
     const std::uint32_t height = levels_[0]->Height();

@@ -37,6 +37,16 @@ std::uint8_t SampledChannel(const std::uint8_t* const* rows, std::size_t channel
     return static_cast<std::uint8_t>(std::clamp((sum + Half + CutOff) >> 4, 0, 255));
 }
 
+using Form = decltype(&SampleLineScalar);
+
+Form QuickestForm() {
+#if defined(__SSE2__)
+    return __builtin_cpu_supports("avx2") ? SampleLineAvx2 : SampleLineSse2;
+#else
+    return SampleLineScalar;
+#endif
+}
+
 } // namespace
 
 SampleKernel::SampleKernel(Resampling resampling) {
@@ -75,6 +85,12 @@ bool SampleWay::LiesWithin(const PyramidLevel& level, std::size_t count) const {
     };
     const auto steps = static_cast<std::int64_t>(count) - 1;
     return isWithin(x, y) && isWithin(x + stepX * steps, y + stepY * steps);
+}
+
+void SampleLine(const PyramidLevel& level, const SampleKernel& kernel, const SampleWay& way, std::uint8_t* pixels,
+                std::size_t count) {
+    static const Form quickest = QuickestForm();
+    quickest(level, kernel, way, pixels, count);
 }
 
 void SampleLineScalar(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,

@@ -47,15 +47,17 @@ struct SampleWay {
 
 // Writes `count` premultiplied pixels, the samples along a way that lies within the level. Colours may exceed alpha
 // where the filter overshoots. What is the same everywhere comes out as it is, and so does every pixel at fraction 0.
-// Both forms give the same bits; SampleLine is the quicker one that the machine has.
+void SampleLine(const PyramidLevel& level, const SampleKernel& kernel, const SampleWay& way, std::uint8_t* pixels,
+                std::size_t count);
+
+// Its forms, which all give the same bits; SampleLine takes the quickest one that the processor has.
 void SampleLineScalar(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
                       std::size_t count);
 #if defined(__SSE2__)
 void SampleLineSse2(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
                     std::size_t count);
-inline constexpr auto SampleLine = SampleLineSse2;
-#else
-inline constexpr auto SampleLine = SampleLineScalar;
+void SampleLineAvx2(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
+                    std::size_t count);
 #endif
 
 } // namespace imaginglibrary

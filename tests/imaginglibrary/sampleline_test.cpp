@@ -123,6 +123,14 @@ TEST(SampleLine, WaysEndAtThePadding) {
 }
 
 #if defined(__SSE2__)
+std::vector<Sampler> VectorForms() {
+    std::vector<Sampler> forms{SampleLineSse2};
+    if (__builtin_cpu_supports("avx2")) {
+        forms.push_back(SampleLineAvx2);
+    }
+    return forms;
+}
+
 TEST(SampleLine, VectorsGiveTheSameBits) {
     const auto level = NoisyLevel(1300, 40);
     struct Case {
@@ -137,9 +145,11 @@ TEST(SampleLine, VectorsGiveTheSameBits) {
         for (const Case& at : cases) {
             const SampleWay way{PlaceAt(at.x), PlaceAt(at.y), PlaceAt(at.stepX), PlaceAt(at.stepY)};
             for (const std::size_t count : {1u, 2u, 3u, 5u, 8u, 31u, 253u, 254u, 507u, 508u, 509u, 590u}) {
-                EXPECT_EQ(Sampled(SampleLineSse2, *level, resampling, way, count),
-                          Sampled(SampleLineScalar, *level, resampling, way, count))
-                    << at.x << " " << at.y << " " << at.stepX << " " << at.stepY << " x " << count;
+                const auto expected = Sampled(SampleLineScalar, *level, resampling, way, count);
+                for (const Sampler form : VectorForms()) {
+                    EXPECT_EQ(Sampled(form, *level, resampling, way, count), expected)
+                        << at.x << " " << at.y << " " << at.stepX << " " << at.stepY << " x " << count;
+                }
             }
         }
     }
@@ -151,10 +161,12 @@ TEST(SampleLine, VectorsReachTheCornersOfSmallPictures) {
         const SampleWay way{0, PlaceAt(side), PlaceAt(0.25), 0};
         const SampleWay slant{PlaceAt(side), 0, PlaceAt(-0.2), PlaceAt(0.2)};
         const std::size_t count = 4 * side + 1;
-        EXPECT_EQ(Sampled(SampleLineSse2, *level, Resampling::Smooth, way, count),
-                  Sampled(SampleLineScalar, *level, Resampling::Smooth, way, count));
-        EXPECT_EQ(Sampled(SampleLineSse2, *level, Resampling::Smooth, slant, count),
-                  Sampled(SampleLineScalar, *level, Resampling::Smooth, slant, count));
+        for (const Sampler form : VectorForms()) {
+            EXPECT_EQ(Sampled(form, *level, Resampling::Smooth, way, count),
+                      Sampled(SampleLineScalar, *level, Resampling::Smooth, way, count));
+            EXPECT_EQ(Sampled(form, *level, Resampling::Smooth, slant, count),
+                      Sampled(SampleLineScalar, *level, Resampling::Smooth, slant, count));
+        }
     }
 }
 #endif
