@@ -56,17 +56,16 @@ class PyramidDrawing {
     }
 
   private:
-    // Pixels that are drawn at once. Across the picture's rows, short runs one below the other find what they need in
-    // the processor's cache.
-    static constexpr std::int64_t LongestRun = 1024;
+    // Pixels that are drawn at once, few enough that what steps lack in precision does not add up. Across the picture's
+    // rows, short runs one below the other find what they need in the processor's cache.
+    static constexpr std::int64_t LongestRun = 256;
     static constexpr std::int64_t SlantedRun = 64;
 
     // Draws what lies across the picture's borders, and gives back the pixels between.
     PixelRun DrawBorders(const Canvas& canvas, std::int64_t y, const PixelRun& row) const {
         const PixelRun covered = hasSoftBorders_ ? rectangle_.Covered(y, row) : rectangle_.Centred(y, row);
         const PixelRun touched = hasSoftBorders_ ? rectangle_.Touched(y, row) : covered;
-        const auto count = static_cast<std::size_t>(covered.end - covered.first);
-        if (covered.IsEmpty() || !WayFrom(covered.first, y).LiesWithin(level_, count)) {
+        if (covered.IsEmpty()) {
             DrawBorder(canvas, y, touched);
             return {};
         }
@@ -78,6 +77,10 @@ class PyramidDrawing {
     void DrawCovered(const Canvas& canvas, std::int64_t y, const PixelRun& run) const {
         const SampleWay way = WayFrom(run.first, y);
         const auto count = static_cast<std::size_t>(run.end - run.first);
+        if (!way.LiesWithin(level_, count)) { // steps longer than can be told
+            DrawBorder(canvas, y, run);
+            return;
+        }
         if (isOpaque_ && TakesPremultiplied(canvas.Format())) {
             SampleLine(level_, kernel_, way, canvas.PixelAt(run.first, y), count);
             return;
@@ -110,7 +113,7 @@ class PyramidDrawing {
 
     SampleWay WayFrom(std::int64_t x, std::int64_t y) const {
         const Point place = PlaceOf(x, y);
-        return {Fixed(place.x), Fixed(place.y), Fixed(toLevel_.xx), Fixed(toLevel_.yx), ahead_};
+        return {FixedPlace(place.x), FixedPlace(place.y), FixedStep(toLevel_.xx), FixedStep(toLevel_.yx), ahead_};
     }
 
     // From a pixel's place in the level to that of the pixel a few rows of the surface below it.
@@ -124,13 +127,16 @@ class PyramidDrawing {
     // A single sample at a pixel, or where its middle lies beyond the picture, at the border next to it.
     SampleWay NearestWay(std::int64_t x, std::int64_t y) const {
         const Point place = PlaceOf(x, y);
-        return {Fixed(std::clamp<double>(place.x, 0, level_.Width())),
-                Fixed(std::clamp<double>(place.y, 0, level_.Height())), 0, 0};
+        return {FixedPlace(std::clamp<double>(place.x, 0, level_.Width())),
+                FixedPlace(std::clamp<double>(place.y, 0, level_.Height()))};
     }
 
-    static std::int64_t Fixed(double value) {
-        constexpr double Beyond = 1e9; // any picture; twice as much still fits
-        return static_cast<std::int64_t>(std::llround(std::clamp(value, -Beyond, Beyond) * SampleWay::Unit));
+    static std::uint32_t FixedPlace(double value) {
+        return static_cast<std::uint32_t>(std::clamp(value * SampleWay::Unit + 0.5, 0.0, 4294967295.0));
+    }
+
+    static std::int32_t FixedStep(double value) {
+        return static_cast<std::int32_t>(std::clamp(std::round(value * SampleWay::Unit), -2147483647.0, 2147483647.0));
     }
 
     const PyramidLevel& level_;

@@ -16,7 +16,7 @@ class PyramidLevel {
     static constexpr std::uint32_t Padding = 2;
 
     // How many bytes behind the last row may be read, whatever stands there.
-    static constexpr std::size_t SpareBytes = 16;
+    static constexpr std::size_t SpareBytes = 32;
 
     // Reads the picture, which may be of any format.
     static Result<std::shared_ptr<const PyramidLevel>> Make(const PixelSource& picture);

@@ -79,12 +79,13 @@ const SampleKernel& KernelOf(Resampling resampling) {
 }
 
 bool SampleWay::LiesWithin(const PyramidLevel& level, std::size_t count) const {
-    const auto isWithin = [&](std::int64_t atX, std::int64_t atY) {
-        return atX >= 0 && atY >= 0 && atX >> 32 <= std::int64_t{level.Width()} &&
-               atY >> 32 <= std::int64_t{level.Height()};
+    const auto isWithin = [](std::int64_t place, std::uint32_t side) {
+        return place >= 0 && place >> UnitBits <= std::int64_t{side};
     };
     const auto steps = static_cast<std::int64_t>(count) - 1;
-    return isWithin(x, y) && isWithin(x + stepX * steps, y + stepY * steps);
+    return isWithin(x, level.Width()) && isWithin(y, level.Height()) &&
+           isWithin(x + std::int64_t{stepX} * steps, level.Width()) &&
+           isWithin(y + std::int64_t{stepY} * steps, level.Height());
 }
 
 void SampleLine(const PyramidLevel& level, const SampleKernel& kernel, const SampleWay& way, std::uint8_t* pixels,
@@ -95,19 +96,16 @@ void SampleLine(const PyramidLevel& level, const SampleKernel& kernel, const Sam
 
 void SampleLineScalar(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
                       std::size_t count) {
-    const auto phaseOf = [](std::int64_t place) {
-        return static_cast<std::uint32_t>(place) >> (32 - SampleKernel::PhaseBits);
-    };
-    for (; count > 0; --count, pixels += 4, way.x += way.stepX, way.y += way.stepY) {
+    for (; count > 0; --count, pixels += 4, way.Advance()) {
         const std::uint8_t* rows[4];
-        rows[0] = level.Padded() + static_cast<std::size_t>(way.y >> 32) * level.RowBytes() +
-                  static_cast<std::size_t>(way.x >> 32) * 4;
+        rows[0] = way.First(level.Padded(), level.RowBytes());
         for (int row = 1; row < 4; ++row) {
             rows[row] = rows[row - 1] + level.RowBytes();
         }
+        const auto& vertical = kernel.vertical[SampleWay::PhaseOf(way.y)];
+        const auto& horizontal = kernel.horizontal[SampleWay::PhaseOf(way.x)];
         for (std::size_t channel = 0; channel < 4; ++channel) {
-            pixels[channel] =
-                SampledChannel(rows, channel, kernel.vertical[phaseOf(way.y)], kernel.horizontal[phaseOf(way.x)]);
+            pixels[channel] = SampledChannel(rows, channel, vertical, horizontal);
         }
     }
 }

@@ -27,19 +27,35 @@ struct SampleKernel {
 // The one for a way of resampling; made once.
 const SampleKernel& KernelOf(Resampling resampling);
 
-// Places in units of 2^-32 pixels, and the way from one sample to the next. A place names the first of the four pixels
+// Places in units of 2^-16 pixels, and the way from one sample to the next. A place names the first of the four pixels
 // and rows that it lies between, counted from the corner of the level's padding; its fraction is how far it lies from
 // the second towards the third.
 struct SampleWay {
-    static constexpr double Unit = 4294967296.0;
+    static constexpr unsigned UnitBits = 16;
+    static constexpr double Unit = 1u << UnitBits;
 
-    std::int64_t x = 0;
-    std::int64_t y = 0;
-    std::int64_t stepX = 0;
-    std::int64_t stepY = 0;
+    std::uint32_t x = 0;
+    std::uint32_t y = 0;
+    std::int32_t stepX = 0;
+    std::int32_t stepY = 0;
     // How many bytes from a sample's pixels those lie that will be asked for soon, or so; a hint, which changes
     // nothing.
     std::uintptr_t ahead = 0;
+
+    static constexpr std::size_t WholeOf(std::uint32_t place) { return place >> UnitBits; }
+    static constexpr std::size_t PhaseOf(std::uint32_t place) {
+        return (place >> (UnitBits - SampleKernel::PhaseBits)) % SampleKernel::Phases;
+    }
+
+    // The first of the pixels around the first sample.
+    const std::uint8_t* First(const std::uint8_t* padded, std::size_t rowBytes) const {
+        return padded + WholeOf(y) * rowBytes + WholeOf(x) * 4;
+    }
+
+    void Advance() {
+        x += static_cast<std::uint32_t>(stepX);
+        y += static_cast<std::uint32_t>(stepY);
+    }
 
     // Whether `count` samples all have their pixels within the level and its padding.
     bool LiesWithin(const PyramidLevel& level, std::size_t count) const;

@@ -1,4 +1,5 @@
 // Reads a picture along a line, between its pixels: the form for processors with AVX2.
+#include "imaginglibrary/operations/columnsatonce.h"
 #include "imaginglibrary/operations/sampleline.h"
 
 #if defined(__SSE2__)
@@ -12,10 +13,6 @@
 namespace imaginglibrary {
 
 namespace {
-
-inline unsigned WidePhaseOf(std::int64_t place) {
-    return static_cast<std::uint32_t>(place) >> (32 - SampleKernel::PhaseBits);
-}
 
 // Sixteen bytes of two samples side by side.
 [[gnu::always_inline]] inline __m256i LoadBoth(const void* first, const void* second) {
@@ -66,32 +63,104 @@ struct Sample {
     return _mm_unpacklo_epi32(_mm256_castsi256_si128(bytes), _mm256_extracti128_si256(bytes, 1));
 }
 
+// Stores `count` samples, four at a time, of which `next` gives the half sums of two; gives back how many are left.
+template <class Next>
+[[gnu::always_inline]] inline std::size_t StoreInFours(std::uint8_t* pixels, std::size_t count, Next next) {
+    for (; count >= 4; count -= 4, pixels += 16) {
+        const __m256i firstTwo = next();
+        const __m256i lastTwo = next();
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), FinishedFour(firstTwo, lastTwo));
+    }
+    return count;
+}
+
+[[gnu::always_inline]] inline __m256i LoadBytes(const void* from) {
+    return _mm256_loadu_si256(static_cast<const __m256i*>(from));
+}
+
+[[gnu::always_inline]] inline __m256i Everywhere(const std::uint16_t (&weight)[8]) {
+    return _mm256_broadcastsi128_si256(_mm_load_si128(reinterpret_cast<const __m128i*>(weight)));
+}
+
+// The weighted sums of four rows over columns from `row` on, eight at a time.
+void SumColumns(const std::uint8_t* row, std::size_t rowBytes, const std::uint16_t (&weights)[4][8], std::int16_t* sums,
+                std::size_t count) {
+    const __m256i zero = _mm256_setzero_si256();
+    const __m256i weight0 = Everywhere(weights[0]), weight1 = Everywhere(weights[1]);
+    const __m256i weight2 = Everywhere(weights[2]), weight3 = Everywhere(weights[3]);
+    for (std::size_t column = 0; column < count; column += 8, row += 32, sums += 32) {
+        const __m256i row0 = LoadBytes(row), row1 = LoadBytes(row + rowBytes);
+        const __m256i row2 = LoadBytes(row + 2 * rowBytes), row3 = LoadBytes(row + 3 * rowBytes);
+        const __m256i left = _mm256_sub_epi16(
+            PartOfRows(_mm256_unpacklo_epi8(zero, row1), weight1, _mm256_unpacklo_epi8(zero, row2), weight2),
+            PartOfRows(_mm256_unpacklo_epi8(zero, row0), weight0, _mm256_unpacklo_epi8(zero, row3), weight3));
+        const __m256i right = _mm256_sub_epi16(
+            PartOfRows(_mm256_unpackhi_epi8(zero, row1), weight1, _mm256_unpackhi_epi8(zero, row2), weight2),
+            PartOfRows(_mm256_unpackhi_epi8(zero, row0), weight0, _mm256_unpackhi_epi8(zero, row3), weight3));
+        auto* const to = reinterpret_cast<__m256i*>(sums);
+        _mm256_store_si256(to, _mm256_permute2x128_si256(left, right, 0x20));
+        _mm256_store_si256(to + 1, _mm256_permute2x128_si256(left, right, 0x31));
+    }
+}
+
+void SampleAlongRowWide(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
+                        std::size_t count) {
+    alignas(32) std::int16_t sums[ColumnsAtOnce::Room * 4];
+    while (count >= 4) {
+        const ColumnsAtOnce columns(way, count);
+        SumColumns(level.Padded() + SampleWay::WholeOf(way.y) * level.RowBytes() + columns.first * 4, level.RowBytes(),
+                   kernel.vertical[SampleWay::PhaseOf(way.y)], sums, columns.count);
+        const auto sumsAt = [&](std::uint32_t place) __attribute__((always_inline)) {
+            return sums + (SampleWay::WholeOf(place) - columns.first) * 4;
+        };
+        const auto nextTwo = [&]() __attribute__((always_inline)) {
+            const std::int16_t* const first = sumsAt(way.x);
+            const auto& firstWeights = kernel.horizontal[SampleWay::PhaseOf(way.x)];
+            way.Advance();
+            const std::int16_t* const second = sumsAt(way.x);
+            const auto& secondWeights = kernel.horizontal[SampleWay::PhaseOf(way.x)];
+            way.Advance();
+            return _mm256_add_epi16(
+                _mm256_mulhi_epi16(LoadBoth(first, second), LoadBoth(firstWeights[0], secondWeights[0])),
+                _mm256_mulhi_epi16(LoadBoth(first + 8, second + 8), LoadBoth(firstWeights[2], secondWeights[2])));
+        };
+        const std::size_t done = columns.samples - StoreInFours(pixels, columns.samples, nextTwo);
+        pixels += done * 4;
+        count -= done;
+    }
+    SampleLineSse2(level, kernel, way, pixels, count);
+}
+
+void SampleAcrossRowsWide(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
+                          std::size_t count) {
+    const std::uint8_t* const padded = level.Padded();
+    const std::size_t rowBytes = level.RowBytes();
+    const auto next = [&]() __attribute__((always_inline)) {
+        const std::uint8_t* const first = way.First(padded, rowBytes);
+        _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(first) + way.ahead), _MM_HINT_T0);
+        const Sample sample{first, kernel.vertical[SampleWay::PhaseOf(way.y)],
+                            kernel.horizontal[SampleWay::PhaseOf(way.x)]};
+        way.Advance();
+        return sample;
+    };
+    const auto nextTwo = [&]() __attribute__((always_inline)) {
+        const Sample first = next();
+        const Sample second = next();
+        return HalfSumsOfBoth(first, second, rowBytes);
+    };
+    const std::size_t left = StoreInFours(pixels, count, nextTwo);
+    SampleLineSse2(level, kernel, way, pixels + (count - left) * 4, left);
+}
+
 } // namespace
 
 void SampleLineAvx2(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
                     std::size_t count) {
-    const std::uint8_t* const padded = level.Padded();
-    const std::size_t rowBytes = level.RowBytes();
-    const auto next = [&]() __attribute__((always_inline)) {
-        const std::uint8_t* const first =
-            padded + static_cast<std::size_t>(way.y >> 32) * rowBytes + static_cast<std::size_t>(way.x >> 32) * 4;
-        _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(first) + way.ahead), _MM_HINT_T0);
-        const Sample sample{first, kernel.vertical[WidePhaseOf(way.y)], kernel.horizontal[WidePhaseOf(way.x)]};
-        way.x += way.stepX;
-        way.y += way.stepY;
-        return sample;
-    };
-    // Along a row the narrower form has a shorter way.
-    for (; way.stepY != 0 && count >= 4; count -= 4, pixels += 16) {
-        const Sample first = next();
-        const Sample second = next();
-        const __m256i firstTwo = HalfSumsOfBoth(first, second, rowBytes);
-        const Sample third = next();
-        const Sample fourth = next();
-        const __m256i lastTwo = HalfSumsOfBoth(third, fourth, rowBytes);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(pixels), FinishedFour(firstTwo, lastTwo));
+    if (ColumnsAtOnce::Suit(way, count)) {
+        SampleAlongRowWide(level, kernel, way, pixels, count);
+    } else {
+        SampleAcrossRowsWide(level, kernel, way, pixels, count);
     }
-    SampleLineSse2(level, kernel, way, pixels, count);
 }
 
 } // namespace imaginglibrary

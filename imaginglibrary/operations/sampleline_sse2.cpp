@@ -1,12 +1,11 @@
 // Reads a picture along a line, between its pixels: the form for processors with SSE2.
+#include "imaginglibrary/operations/columnsatonce.h"
 #include "imaginglibrary/operations/sampleline.h"
 
 #if defined(__SSE2__)
 
 #include <emmintrin.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
 namespace imaginglibrary {
@@ -21,10 +20,6 @@ struct FourPixels {
 
 inline __m128i Load(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }
 inline __m128i LoadAligned(const void* from) { return _mm_load_si128(static_cast<const __m128i*>(from)); }
-
-inline unsigned PhaseOf(std::int64_t place) {
-    return static_cast<std::uint32_t>(place) >> (32 - SampleKernel::PhaseBits);
-}
 
 // The weighted sum of four rows over four pixels from `pixels` on.
 [[gnu::always_inline]] inline FourPixels SumOfRows(const std::uint8_t* pixels, std::size_t rowBytes,
@@ -80,31 +75,27 @@ template <class Next>
 // For ways along a row: what the samples have in common, the sums of the rows, is worked out once for every column.
 void SampleAlongRow(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
                     std::size_t count) {
-    constexpr std::int64_t MostColumns = 512;
-    alignas(16) std::int16_t sums[(MostColumns + 4) * 4];
-    const std::uint8_t* const row = level.Padded() + static_cast<std::size_t>(way.y >> 32) * level.RowBytes();
-    const std::int64_t step = std::abs(way.stepX);
+    alignas(16) std::int16_t sums[ColumnsAtOnce::Room * 4];
+    const auto& vertical = kernel.vertical[SampleWay::PhaseOf(way.y)];
     while (count > 0) {
-        const auto reachable = step == 0 ? count : static_cast<std::size_t>(((MostColumns - 5) << 32) / step) + 1;
-        const std::size_t some = std::min(count, reachable);
-        const std::int64_t last = way.x + way.stepX * static_cast<std::int64_t>(some - 1);
-        const std::int64_t firstColumn = std::min(way.x, last) >> 32;
-        const std::int64_t endColumn = (std::max(way.x, last) >> 32) + 4;
-        for (std::int64_t column = firstColumn; column < endColumn; column += 4) {
-            const FourPixels four = SumOfRows(row + column * 4, level.RowBytes(), kernel.vertical[PhaseOf(way.y)]);
-            auto* const to = reinterpret_cast<__m128i*>(sums + (column - firstColumn) * 4);
+        const ColumnsAtOnce columns(way, count);
+        const std::uint8_t* const row =
+            level.Padded() + SampleWay::WholeOf(way.y) * level.RowBytes() + columns.first * 4;
+        for (std::size_t column = 0; column < columns.count; column += 4) {
+            const FourPixels four = SumOfRows(row + column * 4, level.RowBytes(), vertical);
+            auto* const to = reinterpret_cast<__m128i*>(sums + column * 4);
             _mm_store_si128(to, four.first);
             _mm_store_si128(to + 1, four.second);
         }
-        StoreSamples(
-            pixels, some, [&]() __attribute__((always_inline)) {
-                const std::int16_t* const from = sums + ((way.x >> 32) - firstColumn) * 4;
-                const __m128i half = HalfSums({Load(from), Load(from + 8)}, kernel.horizontal[PhaseOf(way.x)]);
-                way.x += way.stepX;
-                return half;
-            });
-        pixels += some * 4;
-        count -= some;
+        const auto next = [&]() __attribute__((always_inline)) {
+            const std::int16_t* const from = sums + (SampleWay::WholeOf(way.x) - columns.first) * 4;
+            const auto& horizontal = kernel.horizontal[SampleWay::PhaseOf(way.x)];
+            way.Advance();
+            return HalfSums({Load(from), Load(from + 8)}, horizontal);
+        };
+        StoreSamples(pixels, columns.samples, next);
+        pixels += columns.samples * 4;
+        count -= columns.samples;
     }
 }
 
@@ -112,26 +103,22 @@ void SampleAcrossRows(const PyramidLevel& level, const SampleKernel& kernel, Sam
                       std::size_t count) {
     const std::uint8_t* const padded = level.Padded();
     const std::size_t rowBytes = level.RowBytes();
-    StoreSamples(
-        pixels, count, [&]() __attribute__((always_inline)) {
-            const std::uint8_t* const first =
-                padded + static_cast<std::size_t>(way.y >> 32) * rowBytes + static_cast<std::size_t>(way.x >> 32) * 4;
-            _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(first) + way.ahead),
-                         _MM_HINT_T0);
-            const __m128i half = HalfSums(SumOfRows(first, rowBytes, kernel.vertical[PhaseOf(way.y)]),
-                                          kernel.horizontal[PhaseOf(way.x)]);
-            way.x += way.stepX;
-            way.y += way.stepY;
-            return half;
-        });
+    const auto next = [&]() __attribute__((always_inline)) {
+        const std::uint8_t* const first = way.First(padded, rowBytes);
+        _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(first) + way.ahead), _MM_HINT_T0);
+        const auto& vertical = kernel.vertical[SampleWay::PhaseOf(way.y)];
+        const auto& horizontal = kernel.horizontal[SampleWay::PhaseOf(way.x)];
+        way.Advance();
+        return HalfSums(SumOfRows(first, rowBytes, vertical), horizontal);
+    };
+    StoreSamples(pixels, count, next);
 }
 
 } // namespace
 
 void SampleLineSse2(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
                     std::size_t count) {
-    constexpr std::int64_t TwoColumns = std::int64_t{2} << 32; // with longer steps most columns would be for nothing
-    if (way.stepY == 0 && count > 1 && std::abs(way.stepX) <= TwoColumns) {
+    if (ColumnsAtOnce::Suit(way, count)) {
         SampleAlongRow(level, kernel, way, pixels, count);
     } else {
         SampleAcrossRows(level, kernel, way, pixels, count);

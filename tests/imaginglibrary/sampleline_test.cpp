@@ -10,7 +10,8 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-std::int64_t PlaceAt(double place) { return static_cast<std::int64_t>(place * SampleWay::Unit); }
+constexpr std::uint32_t PlaceAt(double place) { return static_cast<std::uint32_t>(place * 65536); }
+constexpr std::int32_t StepOf(double step) { return static_cast<std::int32_t>(step * 65536); }
 
 std::shared_ptr<const PyramidLevel> NoisyLevel(std::uint32_t width, std::uint32_t height) {
     std::uint32_t noise = 7;
@@ -46,7 +47,7 @@ TEST(SampleLine, FractionOfZeroGivesThePixelsThemselves) {
     for (const Resampling resampling : {Resampling::Smooth, Resampling::Linear, Resampling::Nearest}) {
         for (std::uint32_t y = 0; y < 7; ++y) {
             // The pixel itself is the second of four.
-            const SampleWay way{PlaceAt(1), PlaceAt(y + 1), PlaceAt(1), 0};
+            const SampleWay way{PlaceAt(1), PlaceAt(y + 1), StepOf(1), 0};
             const auto pixels = Sampled(SampleLineScalar, *level, resampling, way, 9);
             EXPECT_EQ(pixels, std::vector<std::uint8_t>(level->Row(y), level->Row(y) + 36)) << y;
         }
@@ -89,7 +90,7 @@ TEST(SampleLine, EvenColorsStayAtEveryPlace) {
         const auto level =
             *PyramidLevel::Make(*MakePictureOf(4, 4, [&](auto, auto) { return MakeColor(grey, grey, grey); }));
         for (unsigned phase = 0; phase < 128; ++phase) {
-            const SampleWay way{PlaceAt(1 + phase / 128.0), PlaceAt(1), 0, PlaceAt(1 / 128.0)};
+            const SampleWay way{PlaceAt(1 + phase / 128.0), PlaceAt(1), 0, StepOf(1 / 128.0)};
             const auto pixels = Sampled(SampleLineScalar, *level, Resampling::Smooth, way, 128);
             for (std::size_t i = 0; i < pixels.size(); ++i) {
                 ASSERT_EQ(pixels[i], i % 4 == 3 ? 255 : grey) << phase;
@@ -100,7 +101,7 @@ TEST(SampleLine, EvenColorsStayAtEveryPlace) {
 
 TEST(SampleLine, OvershootEndsAtBlackAndWhite) {
     const auto level = LevelOf({255, 255, 0, 0});
-    const SampleWay way{PlaceAt(1), PlaceAt(1), PlaceAt(1 / 16.0), 0};
+    const SampleWay way{PlaceAt(1), PlaceAt(1), StepOf(1 / 16.0), 0};
     const auto pixels = Sampled(SampleLineScalar, *level, Resampling::Smooth, way, 48);
     for (std::size_t i = 0; i < 16; ++i) {
         EXPECT_GE(pixels[i * 4], 250) << i;
@@ -110,16 +111,16 @@ TEST(SampleLine, OvershootEndsAtBlackAndWhite) {
 
 TEST(SampleLine, WaysEndAtThePadding) {
     const auto level = NoisyLevel(5, 3);
-    const std::int64_t last = (std::int64_t{1} << 32) - 1;
+    const std::uint32_t last = 0xFFFF;
     EXPECT_TRUE((SampleWay{0, 0}.LiesWithin(*level, 1)));
     EXPECT_TRUE((SampleWay{PlaceAt(5) + last, PlaceAt(3) + last}.LiesWithin(*level, 1)));
-    EXPECT_FALSE((SampleWay{-1, 0}.LiesWithin(*level, 1)));
-    EXPECT_FALSE((SampleWay{0, -1}.LiesWithin(*level, 1)));
+    EXPECT_FALSE((SampleWay{PlaceAt(1), 0, StepOf(-1) - 1, 0}.LiesWithin(*level, 2)));
+    EXPECT_FALSE((SampleWay{0, PlaceAt(1), 0, StepOf(-1) - 1}.LiesWithin(*level, 2)));
     EXPECT_FALSE((SampleWay{PlaceAt(6), 0}.LiesWithin(*level, 1)));
     EXPECT_FALSE((SampleWay{0, PlaceAt(4)}.LiesWithin(*level, 1)));
-    EXPECT_TRUE((SampleWay{0, 0, PlaceAt(1), 0}.LiesWithin(*level, 6)));
-    EXPECT_FALSE((SampleWay{0, 0, PlaceAt(1), 0}.LiesWithin(*level, 7)));
-    EXPECT_FALSE((SampleWay{PlaceAt(2), PlaceAt(2), 0, PlaceAt(-1)}.LiesWithin(*level, 4)));
+    EXPECT_TRUE((SampleWay{0, 0, StepOf(1), 0}.LiesWithin(*level, 6)));
+    EXPECT_FALSE((SampleWay{0, 0, StepOf(1), 0}.LiesWithin(*level, 7)));
+    EXPECT_FALSE((SampleWay{PlaceAt(2), PlaceAt(2), 0, StepOf(-1)}.LiesWithin(*level, 4)));
 }
 
 #if defined(__SSE2__)
@@ -143,7 +144,7 @@ TEST(SampleLine, VectorsGiveTheSameBits) {
     };
     for (const Resampling resampling : {Resampling::Smooth, Resampling::Linear, Resampling::Nearest}) {
         for (const Case& at : cases) {
-            const SampleWay way{PlaceAt(at.x), PlaceAt(at.y), PlaceAt(at.stepX), PlaceAt(at.stepY)};
+            const SampleWay way{PlaceAt(at.x), PlaceAt(at.y), StepOf(at.stepX), StepOf(at.stepY)};
             for (const std::size_t count : {1u, 2u, 3u, 5u, 8u, 31u, 253u, 254u, 507u, 508u, 509u, 590u}) {
                 const auto expected = Sampled(SampleLineScalar, *level, resampling, way, count);
                 for (const Sampler form : VectorForms()) {
@@ -158,8 +159,8 @@ TEST(SampleLine, VectorsGiveTheSameBits) {
 TEST(SampleLine, VectorsReachTheCornersOfSmallPictures) {
     for (const std::uint32_t side : {1u, 2u, 3u}) {
         const auto level = NoisyLevel(side, side);
-        const SampleWay way{0, PlaceAt(side), PlaceAt(0.25), 0};
-        const SampleWay slant{PlaceAt(side), 0, PlaceAt(-0.2), PlaceAt(0.2)};
+        const SampleWay way{0, PlaceAt(side), StepOf(0.25), 0};
+        const SampleWay slant{PlaceAt(side), 0, StepOf(-0.2), StepOf(0.2)};
         const std::size_t count = 4 * side + 1;
         for (const Sampler form : VectorForms()) {
             EXPECT_EQ(Sampled(form, *level, Resampling::Smooth, way, count),
