@@ -20,10 +20,29 @@ namespace {
                                    _mm_loadu_si128(static_cast<const __m128i*>(second)), 1);
 }
 
-// Two rows' part of four pixels of two samples, half of them: `unpacked` are their bytes in the upper half of 16 bits.
-[[gnu::always_inline]] inline __m256i PartOfRows(__m256i unpacked, __m256i weight, __m256i otherUnpacked,
-                                                 __m256i otherWeight) {
-    return _mm256_add_epi16(_mm256_mulhi_epu16(unpacked, weight), _mm256_mulhi_epu16(otherUnpacked, otherWeight));
+// The weighted sum of four rows, two neighbouring pixels of each half and the two behind them, six bits behind the
+// point. `row` and `weight` give those of a number; one row after the other, for there are only eight registers on some
+// machines.
+struct WideSums {
+    __m256i left;
+    __m256i right;
+};
+
+template <class Row, class Weight> [[gnu::always_inline]] inline WideSums SumOfFour(Row row, Weight weight) {
+    const __m256i zero = _mm256_setzero_si256();
+    const auto part = [&](std::size_t i) __attribute__((always_inline)) {
+        const __m256i bytes = row(i);
+        const __m256i factor = weight(i);
+        return WideSums{_mm256_mulhi_epu16(_mm256_unpacklo_epi8(zero, bytes), factor),
+                        _mm256_mulhi_epu16(_mm256_unpackhi_epi8(zero, bytes), factor)};
+    };
+    WideSums sums = part(1);
+    const WideSums third = part(2);
+    sums = {_mm256_add_epi16(sums.left, third.left), _mm256_add_epi16(sums.right, third.right)};
+    const WideSums first = part(0);
+    sums = {_mm256_sub_epi16(sums.left, first.left), _mm256_sub_epi16(sums.right, first.right)};
+    const WideSums last = part(3);
+    return {_mm256_sub_epi16(sums.left, last.left), _mm256_sub_epi16(sums.right, last.right)};
 }
 
 // One of the two samples that are worked out together.
@@ -35,23 +54,15 @@ struct Sample {
 
 // Of each sample the weighted pixels, the first and the third summed up, and the second and the fourth.
 [[gnu::always_inline]] inline __m256i HalfSumsOfBoth(const Sample& first, const Sample& second, std::size_t rowBytes) {
-    const __m256i zero = _mm256_setzero_si256();
     const auto row = [&](std::size_t i) __attribute__((always_inline)) {
         return LoadBoth(first.pixels + i * rowBytes, second.pixels + i * rowBytes);
     };
     const auto weight = [&](std::size_t i) __attribute__((always_inline)) {
         return LoadBoth(first.vertical[i], second.vertical[i]);
     };
-    const __m256i row0 = row(0), row1 = row(1), row2 = row(2), row3 = row(3);
-    const __m256i weight0 = weight(0), weight1 = weight(1), weight2 = weight(2), weight3 = weight(3);
-    const __m256i left = _mm256_sub_epi16(
-        PartOfRows(_mm256_unpacklo_epi8(zero, row1), weight1, _mm256_unpacklo_epi8(zero, row2), weight2),
-        PartOfRows(_mm256_unpacklo_epi8(zero, row0), weight0, _mm256_unpacklo_epi8(zero, row3), weight3));
-    const __m256i right = _mm256_sub_epi16(
-        PartOfRows(_mm256_unpackhi_epi8(zero, row1), weight1, _mm256_unpackhi_epi8(zero, row2), weight2),
-        PartOfRows(_mm256_unpackhi_epi8(zero, row0), weight0, _mm256_unpackhi_epi8(zero, row3), weight3));
-    return _mm256_add_epi16(_mm256_mulhi_epi16(left, LoadBoth(first.horizontal[0], second.horizontal[0])),
-                            _mm256_mulhi_epi16(right, LoadBoth(first.horizontal[2], second.horizontal[2])));
+    const WideSums sums = SumOfFour(row, weight);
+    return _mm256_add_epi16(_mm256_mulhi_epi16(sums.left, LoadBoth(first.horizontal[0], second.horizontal[0])),
+                            _mm256_mulhi_epi16(sums.right, LoadBoth(first.horizontal[2], second.horizontal[2])));
 }
 
 // Four samples as bytes, of the half sums of two and two.
@@ -85,21 +96,17 @@ template <class Next>
 // The weighted sums of four rows over columns from `row` on, eight at a time.
 void SumColumns(const std::uint8_t* row, std::size_t rowBytes, const std::uint16_t (&weights)[4][8], std::int16_t* sums,
                 std::size_t count) {
-    const __m256i zero = _mm256_setzero_si256();
     const __m256i weight0 = Everywhere(weights[0]), weight1 = Everywhere(weights[1]);
     const __m256i weight2 = Everywhere(weights[2]), weight3 = Everywhere(weights[3]);
     for (std::size_t column = 0; column < count; column += 8, row += 32, sums += 32) {
-        const __m256i row0 = LoadBytes(row), row1 = LoadBytes(row + rowBytes);
-        const __m256i row2 = LoadBytes(row + 2 * rowBytes), row3 = LoadBytes(row + 3 * rowBytes);
-        const __m256i left = _mm256_sub_epi16(
-            PartOfRows(_mm256_unpacklo_epi8(zero, row1), weight1, _mm256_unpacklo_epi8(zero, row2), weight2),
-            PartOfRows(_mm256_unpacklo_epi8(zero, row0), weight0, _mm256_unpacklo_epi8(zero, row3), weight3));
-        const __m256i right = _mm256_sub_epi16(
-            PartOfRows(_mm256_unpackhi_epi8(zero, row1), weight1, _mm256_unpackhi_epi8(zero, row2), weight2),
-            PartOfRows(_mm256_unpackhi_epi8(zero, row0), weight0, _mm256_unpackhi_epi8(zero, row3), weight3));
+        const auto rowAt = [&](std::size_t i) __attribute__((always_inline)) { return LoadBytes(row + i * rowBytes); };
+        const auto weight = [&](std::size_t i) __attribute__((always_inline)) {
+            return i == 0 ? weight0 : i == 1 ? weight1 : i == 2 ? weight2 : weight3;
+        };
+        const WideSums wide = SumOfFour(rowAt, weight);
         auto* const to = reinterpret_cast<__m256i*>(sums);
-        _mm256_store_si256(to, _mm256_permute2x128_si256(left, right, 0x20));
-        _mm256_store_si256(to + 1, _mm256_permute2x128_si256(left, right, 0x31));
+        _mm256_store_si256(to, _mm256_permute2x128_si256(wide.left, wide.right, 0x20));
+        _mm256_store_si256(to + 1, _mm256_permute2x128_si256(wide.left, wide.right, 0x31));
     }
 }
 
