@@ -52,8 +52,8 @@ class SharedWork {
 
 void InParallel(std::size_t jobs, const std::function<void(std::size_t)>& work) {
     SharedWork shared(jobs, work);
-    const std::size_t threads =
-        std::min({jobs, MostThreads, static_cast<std::size_t>(std::thread::hardware_concurrency())});
+    static const std::size_t processors = std::thread::hardware_concurrency(); // some systems read a file for it
+    const std::size_t threads = std::min({jobs, MostThreads, processors});
     std::vector<std::thread> others;
     others.reserve(MostThreads);
     try {

@@ -75,6 +75,33 @@ TEST_F(FlatPoints, LaterDrawingsNeedNoFile) {
     EXPECT_NE(Seen(image, upright_), before);
 }
 
+#if defined(__linux__)
+// How many readings and writings of files the kernel has done for this process.
+std::uint64_t FileCalls() {
+    std::ifstream counts("/proc/self/io");
+    std::uint64_t sum = 0;
+    std::string name;
+    for (std::uint64_t count = 0; counts >> name >> count;) {
+        sum += name == "syscr:" || name == "syscw:" ? count : 0;
+    }
+    return sum;
+}
+
+TEST_F(FlatPoints, LaterDrawingsCallForNoFile) {
+    GpImage* const image = ImageOf(*MakePicture(PixelFormat::Rgb24, 400, 300), Codecs()[1]);
+    GpGraphics* const graphics = NewGraphics(NewBitmap(300, 300));
+    EXPECT_EQ(DrawImagePoints(graphics, image, {{0, 0}, {300, 0}, {0, 200}}), Status::Ok);
+    const std::uint64_t before = FileCalls();
+    const std::uint64_t ofCounting = FileCalls() - before;
+    const std::uint64_t start = FileCalls();
+    for (std::int32_t i = 0; i < 50; ++i) {
+        EXPECT_EQ(DrawImagePoints(graphics, image, {{i, 0}, {300 - i, i}, {0, 10 + 4 * i}}), Status::Ok);
+    }
+    EXPECT_GT(before, 0u);
+    EXPECT_EQ(FileCalls() - start, ofCounting);
+}
+#endif
+
 TEST_F(FlatPoints, PaintedImageIsDrawnAsItIsNow) {
     GpImage* const image = ImageOf(*MakePictureOf(40, 30, [](auto, auto) { return Blue; }));
     EXPECT_EQ(Seen(image, upright_)[20 * 60 + 20], Blue);

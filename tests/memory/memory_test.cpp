@@ -1,4 +1,5 @@
 // Peak memory of conversions that stream: it must not depend on the picture's height.
+#include "imaginglibrary/operations/picturepyramid.h"
 #include "imaginglibrary/operations/turn.h"
 #include "tests/support/codecs.h"
 #include "tests/support/pictures.h"
@@ -120,6 +121,25 @@ class MemoryOfTurns : public Memory {
 TEST_F(MemoryOfTurns, MirrorIsConstant) { ExpectConstantTurn(JpegCodec(), Mirror); }
 TEST_F(MemoryOfTurns, HalfTurnOfABmpIsConstant) { ExpectConstantTurn(BmpCodec(), 2); }
 TEST_F(MemoryOfTurns, UpsideDownBmpIsConstant) { ExpectConstantTurn(BmpCodec(), 2 | Mirror); }
+
+// What a 32-bit process spends on a picture that is drawn through three points, and what making its forms may take
+// beside.
+TEST(MemoryOfPrepared, HundredMegapixelsKeepToTheLimit) {
+    constexpr long LimitMebibytes = 384;
+    constexpr long BesideMebibytes =
+        128; // the largest form is read at twice its size's rows, three others are made at once
+    const pid_t child = fork();
+    if (child == 0) {
+        const auto pyramid = PicturePyramid::Make(TallPicture(FullHeight), std::size_t{LimitMebibytes} << 20);
+        _exit(pyramid.Ok() && (*pyramid)->Levels()[0]->Width() > Width / 2 ? 0 : 1);
+    }
+    int ending = 0;
+    rusage usage{};
+    wait4(child, &ending, 0, &usage);
+    EXPECT_TRUE(WIFEXITED(ending) && WEXITSTATUS(ending) == 0);
+    std::printf("peak %ld KiB\n", usage.ru_maxrss);
+    EXPECT_LT(usage.ru_maxrss, (LimitMebibytes + BesideMebibytes) * 1024);
+}
 
 TEST_F(Memory, JpegToPngIsConstant) { ExpectConstant(JpegCodec(), "a.jpg", "b.png"); }
 TEST_F(Memory, PngToJpegIsConstant) { ExpectConstant(PngCodec(), "a.png", "b.jpg"); }
