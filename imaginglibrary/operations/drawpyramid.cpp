@@ -1,6 +1,7 @@
 // Draws a prepared picture through an affine map.
 #include "imaginglibrary/operations/drawpyramid.h"
 
+#include "imaginglibrary/operations/footprint.h"
 #include "imaginglibrary/operations/parallel.h"
 #include "imaginglibrary/operations/pixelcoverage.h"
 #include "imaginglibrary/operations/sampleline.h"
@@ -16,21 +17,13 @@ constexpr std::int64_t RowsPerJob = 64;
 // Below this many pixels starting a thread costs more than it saves.
 constexpr std::int64_t ManyPixels = 40000;
 
-// How long the map draws the side of a pixel, at least, whichever way the pixel is turned.
-double LeastScale(const Affine& map) {
-    const double squares = map.xx * map.xx + map.xy * map.xy + map.yx * map.yx + map.yy * map.yy;
-    const double determinant = std::abs(map.xx * map.yy - map.xy * map.yx);
-    const double most =
-        std::sqrt((squares + std::sqrt(std::max(0.0, squares * squares - 4 * determinant * determinant))) / 2);
-    return most > 0 ? determinant / most : 0;
-}
-
 // A prepared picture on its way to a surface.
 class PyramidDrawing {
   public:
     PyramidDrawing(const PicturePyramid& pyramid, const PyramidLevel& level, const Affine& fromSurface,
-                   Resampling resampling)
-        : level_(level), isOpaque_(pyramid.IsOpaque()), hasSoftBorders_(resampling != Resampling::Nearest),
+                   const Footprint& footprint, Resampling resampling)
+        : level_(level), footprint_(footprint), samples_(resampling == Resampling::Nearest ? 1 : footprint.samples),
+          isOpaque_(pyramid.IsOpaque()), hasSoftBorders_(resampling != Resampling::Nearest),
           toLevel_(fromSurface.Then(Affine::Scaling(static_cast<double>(level.Width()) / pyramid.Width(),
                                                     static_cast<double>(level.Height()) / pyramid.Height()))),
           rectangle_(toLevel_, level.Width(), level.Height()), kernel_(KernelOf(resampling)),
@@ -75,44 +68,80 @@ class PyramidDrawing {
     }
 
     void DrawCovered(const Canvas& canvas, std::int64_t y, const PixelRun& run) const {
-        const SampleWay way = WayFrom(run.first, y);
         const auto count = static_cast<std::size_t>(run.end - run.first);
-        if (!way.LiesWithin(level_, count)) { // steps longer than can be told
-            DrawBorder(canvas, y, run);
-            return;
-        }
-        if (isOpaque_ && TakesPremultiplied(canvas.Format())) {
-            SampleLine(level_, kernel_, way, canvas.PixelAt(run.first, y), count);
+        if (isOpaque_ && samples_ == 1 && TakesPremultiplied(canvas.Format())) {
+            SampleRun(y, run, 0, canvas.PixelAt(run.first, y));
             return;
         }
         std::uint8_t pixels[LongestRun * 4];
-        SampleLine(level_, kernel_, way, pixels, count);
+        SampleRun(y, run, 0, pixels);
+        if (samples_ > 1) {
+            AddOtherSamples(y, run, pixels);
+        }
         BlendPremultipliedRow(canvas, run.first, y, pixels, count);
+    }
+
+    // One sample of each pixel of a run.
+    void SampleRun(std::int64_t y, const PixelRun& run, std::size_t sample, std::uint8_t* pixels) const {
+        const SampleWay way = WayFrom(PlaceOf(run.first, y, sample));
+        const auto count = static_cast<std::size_t>(run.end - run.first);
+        if (way.LiesWithin(level_, count)) {
+            SampleLine(level_, kernel_, way, pixels, count);
+            return;
+        }
+        for (std::size_t i = 0; i < count; ++i) { // steps longer than can be told
+            SampleNearest(run.first + static_cast<std::int64_t>(i), y, sample, pixels + i * 4);
+        }
+    }
+
+    // Makes of the first samples of a run the average of all.
+    void AddOtherSamples(std::int64_t y, const PixelRun& run, std::uint8_t* pixels) const {
+        const auto bytes = static_cast<std::size_t>(run.end - run.first) * 4;
+        std::uint16_t sums[LongestRun * 4];
+        std::copy_n(pixels, bytes, sums);
+        for (std::size_t sample = 1; sample < samples_; ++sample) {
+            SampleRun(y, run, sample, pixels);
+            for (std::size_t i = 0; i < bytes; ++i) {
+                sums[i] = static_cast<std::uint16_t>(sums[i] + pixels[i]);
+            }
+        }
+        const unsigned shift = samples_ == 4 ? 2 : 1;
+        for (std::size_t i = 0; i < bytes; ++i) {
+            pixels[i] = static_cast<std::uint8_t>((sums[i] + samples_ / 2) >> shift);
+        }
     }
 
     // Pixels that lie across a border.
     void DrawBorder(const Canvas& canvas, std::int64_t y, const PixelRun& run) const {
         for (std::int64_t x = run.first; x < run.end; ++x) {
             const double coverage = hasSoftBorders_ ? rectangle_.CoverageOf(x, y) : 1;
+            double sums[4] = {};
             std::uint8_t pixel[4];
-            SampleLine(level_, kernel_, NearestWay(x, y), pixel, 1);
-            for (std::uint8_t& channel : pixel) {
-                channel = static_cast<std::uint8_t>(channel * coverage + 0.5);
+            for (std::size_t sample = 0; sample < samples_; ++sample) {
+                SampleNearest(x, y, sample, pixel);
+                for (std::size_t channel = 0; channel < 4; ++channel) {
+                    sums[channel] += pixel[channel];
+                }
+            }
+            for (std::size_t channel = 0; channel < 4; ++channel) {
+                const double average = sums[channel] / static_cast<double>(samples_);
+                pixel[channel] = static_cast<std::uint8_t>(average * coverage + 0.5);
             }
             BlendPremultipliedRow(canvas, x, y, pixel, 1);
         }
     }
 
-    // Where the middle of a pixel lies: the place of the first of the four pixels around it, for those begin one and a
+    // Where a sample of a pixel lies: the place of the first of the four pixels around it, for those begin one and a
     // half pixels before it.
-    Point PlaceOf(std::int64_t x, std::int64_t y) const {
+    Point PlaceOf(std::int64_t x, std::int64_t y, std::size_t sample) const {
         constexpr double ToFirst = PyramidLevel::Padding - 1.5;
-        const Point point = toLevel_({static_cast<double>(x) + 0.5, static_cast<double>(y) + 0.5});
+        const Point offset = samples_ == 1 ? Point() : footprint_.Offset(sample);
+        const Point point =
+            toLevel_({static_cast<double>(x) + 0.5 + offset.x, static_cast<double>(y) + 0.5 + offset.y});
         return {point.x + ToFirst + rounding_, point.y + ToFirst + rounding_};
     }
 
-    SampleWay WayFrom(std::int64_t x, std::int64_t y) const {
-        const Point place = PlaceOf(x, y);
+    SampleWay WayFrom(Point place) const {
         return {FixedPlace(place.x), FixedPlace(place.y), FixedStep(toLevel_.xx), FixedStep(toLevel_.yx), ahead_};
     }
 
@@ -124,11 +153,12 @@ class PyramidDrawing {
                                            whole(toLevel_.xy * Rows) * 4);
     }
 
-    // A single sample at a pixel, or where its middle lies beyond the picture, at the border next to it.
-    SampleWay NearestWay(std::int64_t x, std::int64_t y) const {
-        const Point place = PlaceOf(x, y);
-        return {FixedPlace(std::clamp<double>(place.x, 0, level_.Width())),
-                FixedPlace(std::clamp<double>(place.y, 0, level_.Height()))};
+    // A single sample of a pixel, or where that lies beyond the picture, of the border next to it.
+    void SampleNearest(std::int64_t x, std::int64_t y, std::size_t sample, std::uint8_t* pixel) const {
+        const Point place = PlaceOf(x, y, sample);
+        const SampleWay way{FixedPlace(std::clamp<double>(place.x, 0, level_.Width())),
+                            FixedPlace(std::clamp<double>(place.y, 0, level_.Height()))};
+        SampleLine(level_, kernel_, way, pixel, 1);
     }
 
     static std::uint32_t FixedPlace(double value) {
@@ -140,6 +170,8 @@ class PyramidDrawing {
     }
 
     const PyramidLevel& level_;
+    const Footprint& footprint_;
+    std::size_t samples_; // of every pixel
     bool isOpaque_;
     bool hasSoftBorders_;
     Affine toLevel_;
@@ -173,9 +205,10 @@ void DrawPyramid(Canvas& canvas, const PicturePyramid& pyramid, const Affine& to
     if (!fromSurface || area.IsEmpty()) {
         return;
     }
+    const Footprint footprint(toSurface);
     const bool isSmoothed = resampling != Resampling::Nearest;
-    const PyramidLevel& level = isSmoothed ? pyramid.LevelFor(LeastScale(toSurface)) : *pyramid.Levels().front();
-    const PyramidDrawing drawing(pyramid, level, *fromSurface, resampling);
+    const PyramidLevel& level = isSmoothed ? pyramid.LevelFor(footprint.scale) : *pyramid.Levels().front();
+    const PyramidDrawing drawing(pyramid, level, *fromSurface, footprint, resampling);
     const auto jobs = static_cast<std::size_t>((area.Height() + RowsPerJob - 1) / RowsPerJob);
     const auto drawRows = [&](std::size_t job) {
         const std::int64_t top = area.top + static_cast<std::int64_t>(job) * RowsPerJob;

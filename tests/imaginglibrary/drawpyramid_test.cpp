@@ -2,6 +2,7 @@
 #include "imaginglibrary/operations/drawpyramid.h"
 
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/operations/footprint.h"
 #include "tests/support/pictures.h"
 
 #include <gtest/gtest.h>
@@ -169,6 +170,58 @@ TEST(DrawPyramid, ShrinkingAverages) {
         const Color color = drawn[static_cast<std::size_t>(middle.y) * 140 + static_cast<std::size_t>(middle.x)];
         EXPECT_NEAR(RedOf(color), 64, scale < 0.3 ? 3 : 25) << scale;
     }
+}
+
+TEST(DrawPyramid, SquashedPicturesStaySharpAcrossAndAverageAlong) {
+    const auto stripes = MakePictureOf(64, 64, [](auto x, auto) { return x % 4 < 2 ? White : Black; });
+    const auto lying = MakePictureOf(64, 64, [](auto, auto y) { return y % 2 == 0 ? White : Black; });
+    for (const double scale : {0.5, 0.25}) {
+        const auto height = static_cast<std::uint32_t>(64 * scale);
+        const auto across = PyramidOver(Red, *stripes, Affine::Scaling(1, scale), 64, height);
+        const auto along = PyramidOver(Red, *lying, Affine::Scaling(1, scale), 64, height);
+        const auto turned = PyramidOver(Red, *stripes, Affine{0, 1, scale, 0, 0, 0}, height, 64);
+        for (std::uint32_t x = 0; x < 64; ++x) {
+            const Color expected = x % 4 < 2 ? White : Black;
+            EXPECT_EQ(across[height / 2 * 64 + x], expected) << x << " at " << scale;
+            EXPECT_EQ(turned[x * height + height / 2], expected) << x << " at " << scale;
+            EXPECT_NEAR(RedOf(along[height / 2 * 64 + x]), 127, 6) << scale;
+        }
+    }
+}
+
+TEST(DrawPyramid, SquashedPicturesAreWholeAtTheirBorders) {
+    const Affine map = Affine::Scaling(1, 0.2).Then(Turned(33)).Then(Affine::Translation(40, 4));
+    double area = 0;
+    for (const Color color : PyramidOver(Black, *WhitePicture(60, 60), map, 100, 60)) {
+        area += RedOf(color) / 255.0;
+    }
+    EXPECT_NEAR(area, 60 * 12, 1.5);
+}
+
+TEST(Footprint, StripLiesWhereTheMapShrinksMost) {
+    const Footprint even(Affine::Scaling(0.5, 0.5).Then(Turned(20)));
+    EXPECT_EQ(even.samples, 1u);
+    EXPECT_NEAR(even.scale, 0.5, 1e-9);
+    const Footprint low(Affine::Scaling(1, 0.5));
+    EXPECT_EQ(low.samples, 2u);
+    EXPECT_NEAR(low.scale, 1, 1e-9);
+    EXPECT_NEAR(std::abs(low.Offset(0).y), 0.25, 1e-9);
+    EXPECT_NEAR(low.Offset(0).x, 0, 1e-9);
+    EXPECT_NEAR(low.Offset(0).y + low.Offset(1).y, 0, 1e-9);
+    const Footprint turned(Affine::Scaling(0.1, 1).Then(Turned(30)));
+    EXPECT_EQ(turned.samples, 4u);
+    EXPECT_NEAR(turned.scale, 0.4, 1e-9);
+    // The squashed direction, across the picture, is turned with it.
+    const Point first = turned.Offset(0);
+    EXPECT_NEAR(std::hypot(first.x, first.y), 0.375, 1e-9);
+    EXPECT_NEAR(std::abs(first.y / first.x), std::tan(std::numbers::pi / 6), 1e-9);
+    EXPECT_GT(first.y * first.x, 0);
+    EXPECT_EQ(Footprint(Affine::Scaling(1, 0.8)).samples, 1u);
+    EXPECT_EQ(Footprint(Affine::Scaling(4, 1)).samples, 1u);
+    EXPECT_EQ(Footprint(Affine::Scaling(4, 0.5)).samples, 2u);
+    EXPECT_NEAR(Footprint(Affine::Scaling(4, 0.5)).scale, 1, 1e-9);
+    EXPECT_NEAR(Footprint(Affine::Scaling(4, 3)).scale, 3, 1e-9);
+    EXPECT_EQ(Footprint(Affine{0, 0, 0, 0, 0, 0}).scale, 0);
 }
 
 TEST(DrawPyramid, FlattenedPicturesDrawNothing) {
