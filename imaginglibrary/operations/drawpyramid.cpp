@@ -28,7 +28,8 @@ class PyramidDrawing {
                                                     static_cast<double>(level.Height()) / pyramid.Height()))),
           rectangle_(toLevel_, level.Width(), level.Height()), kernel_(KernelOf(resampling)),
           // Fractions are cut off to a place that has weights; the nearest one is meant.
-          rounding_(hasSoftBorders_ ? 0.5 / SampleKernel::Phases : 0), ahead_(BytesAhead()) {}
+          rounding_(hasSoftBorders_ ? 0.5 / SampleKernel::Phases : 0), stepX_(FixedStep(toLevel_.xx)),
+          stepY_(FixedStep(toLevel_.yx)), ahead_(BytesAhead()) {}
 
     // The rows from `top` on, at most RowsPerJob of them.
     void DrawRows(const Canvas& canvas, std::int64_t top, std::int64_t bottom, const PixelRun& columns) const {
@@ -141,9 +142,7 @@ class PyramidDrawing {
         return {point.x + ToFirst + rounding_, point.y + ToFirst + rounding_};
     }
 
-    SampleWay WayFrom(Point place) const {
-        return {FixedPlace(place.x), FixedPlace(place.y), FixedStep(toLevel_.xx), FixedStep(toLevel_.yx), ahead_};
-    }
+    SampleWay WayFrom(Point place) const { return {FixedPlace(place.x), FixedPlace(place.y), stepX_, stepY_, ahead_}; }
 
     // From a pixel's place in the level to that of the pixel a few rows of the surface below it.
     std::uintptr_t BytesAhead() const {
@@ -178,6 +177,8 @@ class PyramidDrawing {
     MappedRectangle rectangle_;
     const SampleKernel& kernel_;
     double rounding_;
+    std::int32_t stepX_; // from a pixel to the next
+    std::int32_t stepY_;
     std::uintptr_t ahead_;
 };
 
