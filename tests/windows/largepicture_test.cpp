@@ -1,6 +1,7 @@
 // A picture of 24 megapixels in the annotate and crop window: whether full size and screen agree, and who waits how
 // long.
 #include "tests/windows/annotatefixture.h"
+#include "tests/windows/largebmp.h"
 
 #include <cmath>
 #include <cstring>
@@ -11,24 +12,8 @@ namespace {
 using namespace lumbrix;
 using namespace tests;
 
-constexpr int Width = 6000;
-constexpr int Height = 4000;
-
-// A BMP of this size, a row at a time.
-std::string MakeLargeBmp(const std::function<void(int y, std::string& row)>& fillRow) {
-    std::string file = MakeBmp(1, 1, [](int, int) { return White; }).substr(0, 54);
-    const std::int32_t numbers[] = {Width, Height};
-    std::memcpy(&file[18], numbers, sizeof numbers);
-    const std::int32_t bytes = 54 + Width * Height * 3;
-    std::memcpy(&file[2], &bytes, sizeof bytes);
-    file.reserve(static_cast<std::size_t>(bytes));
-    std::string row(Width * 3, '\xFF');
-    for (int y = Height - 1; y >= 0; --y) {
-        fillRow(y, row);
-        file += row;
-    }
-    return file;
-}
+constexpr int Width = LargeWidth;
+constexpr int Height = LargeHeight;
 
 class LargePicture : public PictureWindowTest {
   protected:
