@@ -80,11 +80,6 @@ class CutPolygon {
 
 } // namespace
 
-MappedRectangle::MappedRectangle(const Affine& fromSurface, double width, double height)
-    : map_(fromSurface), width_(width), height_(height),
-      halfX_((std::abs(fromSurface.xx) + std::abs(fromSurface.xy)) / 2),
-      halfY_((std::abs(fromSurface.yx) + std::abs(fromSurface.yy)) / 2) {}
-
 PixelRun MappedRectangle::Touched(std::int64_t y, const PixelRun& row) const {
     return Within(2 * Tolerance - 1, y, row);
 }

@@ -16,7 +16,10 @@ struct PixelRun {
 // A rectangle from (0, 0) to (width, height), seen from a surface whose pixels `fromSurface` maps to it.
 class MappedRectangle {
   public:
-    MappedRectangle(const Affine& fromSurface, double width, double height);
+    MappedRectangle(const Affine& fromSurface, double width, double height)
+        : map_(fromSurface), width_(width), height_(height),
+          halfX_((std::abs(fromSurface.xx) + std::abs(fromSurface.xy)) / 2),
+          halfY_((std::abs(fromSurface.yx) + std::abs(fromSurface.yy)) / 2) {}
 
     // The pixels of row `y` within `row` that may have a part in the rectangle; those that lie wholly within it, which
     // are some of them or none; and those whose middles lie within it.
