@@ -83,6 +83,12 @@ void Canvas::Scroll(int bar, ScrollLine line, const ScrollEvent& event, std::int
     }
 }
 
+void Canvas::Raise() {
+    for (const HWND above : {GetWindow(Handle(), GW_OWNER), HWND_TOP}) {
+        SetWindowPos(Handle(), above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+}
+
 void Canvas::LoadCanvasImage(const std::string& path) {
     PixelSize size;
     ::LoadCanvasImage(path.c_str(), &image_, &size.width, &size.height);

@@ -17,6 +17,10 @@ class Canvas : public Dialog, public CanvasView {
 
     bool CreateCanvas(HWND parent) { return OpenModeless(parent); }
 
+    // Brings it above its owner again: not every display keeps it there when the owner comes to the front or gets the
+    // keyboard. Being put elsewhere first, it is not taken for what is there already.
+    void Raise();
+
     // Puts the file's picture in the place of the one before, which is not disposed of; a file that cannot be loaded
     // leaves that. The canvas shows it from the next change on. The session that it belongs to is the caller's, and
     // keeps the file open.

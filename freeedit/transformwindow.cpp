@@ -62,7 +62,6 @@ class TransformWindow : public Dialog {
     void OnSize(WPARAM kind);
     void LayOut();
     void PlaceCanvas();
-    void RaiseCanvas();
     void Press();
     void Save();
     void Skew();
@@ -165,7 +164,7 @@ std::optional<LRESULT> TransformWindow::OnMessage(UINT message, WPARAM wordParam
         PostMessageA(Handle(), RaiseMessage, 0, 0); // once it has come to the front
         break;
     case RaiseMessage:
-        RaiseCanvas();
+        canvas_.Raise();
         break;
     case WM_MOUSEMOVE:
         hover_.MoveTo(Handle(), UnsignedMousePoint(static_cast<std::uint32_t>(longParameter)));
@@ -230,14 +229,6 @@ void TransformWindow::PlaceCanvas() {
     POINT corner{};
     ClientToScreen(Handle(), &corner);
     SetWindowPos(canvas_.Handle(), HWND_TOP, corner.x, corner.y, size.right, size.bottom, SWP_NOACTIVATE);
-}
-
-// It lies above its owner, but not every display keeps it there when the owner comes to the front or gets the keyboard;
-// being put elsewhere first, it is not taken for what is there already.
-void TransformWindow::RaiseCanvas() {
-    for (const HWND above : {Handle(), HWND_TOP}) {
-        SetWindowPos(canvas_.Handle(), above, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
 }
 
 void TransformWindow::PaintLabels(int lit) {

@@ -184,6 +184,39 @@ TEST_F(FreeEditPicture, IsPannedWithTheMouseOnItsBars) {
     Close(opened);
 }
 
+// The middle of a scroll bar's thumb on the screen.
+POINT ThumbOf(const FreeEditWindows& opened, LONG object) {
+    SCROLLBARINFO info{};
+    info.cbSize = sizeof info;
+    const std::uint32_t inside = opened.window.PutInside(&info, sizeof info);
+    const auto canvas = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(opened.canvas));
+    EXPECT_NE(opened.window.CallInside("user32.dll", "GetScrollBarInfo",
+                                       {canvas, static_cast<std::uint32_t>(object), inside}),
+              0u);
+    opened.window.GetFromInside(inside, &info, sizeof info);
+    opened.window.CallInside("kernel32.dll", "GlobalFree", {inside});
+    const int along = (info.xyThumbTop + info.xyThumbBottom) / 2;
+    const RECT& bar = info.rcScrollBar;
+    return object == OBJID_HSCROLL ? POINT{bar.left + along, (bar.top + bar.bottom) / 2}
+                                   : POINT{(bar.left + bar.right) / 2, bar.top + along};
+}
+
+TEST_F(FreeEditPicture, IsPannedByItsThumbsOnlyRightAndDown) {
+    const FreeEditWindows opened = Open();
+    const POINT across = ThumbOf(opened, OBJID_HSCROLL);
+    DragMouse(across, {across.x + 120, across.y + 40}); // not quite along the bar
+    EXPECT_TRUE(WaitFor([&] { return ScrollBarOf(opened, SB_HORZ).nPos > 100; }));
+    const POINT down = ThumbOf(opened, OBJID_VSCROLL);
+    DragMouse(down, {down.x, down.y + 80});
+    EXPECT_TRUE(WaitFor([&] { return ScrollBarOf(opened, SB_VERT).nPos > 50; }));
+    Settle(opened);
+    ExpectShown(opened, Panned(Upright, ScrollBarOf(opened, SB_HORZ).nPos, ScrollBarOf(opened, SB_VERT).nPos));
+    const POINT moved = ThumbOf(opened, OBJID_HSCROLL);
+    DragMouse(moved, {moved.x - 300, moved.y});
+    EXPECT_TRUE(WaitFor([&] { return IsAllWhite(opened.SeenCanvas()); }));
+    Close(opened);
+}
+
 TEST_F(FreeEditPicture, SavesThePicturesBoxAsTheScreenShowsIt) {
     const FreeEditWindows opened = Open("out.bmp");
     SetSlider(opened, RotationSlider, 30);
