@@ -101,7 +101,6 @@ bool TransformWindow::StartSession() {
     if (StartCanvasSession(&session_) == 0) {
         return true;
     }
-    session_ = 0;
     messages_.ShowTechnical("Error initializing GDI+");
     return false;
 }
@@ -264,9 +263,7 @@ void TransformWindow::Skew() {
 
 // The picture goes with its session.
 void TransformWindow::OnDestroy() {
-    if (canvas_.Handle() != nullptr) {
-        canvas_.End();
-    }
+    canvas_.End();
     EndCanvasSession(session_);
     steps_ = {};
 }
