@@ -53,7 +53,6 @@ std::optional<LRESULT> Canvas::OnMessage(UINT message, WPARAM wordParameter, LPA
     }
     case WM_SIZE:
         Draw();
-        InvalidateRect(Handle(), nullptr, FALSE);
         return 0;
     case WM_VSCROLL:
         Scroll(SB_VERT, ScrollLine::Vertical, scroll, transform_.settings.panY);
