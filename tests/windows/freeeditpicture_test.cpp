@@ -333,6 +333,35 @@ TEST_F(FreeEditPicture, SavesThePictureAlsoBelowAnotherWindow) {
     Close(opened);
 }
 
+// The button that picks another picture is never seen, but works.
+TEST_F(FreeEditPicture, AnotherPictureTakesItsPlace) {
+    WriteBytes(program_.Folder() / "other.bmp",
+               MakeBmp(300, 150, [](int x, int y) { return ColorOfPicture((x + 0.5) / 300, (y + 0.5) / 150); }));
+    const FreeEditWindows opened = Open();
+    PostMessageA(opened.window.Window(), WM_COMMAND, MAKEWPARAM(SelectButton, BN_CLICKED), 0);
+    const OpenWindow picker = opened.window.Further();
+    EXPECT_EQ(WindowText(picker.Window()), "Select the image");
+    SetFileName(picker, Path("other.bmp"));
+    PostMessageA(picker.Item(IDOK), BM_CLICK, 0, 0);
+    picker.WaitUntilGone();
+    ExpectShown(opened, {{{0, 0}, {200, 0}, {0, 100}}});
+    EXPECT_EQ(opened.window.Text(PathBox), Path("other.bmp"));
+    Close(opened);
+}
+
+TEST_F(FreeEditPicture, IsPaintedAnewWhereTheScreenLostIt) {
+    const FreeEditWindows opened = Open();
+    const auto canvas = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(opened.canvas));
+    const COLORREF before = PixelAt(opened.OnCanvas(200, 100));
+    const std::uint32_t context = opened.window.CallInside("user32.dll", "GetDC", {canvas});
+    opened.window.CallInside("gdi32.dll", "SetPixel", {context, 200, 100, 0});
+    opened.window.CallInside("user32.dll", "ReleaseDC", {canvas, context});
+    EXPECT_TRUE(WaitFor([&] { return PixelAt(opened.OnCanvas(200, 100)) == 0; }));
+    opened.window.CallInside("user32.dll", "InvalidateRect", {canvas, 0, TRUE});
+    EXPECT_TRUE(WaitFor([&] { return PixelAt(opened.OnCanvas(200, 100)) == before; }));
+    Close(opened);
+}
+
 // From the old picture to the new one without a flash of the background in between, at a place that the picture covers
 // all the while.
 TEST_F(FreeEditPicture, NeverFlashesWhileASliderMoves) {

@@ -70,13 +70,14 @@ TEST_F(FreeEditWindow, LaysItsBarOutAnewInAnotherSize) {
     const FreeEditWindows opened = Open();
     Send(opened.window.Window(), WM_SYSCOMMAND, SC_RESTORE, 0);
     Settle(opened);
-    RECT frame{};
-    GetWindowRect(opened.window.Window(), &frame);
-    MoveWindow(opened.window.Window(), frame.left, frame.top, 700, 500, TRUE);
+    MoveWindow(opened.window.Window(), 200, 300, 700, 500, TRUE);
     Settle(opened);
     ExpectedWindow expected = ExpectedInSize(UnitsOf(opened.window.Window()));
     expected.position = ExpectedPosition::Anywhere;
     SeenWindow(opened.window).Expect(expected);
+    for (const int label : {SaveLabel, SkewLabel, DrawLabel}) {
+        EXPECT_TRUE(WaitFor([&] { return BackgroundOf(opened, label) == RGB(128, 128, 128); })) << "is not painted";
+    }
     Close(opened);
 }
 
