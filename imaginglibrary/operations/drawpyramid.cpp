@@ -37,11 +37,10 @@ class PyramidDrawing {
         for (std::int64_t y = top; y < bottom; ++y) {
             covered[static_cast<std::size_t>(y - top)] = DrawBorders(canvas, y, columns);
         }
-        const std::int64_t blockWidth = toLevel_.yx == 0 ? LongestRun : SlantedRun;
-        for (std::int64_t left = columns.first; left < columns.end; left += blockWidth) {
+        for (std::int64_t left = columns.first; left < columns.end; left += LongestRun) {
             for (std::int64_t y = top; y < bottom; ++y) {
                 const PixelRun& run = covered[static_cast<std::size_t>(y - top)];
-                const PixelRun part{std::max(run.first, left), std::min(run.end, left + blockWidth)};
+                const PixelRun part{std::max(run.first, left), std::min(run.end, left + LongestRun)};
                 if (!part.IsEmpty()) {
                     DrawCovered(canvas, y, part);
                 }
@@ -50,10 +49,9 @@ class PyramidDrawing {
     }
 
   private:
-    // Pixels that are drawn at once, few enough that what steps lack in precision does not add up. Across the picture's
-    // rows, short runs one below the other find what they need in the processor's cache.
-    static constexpr std::int64_t LongestRun = 256;
-    static constexpr std::int64_t SlantedRun = 64;
+    // Pixels that are drawn at once, few enough that what steps lack in precision does not add up, and that runs one
+    // below the other, across the picture's rows, find what they need in the processor's cache.
+    static constexpr std::int64_t LongestRun = 192;
 
     // Draws what lies across the picture's borders, and gives back the pixels between.
     PixelRun DrawBorders(const Canvas& canvas, std::int64_t y, const PixelRun& row) const {
