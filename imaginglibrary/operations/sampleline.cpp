@@ -2,7 +2,9 @@
 #include "imaginglibrary/operations/sampleline.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <numeric>
 
 namespace imaginglibrary {
 
@@ -20,21 +22,35 @@ double WeightAt(Resampling resampling, int tap, double fraction) {
     }
 }
 
-// One of four rows' part of a value, with six bits behind the point.
-int VerticalPart(std::uint8_t value, std::uint16_t weight) { return static_cast<int>((value * 256u * weight) >> 16); }
-
-std::uint8_t SampledChannel(const std::uint8_t* const* rows, std::size_t channel, const std::uint16_t (&vertical)[4][8],
-                            const std::int16_t (&horizontal)[4][4]) {
-    int sum = 0; // with four bits behind the point
+std::uint8_t SampledChannel(const std::uint8_t* const* rows, std::size_t channel, const std::int8_t (&vertical)[2][16],
+                            const std::int16_t (&horizontal)[2][8]) {
+    int sum = 0; // with five bits behind the point
     for (std::size_t column = 0; column < 4; ++column) {
         const std::size_t at = column * 4 + channel;
-        const int value = VerticalPart(rows[1][at], vertical[1][0]) + VerticalPart(rows[2][at], vertical[2][0]) -
-                          VerticalPart(rows[0][at], vertical[0][0]) - VerticalPart(rows[3][at], vertical[3][0]);
-        sum += (value * horizontal[column][0]) >> 16;
+        const int value = rows[0][at] * vertical[0][0] + rows[1][at] * vertical[0][1] + rows[2][at] * vertical[1][0] +
+                          rows[3][at] * vertical[1][1];
+        sum += (value * horizontal[column / 2][column % 2 * 4]) >> 16;
     }
-    constexpr int Half = 8;
+    constexpr int Half = 16;
     constexpr int CutOff = 2; // what the shifts above take away on average
-    return static_cast<std::uint8_t>(std::clamp((sum + Half + CutOff) >> 4, 0, 255));
+    return static_cast<std::uint8_t>(std::clamp((sum + Half + CutOff) >> 5, 0, 255));
+}
+
+// The weights of a place in whole parts of `one`. What rounding leaves over goes to the weight that it serves best.
+std::array<int, 4> WholeWeights(Resampling resampling, double fraction, int one) {
+    std::array<int, 4> weights;
+    std::array<double, 4> missing;
+    for (std::size_t tap = 0; tap < 4; ++tap) {
+        const double exact = one * WeightAt(resampling, static_cast<int>(tap), fraction);
+        weights[tap] = static_cast<int>(std::floor(exact));
+        missing[tap] = exact - weights[tap];
+    }
+    for (int left = one - std::accumulate(weights.begin(), weights.end(), 0); left > 0; --left) {
+        const auto most = std::max_element(missing.begin(), missing.end());
+        *most -= 1;
+        ++weights[static_cast<std::size_t>(most - missing.begin())];
+    }
+    return weights;
 }
 
 using Form = decltype(&SampleLineScalar);
@@ -51,15 +67,14 @@ Form QuickestForm() {
 
 SampleKernel::SampleKernel(Resampling resampling) {
     for (unsigned phase = 0; phase < Phases; ++phase) {
-        int weights[4];
-        for (int tap = 0; tap < 4; ++tap) {
-            weights[tap] =
-                static_cast<int>(std::lround(One * WeightAt(resampling, tap, static_cast<double>(phase) / Phases)));
+        const double fraction = static_cast<double>(phase) / Phases;
+        const auto down = WholeWeights(resampling, fraction, OneDown);
+        const auto across = WholeWeights(resampling, fraction, OneAcross);
+        for (std::size_t i = 0; i < 32; ++i) {
+            vertical[phase][i / 16][i % 16] = static_cast<std::int8_t>(down[i / 16 * 2 + i % 2]);
         }
-        weights[phase < Phases / 2 ? 1 : 2] += One - weights[0] - weights[1] - weights[2] - weights[3];
-        for (int tap = 0; tap < 4; ++tap) {
-            std::fill_n(vertical[phase][tap], 8, static_cast<std::uint16_t>(std::abs(weights[tap])));
-            std::fill_n(horizontal[phase][tap], 4, static_cast<std::int16_t>(weights[tap]));
+        for (std::size_t i = 0; i < 16; ++i) {
+            horizontal[phase][i / 8][i % 8] = static_cast<std::int16_t>(across[i / 4]);
         }
     }
 }

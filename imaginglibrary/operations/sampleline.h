@@ -9,19 +9,22 @@
 
 namespace imaginglibrary {
 
-// The weights of four neighbouring pixels for every place between the two in the middle, in parts of 2^14, laid out as
-// the vector code reads them.
+// The weights of four neighbouring pixels for every place between the two in the middle, laid out as the vector code
+// reads them.
 struct SampleKernel {
     static constexpr unsigned PhaseBits = 7; // places are told apart to 1/128 of a pixel
     static constexpr unsigned Phases = 1u << PhaseBits;
-    static constexpr int One = 1 << 14;
+    // What the weights of a place add up to. As many parts as fit: four rows' weighted sum is a 16-bit number.
+    static constexpr int OneDown = 112;
+    // Such that a sum times the weights, cut to its upper 16 bits, has five bits behind the point.
+    static constexpr int OneAcross = ((32 << 16) + OneDown / 2) / OneDown;
 
     explicit SampleKernel(Resampling resampling);
 
-    // Eight times each weight. The outer two are never above 0 and stand here without their sign.
-    alignas(16) std::uint16_t vertical[Phases][4][8];
-    // Four times each weight.
-    alignas(16) std::int16_t horizontal[Phases][4][4];
+    // Eight times the weights of the upper two rows in turns, and of the lower two.
+    alignas(16) std::int8_t vertical[Phases][2][16];
+    // Four times the weight of the first pixel and four times that of the second; and of the other two.
+    alignas(16) std::int16_t horizontal[Phases][2][8];
 };
 
 // The one for a way of resampling; made once.
@@ -52,9 +55,9 @@ struct SampleWay {
         return padded + WholeOf(y) * rowBytes + WholeOf(x) * 4;
     }
 
-    void Advance() {
-        x += static_cast<std::uint32_t>(stepX);
-        y += static_cast<std::uint32_t>(stepY);
+    void Advance(std::uint32_t steps = 1) {
+        x += static_cast<std::uint32_t>(stepX) * steps;
+        y += static_cast<std::uint32_t>(stepY) * steps;
     }
 
     // Whether `count` samples all have their pixels within the level and its padding.

@@ -12,7 +12,7 @@ namespace imaginglibrary {
 
 namespace {
 
-// Two neighbouring pixels, their channels in 16 bits with six behind the point; and the two behind them.
+// The weighted sums of four rows over two neighbouring pixels and over the two behind them, a channel in 16 bits.
 struct FourPixels {
     __m128i first;
     __m128i second;
@@ -21,39 +21,43 @@ struct FourPixels {
 inline __m128i Load(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }
 inline __m128i LoadAligned(const void* from) { return _mm_load_si128(static_cast<const __m128i*>(from)); }
 
+// The weights of four rows, each eight times.
+struct RowWeights {
+    explicit RowWeights(const std::int8_t (&vertical)[2][16]) {
+        const __m128i upper = LoadAligned(vertical[0]);
+        const __m128i lower = LoadAligned(vertical[1]);
+        rows[0] = _mm_srai_epi16(_mm_slli_epi16(upper, 8), 8);
+        rows[1] = _mm_srai_epi16(upper, 8);
+        rows[2] = _mm_srai_epi16(_mm_slli_epi16(lower, 8), 8);
+        rows[3] = _mm_srai_epi16(lower, 8);
+    }
+
+    __m128i rows[4];
+};
+
 // The weighted sum of four rows over four pixels from `pixels` on.
 [[gnu::always_inline]] inline FourPixels SumOfRows(const std::uint8_t* pixels, std::size_t rowBytes,
-                                                   const std::uint16_t (&weights)[4][8]) {
+                                                   const RowWeights& weights) {
     const __m128i zero = _mm_setzero_si128();
-    const __m128i row0 = Load(pixels);
-    const __m128i row1 = Load(pixels + rowBytes);
-    const __m128i row2 = Load(pixels + 2 * rowBytes);
-    const __m128i row3 = Load(pixels + 3 * rowBytes);
-    const __m128i weight0 = LoadAligned(weights[0]);
-    const __m128i weight1 = LoadAligned(weights[1]);
-    const __m128i weight2 = LoadAligned(weights[2]);
-    const __m128i weight3 = LoadAligned(weights[3]);
-    const auto sum = [&](auto unpack) __attribute__((always_inline)) {
-        const __m128i inner =
-            _mm_add_epi16(_mm_mulhi_epu16(unpack(row1), weight1), _mm_mulhi_epu16(unpack(row2), weight2));
-        const __m128i outer =
-            _mm_add_epi16(_mm_mulhi_epu16(unpack(row0), weight0), _mm_mulhi_epu16(unpack(row3), weight3));
-        return _mm_sub_epi16(inner, outer);
-    };
-    return {sum([&](__m128i row) { return _mm_unpacklo_epi8(zero, row); }),
-            sum([&](__m128i row) { return _mm_unpackhi_epi8(zero, row); })};
+    FourPixels sums{zero, zero};
+    for (std::size_t i = 0; i < 4; ++i) {
+        const __m128i row = Load(pixels + i * rowBytes);
+        sums.first = _mm_add_epi16(sums.first, _mm_mullo_epi16(_mm_unpacklo_epi8(row, zero), weights.rows[i]));
+        sums.second = _mm_add_epi16(sums.second, _mm_mullo_epi16(_mm_unpackhi_epi8(row, zero), weights.rows[i]));
+    }
+    return sums;
 }
 
 // The four pixels times their weights; the first and the third are summed up, and the second and the fourth.
-[[gnu::always_inline]] inline __m128i HalfSums(const FourPixels& pixels, const std::int16_t (&weights)[4][4]) {
+[[gnu::always_inline]] inline __m128i HalfSums(const FourPixels& pixels, const std::int16_t (&weights)[2][8]) {
     return _mm_add_epi16(_mm_mulhi_epi16(pixels.first, LoadAligned(weights[0])),
-                         _mm_mulhi_epi16(pixels.second, LoadAligned(weights[2])));
+                         _mm_mulhi_epi16(pixels.second, LoadAligned(weights[1])));
 }
 
 // Two samples as bytes: eight of them, and then the same again.
 [[gnu::always_inline]] inline __m128i Finished(__m128i first, __m128i second) {
     const __m128i sums = _mm_add_epi16(_mm_unpacklo_epi64(first, second), _mm_unpackhi_epi64(first, second));
-    const __m128i rounded = _mm_srai_epi16(_mm_add_epi16(sums, _mm_set1_epi16(10)), 4);
+    const __m128i rounded = _mm_srai_epi16(_mm_add_epi16(sums, _mm_set1_epi16(18)), 5);
     return _mm_packus_epi16(rounded, rounded);
 }
 
@@ -76,7 +80,7 @@ template <class Next>
 void SampleAlongRow(const PyramidLevel& level, const SampleKernel& kernel, SampleWay way, std::uint8_t* pixels,
                     std::size_t count) {
     alignas(16) std::int16_t sums[ColumnsAtOnce::Room * 4];
-    const auto& vertical = kernel.vertical[SampleWay::PhaseOf(way.y)];
+    const RowWeights vertical(kernel.vertical[SampleWay::PhaseOf(way.y)]);
     while (count > 0) {
         const ColumnsAtOnce columns(way, count);
         const std::uint8_t* const row =
@@ -106,7 +110,7 @@ void SampleAcrossRows(const PyramidLevel& level, const SampleKernel& kernel, Sam
     const auto next = [&]() __attribute__((always_inline)) {
         const std::uint8_t* const first = way.First(padded, rowBytes);
         _mm_prefetch(reinterpret_cast<const char*>(reinterpret_cast<std::uintptr_t>(first) + way.ahead), _MM_HINT_T0);
-        const auto& vertical = kernel.vertical[SampleWay::PhaseOf(way.y)];
+        const RowWeights vertical(kernel.vertical[SampleWay::PhaseOf(way.y)]);
         const auto& horizontal = kernel.horizontal[SampleWay::PhaseOf(way.x)];
         way.Advance();
         return HalfSums(SumOfRows(first, rowBytes, vertical), horizontal);

@@ -109,6 +109,28 @@ TEST(SampleLine, OvershootEndsAtBlackAndWhite) {
     }
 }
 
+// A square of four pixels of one grey, others of another all around it.
+std::shared_ptr<const PyramidLevel> SquareLevel(std::uint8_t inside, std::uint8_t outside) {
+    return *PyramidLevel::Make(*MakePictureOf(4, 4, [&](auto x, auto y) {
+        const bool isInside = (x == 1 || x == 2) && (y == 1 || y == 2);
+        const std::uint8_t grey = isInside ? inside : outside;
+        return MakeColor(grey, grey, grey);
+    }));
+}
+
+TEST(SampleLine, StrongestContrastNeitherWrapsNorBends) {
+    const SampleWay middle{PlaceAt(2.5), PlaceAt(2.5), 0, 0};
+    const auto at = [&](std::uint8_t inside, std::uint8_t outside) {
+        return Sampled(SampleLineScalar, *SquareLevel(inside, outside), Resampling::Smooth, middle, 1)[0];
+    };
+    EXPECT_EQ(at(255, 0), 255);
+    EXPECT_EQ(at(0, 255), 0);
+    // Nine eighths squared of the square, the rest of what lies around it.
+    EXPECT_NEAR(at(200, 0), 253.1, 0.7);
+    EXPECT_NEAR(at(0, 200), 0, 0.7);
+    EXPECT_NEAR(at(190, 10), 10 + 180 * 81 / 64.0, 0.7);
+}
+
 TEST(SampleLine, WaysEndAtThePadding) {
     const auto level = NoisyLevel(5, 3);
     const std::uint32_t last = 0xFFFF;
@@ -150,6 +172,21 @@ TEST(SampleLine, VectorsGiveTheSameBits) {
                 for (const Sampler form : VectorForms()) {
                     EXPECT_EQ(Sampled(form, *level, resampling, way, count), expected)
                         << at.x << " " << at.y << " " << at.stepX << " " << at.stepY << " x " << count;
+                }
+            }
+        }
+    }
+}
+
+TEST(SampleLine, VectorsGiveTheSameBitsAtTheStrongestContrast) {
+    for (const auto& level : {SquareLevel(255, 0), SquareLevel(0, 255)}) {
+        for (unsigned phase = 0; phase < 256; ++phase) {
+            const SampleWay ways[] = {{PlaceAt(1.5), PlaceAt(1.5 + phase / 128.0), StepOf(1 / 128.0), 0},
+                                      {PlaceAt(1.5 + phase / 128.0), PlaceAt(1.5), 0, StepOf(1 / 128.0)}};
+            for (const SampleWay& way : ways) {
+                const auto expected = Sampled(SampleLineScalar, *level, Resampling::Smooth, way, 256);
+                for (const Sampler form : VectorForms()) {
+                    ASSERT_EQ(Sampled(form, *level, Resampling::Smooth, way, 256), expected) << phase;
                 }
             }
         }
