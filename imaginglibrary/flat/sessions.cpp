@@ -2,6 +2,7 @@
 #include "imaginglibrary/flat/sessions.h"
 
 #include "imaginglibrary/flat/flattypes.h"
+#include "imaginglibrary/operations/parallel.h"
 
 #include <atomic>
 #include <mutex>
@@ -33,6 +34,7 @@ class Sessions {
             for (void (*clear)() : clearers_) {
                 clear();
             }
+            EndWaitingThreads();
         }
     }
 
