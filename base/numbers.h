@@ -50,6 +50,11 @@ inline std::string LeadingNumberText(std::string_view text) {
 // behind it.
 inline double LeadingNumber(std::string_view text) { return std::strtod(LeadingNumberText(text).c_str(), nullptr); }
 
+// The digits; a number that is not below 0 has a blank in the place of the sign.
+inline std::string NumberWithLeadingBlank(std::int32_t number) {
+    return (number < 0 ? "" : " ") + std::to_string(number);
+}
+
 // The leading number as a whole one: the nearest, ties to even. Numbers beyond 32 bits become the nearest that fits.
 inline std::int32_t NumericValue(std::string_view text) { return RoundToEven(LeadingNumber(text)); }
 

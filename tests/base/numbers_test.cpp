@@ -84,4 +84,11 @@ TEST(NumericValue, TiesGoToTheEvenOne) {
     EXPECT_EQ(NumericValue("-2.5"), -2);
 }
 
+TEST(NumberWithLeadingBlank, HasTheBlankWhereNoSignIs) {
+    EXPECT_EQ(NumberWithLeadingBlank(0), " 0");
+    EXPECT_EQ(NumberWithLeadingBlank(12), " 12");
+    EXPECT_EQ(NumberWithLeadingBlank(-1), "-1");
+    EXPECT_EQ(NumberWithLeadingBlank(INT32_MIN), "-2147483648");
+}
+
 } // namespace
