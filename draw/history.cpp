@@ -1,0 +1,32 @@
+// What can be undone and redone on the canvas.
+#include "draw/history.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lumbrix {
+
+void History::TakeSnapshot(SnapshotCanvas& canvas) { Insert(undoList_, canvas.ReadBits()); }
+
+void History::DrawUndo(SnapshotCanvas& canvas) { StepBack(undoList_, redoList_, canvas); }
+
+void History::DrawRedo(SnapshotCanvas& canvas) { StepBack(redoList_, undoList_, canvas); }
+
+void History::Insert(List& list, std::string bits) {
+    std::rotate(list.begin(), list.end() - 1, list.end());
+    list.front() = std::move(bits);
+}
+
+void History::StepBack(List& from, List& to, SnapshotCanvas& canvas) {
+    if (from.front().empty()) {
+        from = {};
+        return;
+    }
+    Insert(to, canvas.ReadBits());
+    canvas.PutBits(from.front());
+    canvas.RepaintBits();
+    from.front() = {};
+    std::rotate(from.begin(), from.begin() + 1, from.end());
+}
+
+} // namespace lumbrix
