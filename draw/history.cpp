@@ -12,6 +12,13 @@ void History::DrawUndo(SnapshotCanvas& canvas) { StepBack(undoList_, redoList_, 
 
 void History::DrawRedo(SnapshotCanvas& canvas) { StepBack(redoList_, undoList_, canvas); }
 
+std::size_t History::KeptSnapshots() const {
+    const auto kept = [](const List& list) {
+        return Entries - static_cast<std::size_t>(std::count(list.begin(), list.end(), std::string()));
+    };
+    return kept(undoList_) + kept(redoList_);
+}
+
 void History::Insert(List& list, std::string bits) {
     std::rotate(list.begin(), list.end() - 1, list.end());
     list.front() = std::move(bits);

@@ -31,6 +31,9 @@ class History {
     void DrawUndo(SnapshotCanvas& canvas);
     void DrawRedo(SnapshotCanvas& canvas);
 
+    // How many snapshots take memory, 24 at most.
+    std::size_t KeptSnapshots() const;
+
   private:
     using List = std::array<std::string, Entries>;
 

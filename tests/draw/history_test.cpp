@@ -131,6 +131,38 @@ TEST_F(DrawHistory, EmptyNewestSnapshotEmptiesItsWholeListAtTheNextUndo) {
     EXPECT_EQ(Undone(2), (Steps{"two", "two"}));
 }
 
+TEST_F(DrawHistory, EmptiedListTakesNoMemory) {
+    Stroke("one");
+    Stroke("two");
+    EXPECT_EQ(history_.KeptSnapshots(), 2u);
+    canvas_.isReadable = false;
+    Stroke("three");
+    EXPECT_EQ(history_.KeptSnapshots(), 2u);
+    Undone(1);
+    EXPECT_EQ(history_.KeptSnapshots(), 0u);
+}
+
+TEST_F(DrawHistory, SnapshotThatIsShownAgainTakesNoMemory) {
+    Stroke("one");
+    Stroke("two");
+    Undone(1);
+    EXPECT_EQ(history_.KeptSnapshots(), 2u);
+    Redone(1);
+    EXPECT_EQ(history_.KeptSnapshots(), 2u);
+}
+
+TEST_F(DrawHistory, TwentyFourSnapshotsAreKeptAtMost) {
+    for (int round = 0; round < 2; ++round) {
+        for (int stroke = 1; stroke <= 13; ++stroke) {
+            Stroke("picture");
+        }
+        if (round == 0) {
+            Undone(12);
+        }
+    }
+    EXPECT_EQ(history_.KeptSnapshots(), 24u);
+}
+
 TEST_F(DrawHistory, EmptyNewestSnapshotLeavesTheOtherList) {
     Stroke("one");
     Undone(1);

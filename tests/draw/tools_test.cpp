@@ -77,6 +77,7 @@ TEST_F(DrawTools, LineIsWipedAndDrawnAnewAtEachMove) {
 
 TEST_F(DrawTools, LineStaysWhereItsRubberBandWasLast) {
     Press(Line, {12, 34});
+    Move({70, 80});
     Move({50, 60});
     EXPECT_EQ(Release(), (Calls{"mix 13", "from 12,34", "line to 50,60 in FF0000", "repaint", "release mouse"}));
 }
@@ -189,27 +190,27 @@ TEST_F(DrawTools, ShapeThatWasNotDraggedIsDrawnWithBothPlacesEqual) {
 }
 
 TEST_F(DrawTools, CirclesGreaterDifferenceDecides) {
-    Press(Circle, {100, 100});
-    EXPECT_EQ(Move({130, 120})[1], "shape 100,100 to 130,130 corner ellipse in FF0000 fill none style 0");
-    EXPECT_EQ(Move({120, 130})[1], "shape 100,100 to 130,130 corner ellipse in FF0000 fill none style 0");
-    EXPECT_EQ(Move({130, 130})[1], "shape 100,100 to 130,130 corner ellipse in FF0000 fill none style 0");
+    Press(Circle, {200, 100});
+    EXPECT_EQ(Move({230, 120})[1], "shape 200,100 to 230,130 corner ellipse in FF0000 fill none style 0");
+    EXPECT_EQ(Move({220, 135})[1], "shape 200,100 to 235,135 corner ellipse in FF0000 fill none style 0");
+    EXPECT_EQ(Move({240, 140})[1], "shape 200,100 to 240,140 corner ellipse in FF0000 fill none style 0");
 }
 
 TEST_F(DrawTools, CircleDraggedUpOrLeftGoesOutToTheShorterSide) {
-    Press(Circle, {100, 100});
-    EXPECT_EQ(Move({60, 90}), (Calls{"shape 100,100 to 100,100 corner ellipse in FF0000 fill none style 0",
-                                     "shape 100,100 to 90,90 corner ellipse in FF0000 fill none style 0", "repaint",
-                                     "status Pos: 100, 100  -  90, 90\r\nSize: 10 x 10"}));
-    EXPECT_EQ(Move({95, 20})[1], "shape 100,100 to 95,95 corner ellipse in FF0000 fill none style 0");
-    EXPECT_EQ(Move({103, 20})[1], "shape 100,100 to 103,103 corner ellipse in FF0000 fill none style 0");
-    EXPECT_EQ(Move({20, 103})[1], "shape 100,100 to 103,103 corner ellipse in FF0000 fill none style 0");
+    Press(Circle, {200, 100});
+    EXPECT_EQ(Move({160, 90}), (Calls{"shape 200,100 to 200,100 corner ellipse in FF0000 fill none style 0",
+                                      "shape 200,100 to 190,90 corner ellipse in FF0000 fill none style 0", "repaint",
+                                      "status Pos: 200, 100  -  190, 90\r\nSize: 10 x 10"}));
+    EXPECT_EQ(Move({195, 20})[1], "shape 200,100 to 195,95 corner ellipse in FF0000 fill none style 0");
+    EXPECT_EQ(Move({203, 20})[1], "shape 200,100 to 203,103 corner ellipse in FF0000 fill none style 0");
+    EXPECT_EQ(Move({20, 104})[1], "shape 200,100 to 204,104 corner ellipse in FF0000 fill none style 0");
 }
 
 TEST_F(DrawTools, CircleIsWipedWhereItWasDrawn) {
-    Press(Circle, {100, 100});
-    Move({60, 90});
-    EXPECT_EQ(Move({110, 110})[0], "shape 100,100 to 90,90 corner ellipse in FF0000 fill none style 0");
-    EXPECT_EQ(Release()[1], "shape 100,100 to 110,110 corner ellipse in FF0000 fill 0080FF style 0");
+    Press(Circle, {200, 100});
+    Move({160, 90});
+    EXPECT_EQ(Move({210, 105})[0], "shape 200,100 to 190,90 corner ellipse in FF0000 fill none style 0");
+    EXPECT_EQ(Release()[1], "shape 200,100 to 210,110 corner ellipse in FF0000 fill 0080FF style 0");
 }
 
 TEST_F(DrawTools, AreaIsFilledAtThePress) {
