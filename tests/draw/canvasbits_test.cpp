@@ -36,7 +36,8 @@ TEST(CanvasBits, ThatAreTooShortForASizeHaveNone) {
 }
 
 TEST(CanvasBits, OfACanvasWithoutAnAreaAreTheSizeAlone) {
-    for (const PixelSize size : {PixelSize{0, 5}, PixelSize{5, 0}, PixelSize{-1, -1}}) {
+    for (const PixelSize size :
+         {PixelSize{0, 5}, PixelSize{5, 0}, PixelSize{-1, 5}, PixelSize{5, -1}, PixelSize{-1, -1}}) {
         EXPECT_EQ(BlankCanvasBits(size).size(), 8u);
         EXPECT_EQ(SizeOfCanvasBits(BlankCanvasBits(size)), size);
     }

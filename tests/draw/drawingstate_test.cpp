@@ -29,6 +29,13 @@ TEST(DrawingStart, IsASolidThinBlackLineOnWhite) {
     EXPECT_EQ(state.rubberStart.x, -1);
 }
 
+TEST(TextReliefs, AreCountedFromTheFlatOne) {
+    EXPECT_EQ(static_cast<int>(DrawingState().textStyle), 0);
+    EXPECT_EQ(static_cast<int>(TextRelief::Normal), 0);
+    EXPECT_EQ(static_cast<int>(TextRelief::Sunken), 1);
+    EXPECT_EQ(static_cast<int>(TextRelief::Raised), 2);
+}
+
 TEST(ToolChoice, IsOneOfTheElevenOptions) {
     DrawingState state;
     ChooseTool(state, 191);

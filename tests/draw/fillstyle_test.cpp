@@ -25,7 +25,7 @@ TEST(FillStyleOfAPattern, IsItsPlaceLessOne) {
 
 TEST(Brush, OfNoFillIsNoneWhateverTheStyle) {
     for (const FillStyle style : {-1, 0, 1, 6}) {
-        EXPECT_EQ(BrushOf(-2, style).kind, BrushKind::None) << style;
+        EXPECT_EQ(BrushOf(-2, style), (BrushChoice{BrushKind::None, 0x000000, 0})) << style;
     }
 }
 
