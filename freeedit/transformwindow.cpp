@@ -1,7 +1,9 @@
 // The Free Edit window, in which a picture is turned, stretched, skewed and panned.
 #include "freeedit/transformwindow.h"
 
+#include "draw/drawwindow.h"
 #include "freeedit/canvas.h"
+#include "freeedit/handover.h"
 #include "freeedit/saving.h"
 #include "freeedit/skewdialog.h"
 #include "freeedit/sliders.h"
@@ -27,6 +29,8 @@ static_assert(static_cast<int>(SliderCode::ThumbTrack) == TB_THUMBTRACK);
 static_assert(static_cast<int>(SliderCode::EndTrack) == TB_ENDTRACK);
 
 constexpr UINT LoadDelayMs = 100;
+constexpr int CanvasTimer = 1;
+constexpr UINT CanvasDelayMs = 200;
 constexpr UINT RaiseMessage = WM_APP; // of its own: the canvas is to come above it again
 
 // Tells the window that one of its controls has got the keyboard.
@@ -40,10 +44,10 @@ class FocusWatch : public ControlWatch {
     }
 };
 
-class TransformWindow : public Dialog {
+class TransformWindow : public Dialog, private HandOverView {
   public:
-    TransformWindow(const Order& order, StepFiles& steps, Messages& messages)
-        : Dialog(TransformWindowLayout), order_(order), steps_(steps), messages_(messages) {}
+    TransformWindow(const Order& order, FreeEditState& state, Messages& messages)
+        : Dialog(TransformWindowLayout), order_(order), state_(state), messages_(messages) {}
 
   private:
     void OnStart() override;
@@ -66,13 +70,26 @@ class TransformWindow : public Dialog {
     void Save();
     void Skew();
 
+    // As the hand-over to the paint window sees it.
+    void ApplyTransform() override { canvas_.ApplyTransform(); }
+    const CornerPoints& Points() const override { return canvas_.Points(); }
+    bool Capture(const std::string& path, const CanvasArea& area) override { return canvas_.Capture(path, area); }
+    void HideWindow() override;
+    void ShowWindow() override;
+    void ShowCanvasAgain();
+    bool Draw(const std::string& drawFile) override {
+        return DrawWindow(Handle(), drawFile, state_.textFont, messages_);
+    }
+    void LoadCanvasImage(const std::string& path) override { canvas_.LoadCanvasImage(path); }
+
     // Lights the label that the mouse is over; 0 lights none.
     void PaintLabels(int lit);
 
     const Order& order_;
-    StepFiles& steps_;
+    FreeEditState& state_;
     Messages& messages_;
     uintptr_t session_ = 0;
+    int canvasRaises_ = 0;
     bool isOpening_ = true; // until the picture is loaded
     CanvasTransform transform_;
     Canvas canvas_{transform_};
@@ -87,7 +104,7 @@ void TransformWindow::OnStart() {
     SetText(PathBox, order_.SourceFile());
     transform_.settings.cornerTexts.fill("0");
     canvas_.CreateCanvas(Handle());
-    ShowWindow(Handle(), SW_MAXIMIZE);
+    ::ShowWindow(Handle(), SW_MAXIMIZE);
     SetUpSlider(StretchSlider, StretchRange);
     SetUpSlider(RotationSlider, RotationRange);
     SetText(StretchLabel, StretchText(SliderPosition(StretchSlider)));
@@ -118,6 +135,9 @@ void TransformWindow::SetUpSlider(int id, const SliderRange& range) {
 }
 
 void TransformWindow::OnTimer(int timer) {
+    if (timer == CanvasTimer) {
+        ShowCanvasAgain();
+    }
     if (timer == LoadTimer) {
         StopTimer(LoadTimer);
         isOpening_ = false;
@@ -198,7 +218,7 @@ void TransformWindow::MoveSlider(HWND slider) {
 // A modal window may be shown in its normal size once more when it has nothing left to do at first.
 void TransformWindow::OnSize(WPARAM kind) {
     if (isOpening_ && kind == SIZE_RESTORED && canvas_.Handle() != nullptr) {
-        ShowWindow(Handle(), SW_MAXIMIZE);
+        ::ShowWindow(Handle(), SW_MAXIMIZE);
     } else {
         LayOut();
     }
@@ -245,6 +265,9 @@ void TransformWindow::Press() {
     case SkewLabel:
         Skew();
         break;
+    case DrawLabel:
+        HandOverToDraw(*this, transform_, order_.Target(), state_.steps);
+        break;
     default:
         break;
     }
@@ -253,7 +276,7 @@ void TransformWindow::Press() {
 
 void TransformWindow::Save() {
     const WaitCursor waiting(messages_);
-    SavePicture(canvas_, order_.Target(), steps_.counter);
+    SavePicture(canvas_, order_.Target(), state_.steps.counter);
 }
 
 void TransformWindow::Skew() {
@@ -261,21 +284,47 @@ void TransformWindow::Skew() {
     canvas_.ApplyTransform();
 }
 
+void TransformWindow::HideWindow() {
+    ::ShowWindow(canvas_.Handle(), SW_HIDE);
+    ::ShowWindow(Handle(), SW_HIDE);
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        DispatchMessageA(&message);
+    }
+}
+
+void TransformWindow::ShowWindow() {
+    ::ShowWindow(Handle(), SW_SHOW);
+    canvasRaises_ = 0;
+    StartTimer(CanvasTimer, CanvasDelayMs);
+}
+
+// Whatever gets the keyboard comes to the front of some displays, and that may take a while, so the canvas comes last,
+// and then makes sure of its place.
+void TransformWindow::ShowCanvasAgain() {
+    constexpr int Raises = 5;
+    ::ShowWindow(canvas_.Handle(), SW_SHOWNA);
+    canvas_.Raise();
+    if (++canvasRaises_ == Raises) {
+        StopTimer(CanvasTimer);
+    }
+}
+
 // The picture goes with its session.
 void TransformWindow::OnDestroy() {
     canvas_.End();
     EndCanvasSession(session_);
-    steps_ = {};
+    state_.steps = {};
 }
 
 } // namespace
 
-void ShowTransformWindow(HWND parent, const Order& order, StepFiles& steps, Messages& messages) {
+void ShowTransformWindow(HWND parent, const Order& order, FreeEditState& state, Messages& messages) {
     if (order.SourceFile().empty()) {
         return;
     }
-    TransformWindow(order, steps, messages).RunModal(parent);
-    RemoveStepFiles(steps);
+    TransformWindow(order, state, messages).RunModal(parent);
+    RemoveStepFiles(state.steps);
 }
 
 } // namespace lumbrix

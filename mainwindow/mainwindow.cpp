@@ -35,7 +35,7 @@ class MainWindow : public Dialog, private Order, private ActionWindows {
     void OnStart() override;
     void OnCommand(int id, int notification) override;
     void OnDrop(HDROP files) override;
-    void OnDestroy() override { RemoveStepFiles(stepFiles_); } // the controls are still there
+    void OnDestroy() override { RemoveStepFiles(freeEdit_.steps); } // the controls are still there
 
     void SetInitialChecks();
     void TakeSource(const std::string& path);
@@ -72,11 +72,11 @@ class MainWindow : public Dialog, private Order, private ActionWindows {
 
     MessageBoxes messages_;
     AnnotateState annotating_;
-    StepFiles stepFiles_;
+    FreeEditState freeEdit_;
 };
 
 void MainWindow::OnStart() {
-    stepFiles_.owner = this;
+    freeEdit_.steps.owner = this;
     Hide(CropCheck);
     SetInitialChecks();
     SetWindowIconFromModule(Handle());
@@ -99,7 +99,7 @@ void MainWindow::OnCommand(int id, int notification) {
         return RotateAndFlip();
     }
     if (id == FreeEditButton) {
-        return ShowTransformWindow(Handle(), *this, stepFiles_, messages_);
+        return ShowTransformWindow(Handle(), *this, freeEdit_, messages_);
     }
     if (id == CropCheck && IsChecked(CropCheck)) {
         return RunCropAction(*this, *this, messages_, annotating_);

@@ -40,6 +40,7 @@ using OwnedBrush = Owned<HBRUSH, DeleteObject>;
 using OwnedBitmap = Owned<HBITMAP, DeleteObject>;
 using OwnedContext = Owned<HDC, DeleteDC>; // one that was created
 using OwnedFont = Owned<HFONT, DeleteObject>;
+using OwnedPen = Owned<HPEN, DeleteObject>;
 
 using OwnedFile = Owned<HANDLE, CloseHandle>;
 using OwnedModule = Owned<HMODULE, FreeLibrary>;

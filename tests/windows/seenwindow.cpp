@@ -18,7 +18,10 @@ constexpr DWORD TakesFilesStyle = 0x10;
 constexpr DWORD ModalFrameStyle = 0x1; // which comes with the frame of the template
 constexpr DWORD NotifiesNobodyStyle = 0x4;
 constexpr DWORD BorderStyle = 0x00800000;
-constexpr DWORD SunkenEdgeStyle = 0x200; // what a dialog may make of a border
+constexpr DWORD SunkenEdgeStyle = 0x200;   // what a dialog may make of a border
+constexpr DWORD SunkenLabelStyle = 0x1000; // which comes with the edge below
+constexpr DWORD StaticEdgeStyle = 0x20000;
+constexpr DWORD ScrollBarStyle = 0x00200000; // which a drop-down list gives to the list that it opens
 
 // What a kind of control is on the platform; `colors` is the message that asks for its colours, 0 for none.
 struct ExpectedClass {
@@ -49,7 +52,7 @@ ExpectedClass ClassOf(ExpectedKind kind) {
     case ExpectedKind::Frame:
         return {"Button", 0x50000007, 0, WM_CTLCOLORSTATIC};
     case ExpectedKind::DropDownList:
-        return {"ComboBox", 0x50210003, 0, WM_CTLCOLOREDIT};
+        return {"ComboBox", 0x50010003, 0, WM_CTLCOLOREDIT};
     case ExpectedKind::TrackBar:
         return {"msctls_trackbar32", 0x50010000, 0, WM_CTLCOLORSTATIC};
     case ExpectedKind::Graphic:
@@ -102,11 +105,12 @@ std::string ColorWords(const ExpectedControl& control, UINT question) {
 // All that is compared of a control, to be read where it differs.
 std::string RowWords(const ExpectedControl& control, const std::string& className, const std::string& caption,
                      DWORD style, DWORD extendedStyle, const ExpectedPlace& place) {
-    const bool hasText = control.kind == ExpectedKind::TextBox;
+    const bool hasText = control.kind == ExpectedKind::TextBox || control.kind == ExpectedKind::DropDownList;
+    const bool isList = control.kind == ExpectedKind::DropDownList; // its height is that with the list open
     std::ostringstream words;
     words << control.id << " " << className << " \"" << (hasText ? "" : caption) << "\" styles " << std::hex << style
           << " and " << extendedStyle << std::dec << ", at " << place.x << ',' << place.y << " of " << place.width
-          << 'x' << place.height;
+          << 'x' << (isList ? 0 : place.height);
     return words.str();
 }
 
@@ -127,6 +131,8 @@ DWORD LastingStyle(HWND item, ExpectedKind kind) {
     auto style = static_cast<DWORD>(GetWindowLongA(item, GWL_STYLE));
     if (kind == ExpectedKind::PushButton) {
         style &= ~DefaultButtonStyle;
+    } else if (kind == ExpectedKind::DropDownList) {
+        style &= ~ScrollBarStyle;
     } else if (kind == ExpectedKind::RadioButton || kind == ExpectedKind::FirstRadioButton) {
         style &= ~StopStyle;
     }
@@ -228,6 +234,9 @@ std::string SeenWindow::Row(const ExpectedControl& control, HWND item) const {
         EXPECT_TRUE((style & BorderStyle) != 0 || (extendedStyle & SunkenEdgeStyle) != 0) << control.id;
         style &= ~BorderStyle;
         extendedStyle &= ~SunkenEdgeStyle;
+    }
+    if (control.kind == ExpectedKind::Label && (control.extraStyle & SunkenLabelStyle) != 0) {
+        extendedStyle &= ~(StaticEdgeStyle & ~control.extraExtendedStyle);
     }
     return RowWords(control, WindowClass(item), WindowText(item), style, extendedStyle,
                     PlaceOf(window_.Window(), item)) +

@@ -1,0 +1,165 @@
+// Text on the canvas of the paint window in the running program, and the window for entering it.
+#include "tests/windows/drawfixture.h"
+#include "tests/windows/expected/textentry.h"
+
+namespace {
+
+using namespace lumbrix;
+using namespace tests;
+
+namespace entry = lumbrix::textentry;
+
+class DrawnText : public DrawTest {
+  protected:
+    static OpenWindow PressWith(const DrawWindows& draw, int tool, int x, int y) {
+        draw.window.Click(tool);
+        ClickAt(draw.On(x, y));
+        return draw.window.Further();
+    }
+
+    static void Exit(const OpenWindow& window, const std::string& text) {
+        window.SetText(entry::TextBox, text);
+        window.BeginClick(entry::ExitButton);
+        window.WaitUntilGone();
+    }
+
+    // How many pixels have a colour.
+    static int CountOf(const BmpView& seen, Rgb color) {
+        return seen.Width() * seen.Height() - seen.CountOthers(color);
+    }
+};
+
+TEST_F(DrawnText, WindowIsAsExpected) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    const OpenWindow window = PressWith(draw, NormalTextOption, 30, 30);
+    ExpectedWindow expected = ExpectedTextEntry();
+    for (ExpectedControl& control : expected.controls) {
+        if (control.kind == ExpectedKind::MultiLineBox) {
+            control.caption = window.Text(control.id);
+        }
+    }
+    SeenWindow(window).Expect(expected);
+    EXPECT_EQ(window.Text(entry::TextBox), "");
+    EXPECT_EQ(window.Text(entry::AngleBox), "0");
+    window.BeginClick(entry::AbortButton);
+    window.WaitUntilGone();
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, NormalTextIsInTheFillColorWhereTheMouseWas) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    Exit(PressWith(draw, NormalTextOption, 60, 40), "HHHH\r\nHH");
+    EXPECT_TRUE(WaitFor([&] { return !IsAllWhite(draw.Seen()); }));
+    const BmpView seen = draw.Seen();
+    InkBox ink{seen.Width(), seen.Height(), 0, 0};
+    for (int y = 0; y < seen.Height(); ++y) {
+        for (int x = 0; x < seen.Width(); ++x) {
+            if (!(seen.At(x, y) == White)) {
+                ink = {std::min(ink.left, x), std::min(ink.top, y), std::max(ink.right, x + 1),
+                       std::max(ink.bottom, y + 1)};
+            }
+        }
+    }
+    EXPECT_NEAR(ink.left, 61, 2);
+    EXPECT_GE(ink.top, 40);
+    EXPECT_LE(ink.top, 46);
+    EXPECT_GT(ink.bottom - ink.top, 20); // two lines
+    EXPECT_GT(CountOf(seen, {196, 193, 196}), 20);
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, ReliefHasADarkAndALightSide) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    Choose(draw, PatternList, 1);
+    draw.window.Click(SquareBoxOption);
+    Stroke(draw, {0, 0}, {400, 300}); // a grey ground, on which white shows
+    Exit(PressWith(draw, SunkenTextOption, 60, 40), "HHHH");
+    EXPECT_TRUE(WaitFor([&] { return CountOf(draw.Seen(), {0, 0, 128}) > 10; }));
+    EXPECT_GT(CountOf(draw.Seen(), White), 10);
+    // The dark side is above and to the left. Letters have soft edges, so neither colour need be met exactly.
+    const auto first = [&](int top, bool isDark) {
+        const BmpView seen = draw.Seen();
+        for (int x = 40; x < 200; ++x) {
+            for (int y = top; y < top + 25; ++y) {
+                const int red = seen.At(x, y).red;
+                if (isDark ? red < 150 : red > 230) {
+                    return x;
+                }
+            }
+        }
+        return 1000;
+    };
+    EXPECT_LT(first(40, true), first(40, false));
+    Exit(PressWith(draw, RaisedTextOption, 60, 140), "HHHH");
+    EXPECT_TRUE(WaitFor([&] { return first(140, true) < 1000; }));
+    EXPECT_LT(first(140, false), first(140, true));
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, EmptyAndAbortedEntriesDrawNothingAndCannotBeUndone) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    draw.window.Click(LineOption);
+    Stroke(draw, {20, 20}, {120, 20});
+    Exit(PressWith(draw, NormalTextOption, 60, 40), "");
+    const OpenWindow window = PressWith(draw, NormalTextOption, 90, 60);
+    window.SetText(entry::TextBox, "not wanted");
+    window.BeginClick(entry::AbortButton);
+    window.WaitUntilGone();
+    Settle(draw);
+    draw.window.Click(UndoButton);
+    EXPECT_TRUE(WaitFor([&] { return IsAllWhite(draw.Seen()); }));
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, ClearDoesNothingOnceTextIsThere) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    Exit(PressWith(draw, NormalTextOption, 60, 40), "HHHH");
+    EXPECT_TRUE(WaitFor([&] { return !IsAllWhite(draw.Seen()); }));
+    const BmpView before = draw.Seen();
+    draw.window.Click(ClearButton);
+    EXPECT_EQ(OwnCanvas(before).DifferencesFrom(draw.Seen()), 0);
+    EXPECT_FALSE(IsAllWhite(draw.Seen()));
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, ChangedFontStaysWhicheverWayTheWindowEnds) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    const OpenWindow window = PressWith(draw, NormalTextOption, 60, 200);
+    window.SetText(entry::TextBox, "kept");
+    window.SetText(entry::AngleBox, "12.5");
+    window.BeginClick(entry::ChangeFontButton);
+    const HWND fonts = window.WaitForDialog();
+    EXPECT_TRUE(WaitFor([&] { return GetDlgItem(fonts, IDOK) != nullptr; }));
+    PostMessageA(GetDlgItem(fonts, IDOK), BM_CLICK, 0, 0);
+    EXPECT_TRUE(WaitFor([&] { return !IsWindow(fonts); }));
+    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(window.Window()) != 0; }));
+    window.BeginClick(entry::AbortButton);
+    window.WaitUntilGone();
+    Settle(draw);
+    EXPECT_TRUE(IsAllWhite(draw.Seen()));
+    const OpenWindow again = PressWith(draw, NormalTextOption, 100, 200);
+    EXPECT_EQ(again.Text(entry::TextBox), "kept");
+    EXPECT_EQ(again.Text(entry::AngleBox), "12.5");
+    Exit(again, "HHHHHHHHHHHH");
+    EXPECT_TRUE(WaitFor([&] { return !IsAllWhite(draw.Seen()); }));
+    // Slanted upwards, it leaves its line.
+    const BmpView seen = draw.Seen();
+    int top = seen.Height();
+    for (int y = 0; y < seen.Height() && top == seen.Height(); ++y) {
+        for (int x = 0; x < seen.Width(); ++x) {
+            if (!(seen.At(x, y) == White)) {
+                top = y;
+            }
+        }
+    }
+    EXPECT_LT(top, 195);
+    CloseAll(draw, opened);
+}
+
+} // namespace
