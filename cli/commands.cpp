@@ -3,6 +3,7 @@
 
 #include "cli/drawing.h"
 #include "cli/folder.h"
+#include "cli/icon.h"
 #include "cli/reading.h"
 #include "cli/reshaping.h"
 
@@ -44,6 +45,14 @@ constexpr Command AllCommands[] = {
     {"date", "FILE [TEXT]", "print the picture's date, or write a JPEG copy NAME_stamped.jpg with TEXT as its date", 1,
      2, WritingOptions, RunDate,
      "NAME ends before the file name's first dot; a copy that is there already is not replaced"},
+    {"icon",
+     "FILE",
+     "make an icon of a square bitmap, 32 pixels wide and high, on Windows only, and print its name",
+     1,
+     1,
+     {},
+     RunIcon,
+     "NAME.ico is replaced, pixels of the colour C5C5C5 become transparent, written.ico beside lumbrix-cli is deleted"},
 };
 
 void PrintOption(const Option& option) {

@@ -6,6 +6,7 @@
 #include "draw/iconrules.h"
 #include "platform/errors.h"
 #include "platform/filefacts.h"
+#include "platform/files.h"
 #include "toolkit/handles.h"
 
 namespace lumbrix {
@@ -46,8 +47,13 @@ std::optional<std::string> WhyUnfit(const std::string& path) {
     default:
         break;
     }
-    if (!IsBitmapFile(StartOfFile(path))) {
+    const std::string start = StartOfFile(path);
+    if (!IsBitmapFile(start)) {
         return Unread(path, "it is not a bitmap");
+    }
+    // The system may take what is missing for pixels all the same.
+    if (!HasAllPixels(start, FileSize(path).value_or(0))) {
+        return Unread(path, "it is damaged: pixels are missing");
     }
     if (IsSameFile(path, IconPath(path))) {
         return "cannot write " + path + ": it is the source itself";

@@ -31,7 +31,7 @@ TEST_F(CommandLine, HelpNamesEveryCommandAndOption) {
          {"convert",         "thumb",    "resize",      "crop",        "rotate",        "annotate", "stamp",
           "folder",          "size",     "properties",  "date",        "SOURCE TARGET", "--font",   "--size",
           "--bold",          "--italic", "--underline", "--strikeout", "--color",       "--alpha",  "--recursive",
-          "--skip-existing", "--jobs",   "--strict",    "--version"}) {
+          "--skip-existing", "--jobs",   "--strict",    "--version",   "icon"}) {
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
     }
 }
@@ -53,6 +53,14 @@ TEST_F(CommandLine, HelpTellsWhatACommandDoesBesides) {
     EXPECT_NE(Run({"stamp", "--help"}).output.find("becomes denser"), std::string::npos);
     EXPECT_NE(Run({"date", "--help"}).output.find("is not replaced"), std::string::npos);
     EXPECT_NE(Run({"properties", "--help"}).output.find("left out"), std::string::npos);
+    EXPECT_NE(Run({"icon", "--help"}).output.find("on Windows only"), std::string::npos);
+    EXPECT_NE(Run({"icon", "--help"}).output.find("written.ico beside lumbrix-cli is deleted"), std::string::npos);
+}
+
+TEST_F(CommandLine, IconsAreMadeOnWindowsOnly) {
+    const Outcome outcome = Run({"icon", Path("source.bmp")});
+    ExpectWrongUsage(outcome, "lumbrix-cli: the command icon is there on Windows only; see lumbrix-cli --help\n");
+    EXPECT_EQ(NamesIn(""), std::set<std::string>{"source.bmp"});
 }
 
 TEST_F(CommandLine, HelpMayBeAPlainWord) { ExpectFailure(Run({"size", "--", "--help"}), "--help", "no such file"); }

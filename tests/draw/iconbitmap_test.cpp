@@ -33,7 +33,7 @@ class IconBitmap : public testing::Test {
 };
 
 TEST_F(IconBitmap, StartOfAFileIsNoLongerThanNeeded) {
-    EXPECT_EQ(StartOfFile(Write("abcdefghijklmnopqrstuvwxyz0123")), "abcdefghijklmnopqrstuvwxyz");
+    EXPECT_EQ(StartOfFile(Write("abcdefghijklmnopqrstuvwxyz0123456789")), "abcdefghijklmnopqrstuvwxyz01234567");
     EXPECT_EQ(StartOfFile(Write("abc")), "abc");
     EXPECT_EQ(StartOfFile(Write("")), "");
 }

@@ -44,6 +44,50 @@ TEST(BitmapFile, BeginsWithItsSignatureAndAHeaderOf40BytesOrMore) {
     EXPECT_FALSE(IsBitmapFile(""));
 }
 
+// The start of a file whose pixels begin at 54.
+std::string StartWith(PixelSize size, int depth, int compression) {
+    std::string start(34, '\0');
+    const auto put = [&](std::size_t place, std::uint32_t number, std::size_t bytes) {
+        for (std::size_t i = 0; i < bytes; ++i) {
+            start[place + i] = static_cast<char>(number >> (8 * i));
+        }
+    };
+    put(10, 54, 4);
+    put(18, static_cast<std::uint32_t>(size.width), 4);
+    put(22, static_cast<std::uint32_t>(size.height), 4);
+    put(26, 1, 2);
+    put(28, static_cast<std::uint32_t>(depth), 2);
+    put(30, static_cast<std::uint32_t>(compression), 4);
+    return start;
+}
+
+TEST(BitmapFile, HasAllPixelsWithAllItsRows) {
+    EXPECT_TRUE(HasAllPixels(StartWith({3, 5}, 24, 0), 54 + 5 * 12));
+    EXPECT_FALSE(HasAllPixels(StartWith({3, 5}, 24, 0), 54 + 5 * 12 - 1));
+    EXPECT_TRUE(HasAllPixels(StartWith({33, -5}, 1, 0), 54 + 5 * 8)) << "the top row first";
+    EXPECT_FALSE(HasAllPixels(StartWith({33, -5}, 1, 0), 54 + 5 * 8 - 1));
+    EXPECT_TRUE(HasAllPixels(StartWith({3, 5}, 32, 3), 54 + 5 * 12)) << "with masks";
+    EXPECT_FALSE(HasAllPixels(StartWith({3, 5}, 32, 3), 54 + 5 * 12 - 1));
+}
+
+TEST(BitmapFile, CompressedHasPixelsWhereAnyByteIsThere) {
+    EXPECT_TRUE(HasAllPixels(StartWith({300, 500}, 8, 1), 55));
+    EXPECT_FALSE(HasAllPixels(StartWith({300, 500}, 8, 1), 54));
+}
+
+TEST(BitmapFile, WithoutAreaOrDepthHasNoPixels) {
+    EXPECT_FALSE(HasAllPixels(StartWith({0, 5}, 24, 0), 1000));
+    EXPECT_FALSE(HasAllPixels(StartWith({-3, 5}, 24, 0), 1000));
+    EXPECT_FALSE(HasAllPixels(StartWith({3, 0}, 24, 0), 1000));
+    EXPECT_FALSE(HasAllPixels(StartWith({3, 5}, 0, 0), 1000));
+    EXPECT_TRUE(HasAllPixels(StartWith({1, 1}, 1, 0), 58));
+}
+
+TEST(BitmapFile, OfHugeSizesLacksPixels) {
+    EXPECT_FALSE(HasAllPixels(StartWith({0x7FFFFFFF, 0x7FFFFFFF}, 0xFFFF, 0), 0xFFFFFFFF));
+    EXPECT_FALSE(HasAllPixels(StartWith({0x40000000, 0x40000000}, 32, 0), 1000)) << "2 to the power of 64 bits";
+}
+
 TEST(IconPath, ReplacesTheLastThreeCharacters) {
     EXPECT_EQ(IconPath("C:\\pictures\\photo.bmp"), "C:\\pictures\\photo.ico");
     EXPECT_EQ(IconPath("two.dots.BMP"), "two.dots.ico");

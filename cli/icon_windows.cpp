@@ -1,0 +1,23 @@
+// The command that makes an icon of a bitmap.
+#include "cli/icon.h"
+
+#include "cli/job.h"
+#include "cli/text.h"
+#include "draw/iconcommand.h"
+#include "draw/iconrules.h"
+
+#include <cstdio>
+
+namespace lumbrix::cli {
+
+int RunIcon(const Arguments& arguments) {
+    const std::string& bitmap = arguments[0];
+    RequireName(bitmap);
+    if (const auto cause = WhyNoIcon(bitmap)) {
+        throw Failure{*cause};
+    }
+    std::printf("%s\n", Printable(IconPath(bitmap)).c_str());
+    return 0;
+}
+
+} // namespace lumbrix::cli
