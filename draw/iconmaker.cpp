@@ -15,22 +15,20 @@ namespace {
 
 constexpr PixelSize IconSize{IconSide, IconSide};
 
-// A window that is no dialog has the units of the system's font.
-PixelSize UnitsAsPixels(HWND window, int width, int height) {
-    RECT rectangle{0, 0, width, height};
-    if (!MapDialogRect(window, &rectangle)) {
-        const LONG base = GetDialogBaseUnits();
-        return {MulDiv(width, LOWORD(base), 4), MulDiv(height, HIWORD(base), 8)};
+// That of an icon, but for what rounding to dialog units takes off. A window that is no dialog has none.
+PixelSize GraphicSize(HWND window) {
+    constexpr int ManyUnits = 1024;
+    RECT many{0, 0, ManyUnits, ManyUnits};
+    if (!MapDialogRect(window, &many)) {
+        return IconSize;
     }
-    return {rectangle.right, rectangle.bottom};
+    RECT graphic{0, 0, UnitsOfPixels(IconSide, many.right), UnitsOfPixels(IconSide, many.bottom)};
+    MapDialogRect(window, &graphic);
+    return {graphic.right, graphic.bottom};
 }
 
-// As large as an icon, but for what rounding to dialog units takes off.
 void AddGraphic(HWND window) {
-    constexpr int ManyUnits = 1024;
-    const PixelSize many = UnitsAsPixels(window, ManyUnits, ManyUnits);
-    const PixelSize size =
-        UnitsAsPixels(window, UnitsOfPixels(IconSide, many.width), UnitsOfPixels(IconSide, many.height));
+    const PixelSize size = GraphicSize(window);
     CreateWindowExA(0, "static", "", WS_CHILD | WS_VISIBLE | SS_OWNERDRAW, 0, 0, size.width, size.height, window,
                     reinterpret_cast<HMENU>(IconGraphicId), GetModuleHandleA(nullptr), nullptr);
 }

@@ -38,6 +38,13 @@ TEST_F(IconBitmap, StartOfAFileIsNoLongerThanNeeded) {
     EXPECT_EQ(StartOfFile(Write("")), "");
 }
 
+TEST_F(IconBitmap, StartIsReadWhileAnotherProgramHasTheFileOpen) {
+    const std::string path = Write("abc");
+    const OwnedFile held(CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                     nullptr, OPEN_EXISTING, 0, nullptr));
+    EXPECT_EQ(StartOfFile(path), "abc");
+}
+
 TEST_F(IconBitmap, FolderHasNoStart) {
     const auto error = trap([&] { StartOfFile(folder_.Path().string()); });
     ASSERT_TRUE(error);

@@ -242,6 +242,15 @@ TEST_F(IconMaker, GraphicIsAsLargeAsAnIconInWholeDialogUnits) {
     EXPECT_EQ(GetWindowLongPtrA(graphic, GWL_STYLE) & SS_TYPEMASK, SS_OWNERDRAW);
 }
 
+TEST_F(IconMaker, GraphicIsAsLargeAsAnIconWhereThereAreNoDialogUnits) {
+    WriteBytes(folder_ / "broken.bmp", "");
+    Make("broken.bmp");
+    RECT place{};
+    ASSERT_TRUE(GetWindowRect(Graphic(), &place));
+    EXPECT_EQ(place.right - place.left, 32);
+    EXPECT_EQ(place.bottom - place.top, 32);
+}
+
 TEST_F(IconMaker, MissingFileIsRaisedAndNotMade) {
     const auto error = trap([&] { Make("none.bmp"); });
     ASSERT_TRUE(error);
