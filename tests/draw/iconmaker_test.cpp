@@ -6,7 +6,7 @@
 #include "tests/support/fakemessages.h"
 #include "tests/support/temporaryfolder.h"
 #include "tests/toolkit/ownwindow.h"
-#include "toolkit/dialog.h"
+#include "toolkit/handles.h"
 
 #include <gtest/gtest.h>
 
@@ -21,17 +21,33 @@ using tests::Red;
 constexpr Rgb KeyGrey{197, 197, 197};
 constexpr int GraphicId = 1234;
 
-constexpr WindowLayout EmptyDialog{
-    .caption = "",
-    .x = 0,
-    .y = 0,
-    .width = 200,
-    .height = 100,
-    .style = FixedDialog,
-    .extendedStyle = 0,
-    .background = SystemColor,
-    .fonts = {},
-    .controls = {},
+// A dialog without controls whose font makes its units differ across and down.
+class EmptyDialog {
+  public:
+    EmptyDialog() {
+        struct {
+            DLGTEMPLATE dialog{WS_POPUP | DS_SETFONT, 0, 0, 0, 0, 100, 50};
+            WORD menuClassAndTitle[3]{};
+            WORD points = 12;
+            wchar_t face[6] = L"Arial";
+        } form;
+        window_ = CreateDialogIndirectParamA(GetModuleHandleA(nullptr), &form.dialog, nullptr, nullptr, 0);
+    }
+    ~EmptyDialog() { DestroyWindow(window_); }
+    EmptyDialog(const EmptyDialog&) = delete;
+    EmptyDialog& operator=(const EmptyDialog&) = delete;
+
+    HWND Handle() const { return window_; }
+
+    // Of four dialog units across and eight down.
+    PixelSize BaseUnits() const {
+        RECT base{0, 0, 4, 8};
+        MapDialogRect(window_, &base);
+        return {base.right, base.bottom};
+    }
+
+  private:
+    HWND window_;
 };
 
 // No two pixels are alike.
@@ -225,20 +241,20 @@ TEST_F(IconMaker, GraphicIsGoneBehindAnIcon) {
 }
 
 TEST_F(IconMaker, GraphicIsAsLargeAsAnIconInWholeDialogUnits) {
-    Dialog dialog(EmptyDialog);
-    ASSERT_TRUE(dialog.OpenModeless(window_.Handle()));
+    const EmptyDialog dialog;
+    const PixelSize base = dialog.BaseUnits();
+    ASSERT_NE(32 * 4 / base.width, 32 * 8 / base.height);
     WriteBytes(folder_ / "broken.bmp", "");
     MakeIcon(dialog.Handle(), Path("broken.bmp"), messages_);
-    const HWND graphic = dialog.Item(GraphicId);
+    const HWND graphic = GetDlgItem(dialog.Handle(), GraphicId);
     ASSERT_NE(graphic, nullptr);
     RECT place{};
     GetWindowRect(graphic, &place);
     MapWindowPoints(nullptr, dialog.Handle(), reinterpret_cast<POINT*>(&place), 2);
-    const PixelSize units = dialog.InUnits({32, 32});
-    const RECT expected = dialog.InPixels({0, 0, units.width, units.height});
-    EXPECT_TRUE(EqualRect(&place, &expected)) << place.right << " x " << place.bottom;
-    EXPECT_NEAR(place.right, 32, 2);
-    EXPECT_NEAR(place.bottom, 32, 2);
+    EXPECT_EQ(place.left, 0);
+    EXPECT_EQ(place.top, 0);
+    EXPECT_EQ(place.right, MulDiv(32 * 4 / base.width, base.width, 4));
+    EXPECT_EQ(place.bottom, MulDiv(32 * 8 / base.height, base.height, 8));
     EXPECT_EQ(GetWindowLongPtrA(graphic, GWL_STYLE) & SS_TYPEMASK, SS_OWNERDRAW);
 }
 
