@@ -230,7 +230,7 @@ TEST_F(Draw, TwelveStrokesCanBeUndoneAndRedone) {
     const DrawWindows draw = OpenBlank(opened);
     draw.window.Click(UndoButton);
     draw.window.Click(RedoButton);
-    EXPECT_TRUE(IsAllWhite(draw.Seen()));
+    EXPECT_TRUE(WaitFor([&] { return IsAllWhite(draw.Seen()); }));
     const auto isDrawn = [&](int stroke) { return draw.Seen().At(30, 10 + 10 * stroke) == tests::Black; };
     for (int stroke = 0; stroke < 13; ++stroke) {
         Stroke(draw, {20, 10 + 10 * stroke}, {120, 10 + 10 * stroke});

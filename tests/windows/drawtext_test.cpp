@@ -142,7 +142,7 @@ TEST_F(DrawnText, ChangedFontStaysWhicheverWayTheWindowEnds) {
     window.BeginClick(entry::AbortButton);
     window.WaitUntilGone();
     Settle(draw);
-    EXPECT_TRUE(IsAllWhite(draw.Seen()));
+    EXPECT_TRUE(WaitFor([&] { return IsAllWhite(draw.Seen()); }));
     const OpenWindow again = PressWith(draw, NormalTextOption, 100, 200);
     EXPECT_EQ(again.Text(entry::TextBox), "kept");
     EXPECT_EQ(again.Text(entry::AngleBox), "12.5");

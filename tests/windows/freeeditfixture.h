@@ -177,6 +177,10 @@ class FreeEditTest : public ProgramTest {
                std::abs(one.blue - other.blue) <= Difference;
     }
 
+    static void ExpectWhite(const FreeEditWindows& opened) {
+        EXPECT_TRUE(WaitFor([&] { return IsAllWhite(opened.SeenCanvas()); }, 5000)) << "something is on the canvas";
+    }
+
     static bool IsAllWhite(const BmpView& seen) { return seen.CountOthers(White) == 0; }
 
     DWORD Process() const {

@@ -81,7 +81,7 @@ TEST_F(Skew, EmptyBoxesCountAsZero) {
     const OpenWindow dialog = OpenSkew(opened);
     dialog.SetText(TopRightXBox, "");
     Press(opened, dialog, SetButton);
-    EXPECT_TRUE(IsAllWhite(opened.SeenCanvas())); // of no width
+    ExpectWhite(opened); // of no width
     Close(opened);
 }
 
