@@ -102,7 +102,7 @@ std::optional<LRESULT> PaintWindow::OnMessage(UINT message, WPARAM wordParameter
         PressedOnChild(LOWORD(wordParameter), longParameter);
         break;
     case WM_SETCURSOR:
-        if (reinterpret_cast<HWND>(wordParameter) != Item(DrawCanvas)) {
+        if (reinterpret_cast<HWND>(wordParameter) != Item(DrawCanvas) && TextOf(StatusLabel) != RestingStatus) {
             SetText(StatusLabel, RestingStatus);
         }
         break;
