@@ -4,7 +4,9 @@
 #include "base/geometry.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
+#include <span>
 #include <string>
 
 namespace lumbrix {
@@ -18,11 +20,13 @@ constexpr std::size_t CanvasPixelBytes(PixelSize size) {
                : 0;
 }
 
-// A snapshot whose pixels are all 0, to be filled in.
-inline std::string BlankCanvasBits(PixelSize size) {
-    std::string bits(CanvasBitsHeaderBytes + CanvasPixelBytes(size), '\0');
-    std::memcpy(bits.data(), &size.width, sizeof size.width);
-    std::memcpy(bits.data() + sizeof size.width, &size.height, sizeof size.height);
+// The snapshot of these pixels, of which there must be as many as the size says.
+inline std::string CanvasBitsOf(PixelSize size, std::span<const std::uint8_t> pixels) {
+    std::string bits;
+    bits.reserve(CanvasBitsHeaderBytes + pixels.size());
+    bits.append(reinterpret_cast<const char*>(&size.width), sizeof size.width);
+    bits.append(reinterpret_cast<const char*>(&size.height), sizeof size.height);
+    bits.append(reinterpret_cast<const char*>(pixels.data()), pixels.size());
     return bits;
 }
 
@@ -38,7 +42,6 @@ inline PixelSize SizeOfCanvasBits(const std::string& bits) {
 }
 
 // Where the first pixel is; the snapshot must have a size.
-inline char* PixelsOfCanvasBits(std::string& bits) { return bits.data() + CanvasBitsHeaderBytes; }
 inline const char* PixelsOfCanvasBits(const std::string& bits) { return bits.data() + CanvasBitsHeaderBytes; }
 
 } // namespace lumbrix

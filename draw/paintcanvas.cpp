@@ -175,19 +175,16 @@ void PaintCanvas::HasDrawn() {
     }
 }
 
+// At once, and without the detour over a message to paint.
 void PaintCanvas::Repaint() {
-    InvalidateRect(Watched(), nullptr, FALSE);
-    UpdateWindow(Watched());
+    if (Watched() != nullptr) {
+        const WindowContext context(Watched());
+        Show(context.Get());
+    }
 }
 
 std::string PaintCanvas::ReadBits() {
-    if (!HasPicture()) {
-        return {};
-    }
-    std::string bits = BlankCanvasBits(picture_->Size());
-    const auto pixels = picture_->Pixels();
-    std::memcpy(PixelsOfCanvasBits(bits), pixels.data(), pixels.size());
-    return bits;
+    return HasPicture() ? CanvasBitsOf(picture_->Size(), picture_->Pixels()) : std::string();
 }
 
 void PaintCanvas::PutBits(const std::string& bits) {

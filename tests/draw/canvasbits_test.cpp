@@ -3,9 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace {
 
 using namespace lumbrix;
+
+std::string BlankCanvasBits(PixelSize size) {
+    return CanvasBitsOf(size, std::vector<std::uint8_t>(CanvasPixelBytes(size)));
+}
 
 TEST(CanvasBits, BeginWithTheSizeAndHaveFourBytesAPixel) {
     EXPECT_EQ(BlankCanvasBits({3, 2}), std::string("\3\0\0\0\2\0\0\0", 8) + std::string(24, '\0'));
@@ -13,11 +19,10 @@ TEST(CanvasBits, BeginWithTheSizeAndHaveFourBytesAPixel) {
 }
 
 TEST(CanvasBits, PixelsStandBehindTheSize) {
-    std::string bits = BlankCanvasBits({1, 1});
-    std::memcpy(PixelsOfCanvasBits(bits), "abcd", 4);
+    const std::vector<std::uint8_t> pixels{'a', 'b', 'c', 'd'};
+    const std::string bits = CanvasBitsOf({1, 1}, pixels);
     EXPECT_EQ(bits, std::string("\1\0\0\0\1\0\0\0abcd", 12));
-    const std::string& seen = bits;
-    EXPECT_EQ(std::string(PixelsOfCanvasBits(seen), 4), "abcd");
+    EXPECT_EQ(std::string(PixelsOfCanvasBits(bits), 4), "abcd");
 }
 
 TEST(CanvasBits, TellTheirSize) { EXPECT_EQ(SizeOfCanvasBits(BlankCanvasBits({70000, 3})), (PixelSize{70000, 3})); }
