@@ -285,6 +285,7 @@ void TransformWindow::Skew() {
 }
 
 void TransformWindow::HideWindow() {
+    StopTimer(CanvasTimer); // it may still be coming back from the last time
     ::ShowWindow(canvas_.Handle(), SW_HIDE);
     ::ShowWindow(Handle(), SW_HIDE);
     MSG message;
