@@ -42,6 +42,6 @@ inline PixelSize SizeOfCanvasBits(const std::string& bits) {
 }
 
 // Where the first pixel is; the snapshot must have a size.
-inline const char* PixelsOfCanvasBits(const std::string& bits) { return bits.data() + CanvasBitsHeaderBytes; }
+inline char* PixelsOfCanvasBits(std::string& bits) { return bits.data() + CanvasBitsHeaderBytes; }
 
 } // namespace lumbrix

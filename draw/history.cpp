@@ -29,11 +29,11 @@ void History::StepBack(List& from, List& to, SnapshotCanvas& canvas) {
         from = {};
         return;
     }
-    Insert(to, canvas.ReadBits());
-    canvas.PutBits(from.front());
-    canvas.RepaintBits();
-    from.front() = {};
+    std::string bits = std::exchange(from.front(), {});
     std::rotate(from.begin(), from.begin() + 1, from.end());
+    canvas.ExchangeBits(bits);
+    canvas.RepaintBits();
+    Insert(to, std::move(bits));
 }
 
 } // namespace lumbrix

@@ -14,7 +14,10 @@ class SnapshotCanvas {
 
     // Empty where the canvas cannot be read.
     virtual std::string ReadBits() = 0;
-    virtual void PutBits(const std::string& bits) = 0;
+
+    // Puts a snapshot on the canvas, and what the canvas was in its place: empty where it cannot be read.
+    virtual void ExchangeBits(std::string& bits) = 0;
+
     virtual void RepaintBits() = 0;
 };
 

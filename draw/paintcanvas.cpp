@@ -9,6 +9,7 @@
 #include "toolkit/mousepoint.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace lumbrix {
@@ -187,10 +188,20 @@ std::string PaintCanvas::ReadBits() {
     return HasPicture() ? CanvasBitsOf(picture_->Size(), picture_->Pixels()) : std::string();
 }
 
-void PaintCanvas::PutBits(const std::string& bits) {
-    if (HasPicture() && SizeOfCanvasBits(bits) == picture_->Size()) {
-        const auto pixels = picture_->Pixels();
-        std::memcpy(pixels.data(), PixelsOfCanvasBits(bits), pixels.size());
+// In place, for a snapshot of a large canvas takes longer to make than to fill.
+void PaintCanvas::ExchangeBits(std::string& bits) {
+    if (!HasPicture() || SizeOfCanvasBits(bits) != picture_->Size()) {
+        bits = ReadBits();
+        return;
+    }
+    std::array<std::uint8_t, 1 << 15> before;
+    const auto pixels = picture_->Pixels();
+    char* const snapshot = PixelsOfCanvasBits(bits);
+    for (std::size_t at = 0; at < pixels.size(); at += before.size()) {
+        const std::size_t count = std::min(before.size(), pixels.size() - at);
+        std::memcpy(before.data(), &pixels[at], count);
+        std::memcpy(&pixels[at], snapshot + at, count);
+        std::memcpy(snapshot + at, before.data(), count);
     }
 }
 

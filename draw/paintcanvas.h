@@ -66,7 +66,7 @@ class PaintCanvas : public Surface, private SnapshotCanvas, private ControlWatch
 
   private:
     std::string ReadBits() override;
-    void PutBits(const std::string& bits) override;
+    void ExchangeBits(std::string& bits) override;
     void RepaintBits() override { Repaint(); }
 
     LRESULT OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) override;

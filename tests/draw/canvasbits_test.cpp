@@ -20,7 +20,7 @@ TEST(CanvasBits, BeginWithTheSizeAndHaveFourBytesAPixel) {
 
 TEST(CanvasBits, PixelsStandBehindTheSize) {
     const std::vector<std::uint8_t> pixels{'a', 'b', 'c', 'd'};
-    const std::string bits = CanvasBitsOf({1, 1}, pixels);
+    std::string bits = CanvasBitsOf({1, 1}, pixels);
     EXPECT_EQ(bits, std::string("\1\0\0\0\1\0\0\0abcd", 12));
     EXPECT_EQ(std::string(PixelsOfCanvasBits(bits), 4), "abcd");
 }

@@ -15,9 +15,12 @@ class TextCanvas : public SnapshotCanvas {
         calls.push_back("read " + shown);
         return isReadable ? shown : std::string();
     }
-    void PutBits(const std::string& bits) override {
-        calls.push_back("put " + bits);
-        shown = bits;
+    void ExchangeBits(std::string& bits) override {
+        calls.push_back("put " + bits + " for " + shown);
+        shown.swap(bits);
+        if (!isReadable) {
+            bits.clear();
+        }
     }
     void RepaintBits() override { calls.push_back("repaint"); }
 
@@ -64,19 +67,19 @@ TEST_F(DrawHistory, SnapshotOnlyReads) {
     EXPECT_EQ(canvas_.calls, Steps{"read blank"});
 }
 
-TEST_F(DrawHistory, UndoReadsTheCanvasThenPutsAndRepaints) {
+TEST_F(DrawHistory, UndoExchangesTheCanvasAndRepaints) {
     Stroke("one");
     canvas_.calls.clear();
     history_.DrawUndo(canvas_);
-    EXPECT_EQ(canvas_.calls, (Steps{"read one", "put blank", "repaint"}));
+    EXPECT_EQ(canvas_.calls, (Steps{"put blank for one", "repaint"}));
 }
 
-TEST_F(DrawHistory, RedoReadsTheCanvasThenPutsAndRepaints) {
+TEST_F(DrawHistory, RedoExchangesTheCanvasAndRepaints) {
     Stroke("one");
     history_.DrawUndo(canvas_);
     canvas_.calls.clear();
     history_.DrawRedo(canvas_);
-    EXPECT_EQ(canvas_.calls, (Steps{"read blank", "put one", "repaint"}));
+    EXPECT_EQ(canvas_.calls, (Steps{"put one for blank", "repaint"}));
 }
 
 TEST_F(DrawHistory, GoesBackAndForthStepByStep) {
