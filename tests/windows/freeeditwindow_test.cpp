@@ -212,7 +212,7 @@ TEST_F(FreeEditWindow, PressActsOnWhatWasHoveredLastWhereverItIs) {
     Send(opened.window.Window(), WM_MOUSEMOVE, 0, clientPoint(MiddleOf(opened.window.Item(SaveLabel))));
     Send(opened.window.Window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(1, 1));
     EXPECT_TRUE(Exists("out.png"));
-    EXPECT_EQ(BackgroundOf(opened, SaveLabel), RGB(128, 128, 128));
+    EXPECT_TRUE(WaitFor([&] { return BackgroundOf(opened, SaveLabel) == RGB(128, 128, 128); }));
     Close(opened);
 }
 
@@ -223,7 +223,7 @@ TEST_F(FreeEditWindow, PressBesideTheLabelsDoesNothingButPutsThemOut) {
     Send(opened.window.Window(), WM_LBUTTONDOWN, MK_LBUTTON, bar);
     EXPECT_TRUE(opened.window.IsQuiet());
     EXPECT_FALSE(Exists("out.png"));
-    EXPECT_EQ(BackgroundOf(opened, SaveLabel), RGB(128, 128, 128));
+    EXPECT_TRUE(WaitFor([&] { return BackgroundOf(opened, SaveLabel) == RGB(128, 128, 128); }));
     EXPECT_EQ(opened.window.Text(RotationLabel), "Rotation: 0");
     Close(opened);
 }
@@ -234,9 +234,9 @@ TEST_F(FreeEditWindow, MouseOutsideTheWindowKeepsWhatWasHovered) {
     POINT save = MiddleOf(opened.window.Item(SaveLabel));
     ScreenToClient(opened.window.Window(), &save);
     Send(opened.window.Window(), WM_MOUSEMOVE, 0, MAKELPARAM(save.x, save.y));
-    EXPECT_EQ(BackgroundOf(opened, SaveLabel), RGB(87, 87, 87));
+    EXPECT_TRUE(WaitFor([&] { return BackgroundOf(opened, SaveLabel) == RGB(87, 87, 87); }));
     Send(opened.window.Window(), WM_MOUSEMOVE, 0, MAKELPARAM(-1, -1));
-    EXPECT_EQ(BackgroundOf(opened, SaveLabel), RGB(87, 87, 87));
+    EXPECT_TRUE(WaitUntilLasting([&] { return BackgroundOf(opened, SaveLabel) == RGB(87, 87, 87); }));
     Close(opened);
 }
 
