@@ -6,6 +6,7 @@
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "toolkit/bitmapfile.h"
+#include "toolkit/dialog.h"
 #include "toolkit/mousepoint.h"
 
 #include <algorithm>
@@ -15,12 +16,6 @@
 namespace lumbrix {
 
 namespace {
-
-PixelSize ClientSizeOf(HWND window) {
-    RECT client{};
-    GetClientRect(window, &client);
-    return {client.right, client.bottom};
-}
 
 OwnedBrush BrushFor(const BrushChoice& choice) {
     switch (choice.kind) {

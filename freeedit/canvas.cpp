@@ -102,8 +102,8 @@ void Canvas::ApplyTransform() {
 }
 
 void Canvas::Draw() {
-    if (!shown_ || shown_->Size() != ClientSize()) {
-        shown_.emplace(ClientSize(), 32, OffscreenPicture::FirstRow::Top);
+    if (!shown_ || shown_->Size() != ClientSizeOf(Handle())) {
+        shown_.emplace(ClientSizeOf(Handle()), 32, OffscreenPicture::FirstRow::Top);
     }
     if (*shown_) {
         MakeWhite(*shown_);
@@ -120,17 +120,11 @@ void Canvas::Show() {
     }
 }
 
-PixelSize Canvas::ClientSize() const {
-    RECT client{};
-    GetClientRect(Handle(), &client);
-    return {client.right, client.bottom};
-}
-
 bool Canvas::Capture(const std::string& path, const CanvasArea& area) {
     if (path.empty() || !IsWindow(Handle()) || !shown_ || !*shown_) {
         return false;
     }
-    const CanvasArea captured = CapturedArea(ClientSize(), area);
+    const CanvasArea captured = CapturedArea(ClientSizeOf(Handle()), area);
     const OffscreenPicture picture({captured.width, captured.height}, 24);
     if (!picture) {
         return false;

@@ -42,7 +42,6 @@ class Canvas : public Dialog, public CanvasView {
     void Scroll(int bar, ScrollLine line, const ScrollEvent& event, std::int32_t& pan);
     void Draw();
     void Show();
-    PixelSize ClientSize() const;
 
     CanvasTransform& transform_;
     void* image_ = nullptr; // a handle of the engine

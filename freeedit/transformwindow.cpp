@@ -225,9 +225,7 @@ void TransformWindow::OnSize(WPARAM kind) {
 }
 
 void TransformWindow::LayOut() {
-    RECT client{};
-    GetClientRect(Handle(), &client);
-    for (const ControlPlace& place : BarPlaces(InUnits({client.right, client.bottom}))) {
+    for (const ControlPlace& place : BarPlaces(InUnits(ClientSizeOf(Handle())))) {
         MoveControl(place.id, place.x, place.y, place.width, place.height);
     }
     for (const int id : HiddenAtEachSize) {
@@ -241,9 +239,7 @@ void TransformWindow::PlaceCanvas() {
     if (canvas_.Handle() == nullptr) {
         return;
     }
-    RECT client{};
-    GetClientRect(Handle(), &client);
-    const PixelSize units = CanvasSize(InUnits({client.right, client.bottom}));
+    const PixelSize units = CanvasSize(InUnits(ClientSizeOf(Handle())));
     const RECT size = InPixels({0, 0, units.width, units.height});
     POINT corner{};
     ClientToScreen(Handle(), &corner);

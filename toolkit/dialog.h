@@ -128,6 +128,13 @@ class Dialog {
     std::vector<std::pair<WindowColor, OwnedBrush>> brushes_;
 };
 
+// The area inside a window's frame and scroll bars.
+inline PixelSize ClientSizeOf(HWND window) {
+    RECT client{};
+    GetClientRect(window, &client);
+    return {client.right, client.bottom};
+}
+
 // How many pixels 1024 dialog units are on this screen, across and down, for layouts that are worked out before their
 // window is made.
 PixelSize PixelsOf1024Units();
