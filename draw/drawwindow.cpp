@@ -7,7 +7,6 @@
 #include "draw/textentry.h"
 #include "draw/tools.h"
 #include "imaging/exports/lumbrix.h"
-#include "platform/errors.h"
 #include "platform/files.h"
 #include "toolkit/browsefolder.h"
 #include "toolkit/dialog.h"
@@ -93,7 +92,7 @@ void PaintWindow::OpenPicture() {
     PixelSize size;
     GetImageDimensions(drawFile_.c_str(), &size.width, &size.height);
     canvas_.LoadPicture(drawFile_, size);
-    trap([&] { RemoveFile(drawFile_); });
+    TryToRemoveFile(drawFile_);
 }
 
 std::optional<LRESULT> PaintWindow::OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) {

@@ -3,7 +3,6 @@
 
 #include "freeedit/stepfiles.h"
 #include "imaging/exports/internal.h"
-#include "platform/errors.h"
 #include "platform/files.h"
 
 namespace lumbrix {
@@ -16,7 +15,7 @@ void SavePicture(CanvasView& canvas, const std::string& output, std::int32_t ste
     const std::string step = StepFile(output, stepCounter + 1);
     canvas.Capture(step, BoundingBox(canvas.Points()));
     ConvertImageFile(step.c_str(), output.c_str());
-    trap([&] { RemoveFile(step); });
+    TryToRemoveFile(step);
 }
 
 } // namespace lumbrix
