@@ -189,7 +189,7 @@ void PaintCanvas::ExchangeBits(std::string& bits) {
         bits = ReadBits();
         return;
     }
-    std::array<std::uint8_t, 1 << 15> before;
+    std::array<std::uint8_t, 1 << 12> before; // fits the nearest cache, with what it is exchanged for
     const auto pixels = picture_->Pixels();
     char* const snapshot = PixelsOfCanvasBits(bits);
     for (std::size_t at = 0; at < pixels.size(); at += before.size()) {
