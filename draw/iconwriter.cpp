@@ -76,7 +76,7 @@ void WriteIconFile(HWND window, const std::string& path, HDC picture, HDC masked
     GetIconBits(image, IconBits, maskedPicture, colors);
     IconMask maskBits{};
     ReadBits(mask.Context(), mask.Bitmap(), maskBits.data(), maskInfo);
-    WriteWholeFile(path, IconFile(head, image, maskBits));
+    ReplaceWholeFile(path, IconFile(head, image, maskBits));
 }
 
 } // namespace lumbrix

@@ -49,6 +49,9 @@ void WriteIntoFile(const std::string& path, const std::string& bytes);
 // Makes a file with this content, in the place of one that is there. Raises where it cannot be written.
 void WriteWholeFile(const std::string& path, const std::string& bytes);
 
+// As WriteWholeFile, but in one step: a failure leaves the file that is there as it was, and nothing beside it.
+void ReplaceWholeFile(const std::string& path, const std::string& bytes);
+
 // Adds bytes at the end of a file, and makes it if it is missing. Raises where it cannot.
 void AppendToFile(const std::string& path, const std::string& bytes);
 

@@ -48,19 +48,6 @@ Settings ReadSettings() {
     return Settings::FromText(text).value_or(Settings());
 }
 
-// Replaces the file in one step. Raises where that fails.
-void WriteSettings(const Settings& settings) {
-    const std::string written = NewTemporaryFile("SET");
-    const auto error = trap([&] {
-        WriteWholeFile(written, settings.Text());
-        DuplicateFile(written, SettingsPath());
-    });
-    trap([&] { RemoveFile(written); });
-    if (error) {
-        throw RuntimeError(*error);
-    }
-}
-
 // Keeps other processes from changing the settings meanwhile. Where that cannot be had it is gone without.
 class Lock {
   public:
@@ -92,7 +79,7 @@ template <class Change> std::int32_t ChangeSettings(Change change) {
         Settings settings = ReadSettings();
         status = change(settings);
         if (status == SettingsDone) {
-            WriteSettings(settings);
+            ReplaceWholeFile(SettingsPath(), settings.Text());
         }
     });
     return error ? SettingsCannotWrite : status;

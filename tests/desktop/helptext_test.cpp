@@ -1,11 +1,10 @@
 // The help text as it stands in its file.
 #include "desktop/helptext.h"
 #include "platform/errors.h"
+#include "tests/support/environment.h"
 #include "tests/support/temporaryfolder.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
 
 namespace {
 
@@ -40,31 +39,11 @@ constexpr const char* ExpectedLines[] = {
     "the mosue to draw the rectangular. When the size is as desired release the mosue button.",
 };
 
-// An empty value takes the variable away.
-#ifdef _WIN32
-constexpr const char* FolderVariable = "TMP";
-void SetVariable(const std::string& value) { _putenv_s(FolderVariable, value.c_str()); }
-#else
-constexpr const char* FolderVariable = "TMPDIR";
-void SetVariable(const std::string& value) {
-    if (value.empty()) {
-        unsetenv(FolderVariable);
-    } else {
-        setenv(FolderVariable, value.c_str(), 1);
-    }
-}
-#endif
-
 // With a folder for temporary files of its own.
 class HelpText : public testing::Test {
   protected:
-    HelpText() { UseTemporaryFolder(folder_.Path()); }
-    ~HelpText() override { SetVariable(before_); }
-
-    static void UseTemporaryFolder(const std::filesystem::path& folder) { SetVariable(folder.string()); }
-
-    const std::string before_ = std::getenv(FolderVariable) != nullptr ? std::getenv(FolderVariable) : "";
     TemporaryFolder folder_;
+    EnvironmentVariable variable_{TemporaryFolderVariable, folder_.Path().string().c_str()};
 };
 
 TEST_F(HelpText, HasTwentyFiveLinesWordForWord) {
@@ -101,13 +80,13 @@ TEST_F(HelpText, EachUseLeavesTwoFilesOfItsOwn) {
 TEST_F(HelpText, NameIsChangedInTheFoldersToo) {
     std::filesystem::create_directory(folder_ / "a.tmp");
     std::filesystem::create_directory(folder_ / "a.txt");
-    UseTemporaryFolder(folder_ / "a.tmp");
+    const EnvironmentVariable temporary(TemporaryFolderVariable, (folder_ / "a.tmp").string().c_str());
     EXPECT_EQ(std::filesystem::path(WriteHelpText()).parent_path().filename(), "a.txt");
 }
 
 TEST_F(HelpText, FolderThatIsMissingUnderItsChangedNameRaises) {
     std::filesystem::create_directory(folder_ / "a.tmp");
-    UseTemporaryFolder(folder_ / "a.tmp");
+    const EnvironmentVariable temporary(TemporaryFolderVariable, (folder_ / "a.tmp").string().c_str());
     EXPECT_THROW(WriteHelpText(), RuntimeError);
 }
 

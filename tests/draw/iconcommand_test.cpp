@@ -85,7 +85,7 @@ TEST_F(IconCommand, TargetThatCannotBeWrittenIsNamed) {
     const HANDLE held = CreateFileA(Path("picture.ico").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     const std::string cause = CauseFor("picture.bmp");
     CloseHandle(held);
-    EXPECT_EQ(cause.find("cannot open " + Path("picture.ico") + ": "), 0u) << cause;
+    EXPECT_EQ(cause.find("cannot write " + Path("picture.ico") + ": "), 0u) << cause;
     EXPECT_EQ(tests::ReadBytes(folder_ / "picture.ico"), "older");
 }
 

@@ -1,6 +1,7 @@
 // Files and folders under 8-bit names, and the errors they raise.
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "tests/support/environment.h"
 #include "tests/support/temporaryfolder.h"
 
 #include <gtest/gtest.h>
@@ -105,6 +106,31 @@ TEST_F(PlatformFiles, DuplicateReplacesTheWholeTarget) {
     EXPECT_EQ(ReadBytes(folder_ / "b"), "new");
     EXPECT_EQ(ReadBytes(folder_ / "a"), "new");
     EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
+}
+
+// One that is written over in place would change under its other name too.
+TEST_F(PlatformFiles, ReplacingPutsANewFileInThePlaceOfTheOldOne) {
+    WriteBytes(folder_ / "a", "old and longer");
+    std::filesystem::create_hard_link(folder_ / "a", folder_ / "other");
+    ReplaceWholeFile(Path("a"), "new");
+    ReplaceWholeFile(Path("b"), "also new");
+    EXPECT_EQ(ReadBytes(folder_ / "a"), "new");
+    EXPECT_EQ(ReadBytes(folder_ / "b"), "also new");
+    EXPECT_EQ(ReadBytes(folder_ / "other"), "old and longer");
+    EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 3u);
+}
+
+TEST_F(PlatformFiles, ReplacingThatFailsRaisesAndLeavesNothingBehind) {
+    const TemporaryFolder temporary;
+    const EnvironmentVariable variable(TemporaryFolderVariable, temporary.Path().string().c_str());
+    std::filesystem::create_directory(folder_ / "folder");
+    const auto error = trap([&] { ReplaceWholeFile(Path("folder"), "new"); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->what(), "cannot write " + Path("folder") + ": " + SystemReason(error->Number()));
+    EXPECT_THROW(ReplaceWholeFile(Path("none") + PathSeparator + "b", "new"), RuntimeError);
+    EXPECT_THROW(ReplaceWholeFile("", "new"), RuntimeError);
+    EXPECT_TRUE(FilesIn(folder_.Path().string()).empty());
+    EXPECT_TRUE(FilesIn(temporary.Path().string()).empty());
 }
 
 // Whatever is made on the way has to have a shorter name.
