@@ -196,6 +196,33 @@ TEST_F(Draw, FillsTheAreaOfOneColor) {
     CloseAll(draw, opened);
 }
 
+TEST_F(Draw, FillsOneMeshOfAHatch) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    Choose(draw, PatternList, 6); // crossed lines, 8 pixels apart
+    draw.window.Click(SquareBoxOption);
+    Stroke(draw, {40, 40}, {140, 140});
+    EXPECT_TRUE(WaitFor([&] { return draw.Seen().At(40, 90) == tests::Black; }));
+    const BmpView hatched = draw.Seen();
+    const Rgb line{196, 193, 196};
+    int x = 80, y = 80; // the upper left corner of a mesh
+    while (!(hatched.At(x - 1, y) == line && hatched.At(x, y) == White)) {
+        ASSERT_LT(++x, 100);
+    }
+    while (!(hatched.At(x, y - 1) == line && hatched.At(x, y) == White)) {
+        ASSERT_LT(++y, 100);
+    }
+    Choose(draw, PatternList, 1);
+    draw.window.Click(FillAreaOption);
+    ClickAt(draw.On(x + 3, y + 3));
+    EXPECT_TRUE(WaitFor([&] { return draw.Seen().At(x, y) == line; }));
+    const BmpView filled = draw.Seen();
+    EXPECT_EQ(filled.CountOthers(White), hatched.CountOthers(White) + 7 * 7);
+    EXPECT_EQ(filled.At(x + 6, y + 6), line);
+    EXPECT_EQ(filled.At(x + 8, y), White); // the next mesh
+    CloseAll(draw, opened);
+}
+
 TEST_F(Draw, ColorFieldsAreForPenAndFill) {
     const FreeEditWindows opened = Open();
     const DrawWindows draw = OpenBlank(opened);

@@ -23,6 +23,41 @@ class DrawnText : public DrawTest {
         window.WaitUntilGone();
     }
 
+    static HWND BeginChangeFont(const OpenWindow& window) {
+        window.BeginClick(entry::ChangeFontButton);
+        const HWND fonts = window.WaitForDialog();
+        EXPECT_TRUE(WaitFor([&] { return GetDlgItem(fonts, IDOK) != nullptr; }));
+        return fonts;
+    }
+
+    static void EndChangeFont(const OpenWindow& window, HWND fonts, int button) {
+        PostMessageA(GetDlgItem(fonts, button), BM_CLICK, 0, 0);
+        EXPECT_TRUE(WaitFor([&] { return !IsWindow(fonts); }));
+        EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(window.Window()) != 0; }));
+    }
+
+    // A ground on which black, white and the colours of text show.
+    static void PutGround(const DrawWindows& draw) {
+        Choose(draw, PatternList, 1);
+        draw.window.Click(SquareBoxOption);
+        Stroke(draw, {0, 0}, {400, 300});
+    }
+
+    // Where the pixels are that are darker or lighter than the ground.
+    static InkBox BoxOf(const BmpView& seen, const InkBox& within, bool isDark) {
+        InkBox box{within.right, within.bottom, 0, 0};
+        for (int y = within.top; y < within.bottom; ++y) {
+            for (int x = within.left; x < within.right; ++x) {
+                const int red = seen.At(x, y).red;
+                if (isDark ? red < 150 : red > 230) {
+                    box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
+                           std::max(box.bottom, y + 1)};
+                }
+            }
+        }
+        return box;
+    }
+
     // How many pixels have a colour.
     static int CountOf(const BmpView& seen, Rgb color) {
         return seen.Width() * seen.Height() - seen.CountOthers(color);
@@ -73,29 +108,59 @@ TEST_F(DrawnText, NormalTextIsInTheFillColorWhereTheMouseWas) {
 TEST_F(DrawnText, ReliefHasADarkAndALightSide) {
     const FreeEditWindows opened = Open();
     const DrawWindows draw = OpenBlank(opened);
-    Choose(draw, PatternList, 1);
-    draw.window.Click(SquareBoxOption);
-    Stroke(draw, {0, 0}, {400, 300}); // a grey ground, on which white shows
+    PutGround(draw);
     Exit(PressWith(draw, SunkenTextOption, 60, 40), "HHHH");
     EXPECT_TRUE(WaitFor([&] { return CountOf(draw.Seen(), {0, 0, 128}) > 10; }));
     EXPECT_GT(CountOf(draw.Seen(), White), 10);
     // The dark side is above and to the left. Letters have soft edges, so neither colour need be met exactly.
-    const auto first = [&](int top, bool isDark) {
-        const BmpView seen = draw.Seen();
-        for (int x = 40; x < 200; ++x) {
-            for (int y = top; y < top + 25; ++y) {
-                const int red = seen.At(x, y).red;
-                if (isDark ? red < 150 : red > 230) {
-                    return x;
-                }
-            }
-        }
-        return 1000;
-    };
-    EXPECT_LT(first(40, true), first(40, false));
+    const InkBox upper{40, 40, 200, 65};
+    const InkBox lower{40, 140, 200, 165};
+    EXPECT_LT(BoxOf(draw.Seen(), upper, true).left, BoxOf(draw.Seen(), upper, false).left);
+    EXPECT_LT(BoxOf(draw.Seen(), upper, true).top, BoxOf(draw.Seen(), upper, false).top);
     Exit(PressWith(draw, RaisedTextOption, 60, 140), "HHHH");
-    EXPECT_TRUE(WaitFor([&] { return first(140, true) < 1000; }));
-    EXPECT_LT(first(140, false), first(140, true));
+    EXPECT_TRUE(WaitFor([&] { return BoxOf(draw.Seen(), lower, true).right > 0; }));
+    EXPECT_LT(BoxOf(draw.Seen(), lower, false).left, BoxOf(draw.Seen(), lower, true).left);
+    EXPECT_LT(BoxOf(draw.Seen(), lower, false).top, BoxOf(draw.Seen(), lower, true).top);
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, ReliefKeepsItsSidesWithASlantedFont) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    PutGround(draw);
+    for (const auto& [tool, x, isUpperDark] :
+         {std::tuple{SunkenTextOption, 100, true}, {RaisedTextOption, 250, false}}) {
+        const OpenWindow window = PressWith(draw, tool, x, 200);
+        window.SetText(entry::AngleBox, "90");
+        EndChangeFont(window, BeginChangeFont(window), IDOK);
+        Exit(window, "HHHHHHHH");
+        const InkBox around{x - 40, 20, x + 60, 280};
+        EXPECT_TRUE(WaitFor([&] { return BoxOf(draw.Seen(), around, true).right > 0; }));
+        const BmpView seen = draw.Seen();
+        const InkBox upper = BoxOf(seen, around, isUpperDark);
+        const InkBox lower = BoxOf(seen, around, !isUpperDark);
+        EXPECT_LT(upper.left, lower.left);
+        EXPECT_LT(upper.top, lower.top);
+        EXPECT_GT(lower.bottom - lower.top, 3 * (lower.right - lower.left)); // upwards
+        EXPECT_NEAR(lower.bottom, 200, 4);
+    }
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, CancelledFontChangesNothingButWhatIsKept) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    const OpenWindow window = PressWith(draw, NormalTextOption, 60, 200);
+    window.SetText(entry::TextBox, "kept");
+    for (int i = 0; i < 2; ++i) {
+        EndChangeFont(window, BeginChangeFont(window), IDCANCEL);
+    }
+    window.BeginClick(entry::AbortButton);
+    window.WaitUntilGone();
+    const OpenWindow again = PressWith(draw, NormalTextOption, 100, 200);
+    EXPECT_EQ(again.Text(entry::TextBox), "kept");
+    Exit(again, "HHHH");
+    EXPECT_TRUE(WaitFor([&] { return !IsAllWhite(draw.Seen()); }));
     CloseAll(draw, opened);
 }
 
@@ -133,12 +198,7 @@ TEST_F(DrawnText, ChangedFontStaysWhicheverWayTheWindowEnds) {
     const OpenWindow window = PressWith(draw, NormalTextOption, 60, 200);
     window.SetText(entry::TextBox, "kept");
     window.SetText(entry::AngleBox, "12.5");
-    window.BeginClick(entry::ChangeFontButton);
-    const HWND fonts = window.WaitForDialog();
-    EXPECT_TRUE(WaitFor([&] { return GetDlgItem(fonts, IDOK) != nullptr; }));
-    PostMessageA(GetDlgItem(fonts, IDOK), BM_CLICK, 0, 0);
-    EXPECT_TRUE(WaitFor([&] { return !IsWindow(fonts); }));
-    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(window.Window()) != 0; }));
+    EndChangeFont(window, BeginChangeFont(window), IDOK);
     window.BeginClick(entry::AbortButton);
     window.WaitUntilGone();
     Settle(draw);
