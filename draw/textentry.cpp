@@ -13,17 +13,7 @@ using namespace textentry;
 
 OwnedFont MakeFont(const SlantedFont& font) {
     const WindowContext screen(nullptr);
-    LOGFONTA description{};
-    description.lfHeight = FontHeight(font.points, GetDeviceCaps(screen.Get(), LOGPIXELSY));
-    description.lfEscapement = font.escapement;
-    description.lfOrientation = font.escapement;
-    description.lfWeight = font.weight;
-    description.lfItalic = font.isItalic;
-    description.lfUnderline = font.isUnderlined;
-    description.lfStrikeOut = font.isStruckOut;
-    description.lfCharSet = static_cast<BYTE>(font.charset);
-    description.lfPitchAndFamily = static_cast<BYTE>(font.pitch);
-    lstrcpynA(description.lfFaceName, font.face.c_str(), LF_FACESIZE);
+    const LOGFONTA description = DescriptionOf(font, GetDeviceCaps(screen.Get(), LOGPIXELSY));
     return OwnedFont(CreateFontIndirectA(&description));
 }
 
@@ -80,6 +70,21 @@ class TextEntry : public Dialog {
 };
 
 } // namespace
+
+LOGFONTA DescriptionOf(const SlantedFont& font, int pixelsPerInch) {
+    LOGFONTA description{};
+    description.lfHeight = FontHeight(font.points, pixelsPerInch);
+    description.lfEscapement = font.escapement;
+    description.lfOrientation = font.escapement;
+    description.lfWeight = font.weight;
+    description.lfItalic = font.isItalic;
+    description.lfUnderline = font.isUnderlined;
+    description.lfStrikeOut = font.isStruckOut;
+    description.lfCharSet = static_cast<BYTE>(font.charset);
+    description.lfPitchAndFamily = static_cast<BYTE>(font.pitch);
+    lstrcpynA(description.lfFaceName, font.face.c_str(), LF_FACESIZE);
+    return description;
+}
 
 INT_PTR ShowTextEntry(HWND parent, TextFont& font, FillValue fillColor, const std::function<void(OwnedFont)>& setFont,
                       std::string& text) {

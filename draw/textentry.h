@@ -14,4 +14,7 @@ namespace lumbrix {
 INT_PTR ShowTextEntry(HWND parent, TextFont& font, FillValue fillColor, const std::function<void(OwnedFont)>& setFont,
                       std::string& text);
 
+// The font as the system takes it.
+LOGFONTA DescriptionOf(const SlantedFont& font, int pixelsPerInch);
+
 } // namespace lumbrix

@@ -9,7 +9,16 @@ namespace {
 using namespace lumbrix;
 using namespace tests;
 
-using Draw = DrawTest;
+class Draw : public DrawTest {
+  protected:
+    BITMAP SizeOf(const char* name) const {
+        const HANDLE loaded = LoadImageA(nullptr, Path(name).c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE);
+        BITMAP size{};
+        GetObjectA(loaded, sizeof size, &size);
+        DeleteObject(loaded);
+        return size;
+    }
+};
 
 HPEN Pen(COLORREF color, int width = 1, int style = PS_SOLID) { return CreatePen(style, width, color); }
 HBRUSH NoBrush() { return static_cast<HBRUSH>(GetStockObject(NULL_BRUSH)); }
@@ -47,6 +56,17 @@ TEST_F(Draw, ShowsThePictureAndDeletesItsFile) {
         EXPECT_TRUE(IsNear(seen.At(place.x, place.y), ColorOfPicture((place.x + 0.5) / 427, (place.y + 0.5) / 321)))
             << place.x;
     }
+    // The same picture, stretched by one pixel in each direction.
+    const OwnCanvas expected(seen);
+    const BITMAP size = SizeOf("out1.bmp");
+    const HBITMAP loaded = static_cast<HBITMAP>(LoadImageA(nullptr, Path("out1.bmp").c_str(), IMAGE_BITMAP,
+                                                           size.bmWidth + 1, size.bmHeight + 1, LR_LOADFROMFILE));
+    const HDC context = CreateCompatibleDC(expected.Context());
+    SelectObject(context, loaded);
+    BitBlt(expected.Context(), 0, 0, size.bmWidth + 1, size.bmHeight + 1, context, 0, 0, SRCCOPY);
+    DeleteDC(context);
+    DeleteObject(loaded);
+    ExpectCanvas(draw, expected);
     CloseAll(draw, opened);
 }
 
