@@ -65,6 +65,27 @@ function(lumbrix_ship target)
         ARCHIVE_OUTPUT_DIRECTORY ${LUMBRIX_OUTPUT})
 endfunction()
 
+# Tells Windows what a finished program or library is, in its file: lumbrix_describe(lumbrix-cli "Works on image files")
+function(lumbrix_describe target description)
+    if(WIN32)
+        get_target_property(kind ${target} TYPE)
+        get_target_property(name ${target} OUTPUT_NAME)
+        if(NOT name)
+            set(name ${target})
+        endif()
+        if(kind STREQUAL EXECUTABLE)
+            set(type VFT_APP)
+            set(file ${name}.exe)
+        else()
+            set(type VFT_DLL)
+            set(file ${name}.dll)
+        endif()
+        set(record ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+        configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${record} @ONLY)
+        target_sources(${target} PRIVATE ${record})
+    endif()
+endfunction()
+
 # For the leak checker of tests under the sanitizers. It breaks down now and then over the thread-local memory of
 # libraries that are loaded at run time, so it leaves that out; nothing of ours is held there alone.
 set(LUMBRIX_LEAK_OPTIONS

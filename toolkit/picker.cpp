@@ -42,13 +42,19 @@ class PreviewPane : public ControlWatch {
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) override {
-        if (message != WM_ERASEBKGND) {
+        switch (message) {
+        case WM_ERASEBKGND:
+            if (!HasPicture()) {
+                Clear();
+            }
+            return 1;
+        case WM_PAINT: // today's control would fill itself with the dialog's colour
+            ValidateRect(Watched(), nullptr);
+            HasPicture() ? Draw() : Clear();
+            return 0;
+        default:
             return PassOn(message, wordParameter, longParameter);
         }
-        if (!HasPicture()) {
-            Clear();
-        }
-        return 1;
     }
 
     OwnedInterface<IPicture> picture_;

@@ -7,6 +7,11 @@
    import library liblumbrix.dll.a on Windows), or look the names up at run time: they are exported undecorated, by
    lumbrix.dll and by lumbrix.exe. On Windows the procedures follow the __stdcall convention.
 
+   From lumbrix.exe. A program that is loaded as a library hands every name on to lumbrix.dll, which Windows looks for
+   where the calling program lies, not beside lumbrix.exe. A caller in another folder first loads lumbrix.dll by its
+   full path, with LoadLibrary; the names of lumbrix.exe lead there from then on. Until then GetProcAddress gives null
+   and the error 127.
+
    Texts. A file name is NUL-terminated text in the system's 8-bit code page (UTF-8 on Linux). A null pointer counts as
    an empty name. A name of nothing but blanks counts as not given. A text that comes back is memory of this library, to
    be given back with lumbrix_free; a `char**` may point to a null pointer, which counts as an empty text, or to a text
@@ -90,7 +95,7 @@ LUMBRIX_EXPORT const char* LUMBRIX_CALL lumbrix_status_name(int32_t status);
 /* Frees a text that this library allocated and handed out through a `char**`. Null is passed over. */
 LUMBRIX_EXPORT void LUMBRIX_CALL lumbrix_free(void* text);
 
-/* The version of this library as text, such as "0.1.0". Not to be freed. */
+/* The version of this library as text, such as "1.5.0". Not to be freed. */
 LUMBRIX_EXPORT const char* LUMBRIX_CALL lumbrix_version(void);
 
 /* ---- The truthful procedures ---- */
