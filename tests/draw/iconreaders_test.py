@@ -12,6 +12,7 @@ from pathlib import Path
 
 CONVERT = "/usr/bin/convert"
 IDENTIFY = "/usr/bin/identify"
+ICOTOOL = "/usr/bin/icotool"
 SIDE = 32
 
 
@@ -53,6 +54,15 @@ class Readers(unittest.TestCase):
 
     def test_imagemagick_sees_colours_and_transparency(self):
         self.expect_pixels(output_of(CONVERT, self.icon, "-depth", "8", "rgba:-"))
+
+    def test_icotool_lists_one_icon_of_its_size_and_depth(self):
+        self.assertEqual(output_of(ICOTOOL, "--list", self.icon).split(),
+                         b"--icon --index=1 --width=32 --height=32 --bit-depth=24 --palette-size=1".split())
+
+    def test_icotool_sees_colours_and_transparency(self):
+        extracted = Path(self.temporary.name) / "extracted.png"
+        subprocess.run([ICOTOOL, "--extract", "--output", extracted, self.icon], check=True)
+        self.expect_pixels(output_of(CONVERT, extracted, "-depth", "8", "rgba:-"))
 
 
 if __name__ == "__main__":
