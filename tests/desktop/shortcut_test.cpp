@@ -1,0 +1,239 @@
+// The shortcut on the desktop over a system that keeps a record of what is asked of it.
+#include "desktop/shortcut.h"
+
+#include "platform/errors.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+using namespace lumbrix;
+
+constexpr const char* Shortcut = "C:\\Desktop\\Lumbrix.lnk";
+
+class RecordedSystem : public ShortcutSystem {
+  public:
+    std::string ProgramPath() override { return "C:\\Programs\\Lumbrix\\lumbrix.exe"; }
+
+    std::string DestinationFolder(std::int32_t id) override {
+        record.push_back("folder " + std::to_string(id));
+        return folder;
+    }
+
+    std::string FirstMatch(const std::string& pattern) override {
+        if (pattern.empty()) {
+            ++furtherSearches;
+            return furtherSearches == matchAt ? "source.lnk" : "";
+        }
+        record.push_back("search " + pattern);
+        Fail("search");
+        return files.contains(pattern) ? "Lumbrix.lnk" : "";
+    }
+
+    std::int32_t FileSize(const std::string& path) override { return files.contains(path) ? files[path] : -1; }
+
+    void RemoveFile(const std::string& path) override {
+        record.push_back("remove " + path);
+        Fail("remove");
+        files.erase(path);
+    }
+
+    void DuplicateFile(const std::string& source, const std::string& target) override {
+        record.push_back("copy " + source + " to " + target);
+        Fail("copy");
+    }
+
+    void DeleteOrListFile(const std::string& path) override {
+        record.push_back("delete or list " + path);
+        Fail("delete");
+        if (!isInUse) {
+            files.erase(path);
+        }
+    }
+
+    void CreateLink(const ShortcutRequest& request) override {
+        record.push_back("link");
+        requests.push_back(request);
+    }
+
+    std::int32_t MillisecondsOfDay() override { return clock; }
+
+    void Pause(int milliseconds) override {
+        pauses += milliseconds;
+        clock += clockStep;
+        if (clock >= Day) {
+            clock -= Day;
+        }
+        if (pauses > 2 * Day / clockStep) {
+            throw std::logic_error("waits for ever");
+        }
+    }
+
+    static constexpr std::int32_t Day = 24 * 60 * 60 * 1000;
+
+    std::string folder = "C:\\Desktop";
+    std::map<std::string, std::int32_t> files; // with their sizes
+    std::string failing;
+    bool isInUse = false;
+    int matchAt = 0;
+    std::int32_t clock = 1000;
+    std::int32_t clockStep = 1; // of a pause
+
+    std::vector<std::string> record;
+    std::vector<ShortcutRequest> requests;
+    int furtherSearches = 0;
+    int pauses = 0;
+
+  private:
+    void Fail(const char* what) const {
+        if (failing == what) {
+            throw RuntimeError(5, what);
+        }
+    }
+};
+
+using Record = std::vector<std::string>;
+
+TEST(DesktopShortcut, IsMadeWhereThereIsNone) {
+    RecordedSystem system;
+    EnsureDesktopShortcut(system);
+    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "link", "folder 16"}));
+    ASSERT_EQ(system.requests.size(), 1u);
+    EXPECT_EQ(system.requests[0],
+              (ShortcutRequest{16, "Lumbrix", "C:\\Programs\\Lumbrix\\lumbrix.exe", "", "C:\\Programs\\Lumbrix\\", 1,
+                               "Lumbrix", "C:\\Programs\\Lumbrix\\lumbrix.exe", 0}));
+}
+
+TEST(DesktopShortcut, FolderMayEndWithItsBackslash) {
+    RecordedSystem system;
+    system.folder = "C:\\";
+    EnsureDesktopShortcut(system);
+    EXPECT_EQ(system.record[1], "search C:\\Lumbrix.lnk");
+}
+
+TEST(DesktopShortcut, WithoutADesktopIsSearchedInTheCurrentFolder) {
+    RecordedSystem system;
+    system.folder = "";
+    EnsureDesktopShortcut(system);
+    EXPECT_EQ(system.record[1], "search Lumbrix.lnk");
+}
+
+TEST(DesktopShortcut, WithContentsStaysWhereverItLeads) {
+    RecordedSystem system;
+    system.files[Shortcut] = 1;
+    EnsureDesktopShortcut(system);
+    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk"}));
+    EXPECT_EQ(system.pauses, 0);
+}
+
+TEST(DesktopShortcut, ThatIsEmptyIsReplaced) {
+    RecordedSystem system;
+    system.files[Shortcut] = 0;
+    EnsureDesktopShortcut(system);
+    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "remove C:\\Desktop\\Lumbrix.lnk",
+                                     "link", "folder 16"}));
+}
+
+TEST(DesktopShortcut, ThatIsEmptyAndStaysIsNotReplaced) {
+    RecordedSystem system;
+    system.files[Shortcut] = 0;
+    system.failing = "remove";
+    EnsureDesktopShortcut(system);
+    EXPECT_EQ(system.record.back(), "remove C:\\Desktop\\Lumbrix.lnk");
+}
+
+TEST(DesktopShortcut, ThatCannotBeSearchedForIsNotMade) {
+    RecordedSystem system;
+    system.failing = "search";
+    EnsureDesktopShortcut(system);
+    EXPECT_EQ(system.record.back(), "search C:\\Desktop\\Lumbrix.lnk");
+}
+
+TEST(MadeShortcut, IsWaitedForForSixSecondsAndCountsAsNone) {
+    RecordedSystem system;
+    EXPECT_EQ(MakeShortcut(system, "not looked at", "Lumbrix", 16), 0);
+    EXPECT_EQ(system.clock, 7001); // the first moment that is later than six seconds
+    EXPECT_EQ(system.pauses, 6001);
+    EXPECT_EQ(system.furtherSearches, 6001);
+}
+
+// However late the clock is read, there is one pause and one search at least.
+TEST(MadeShortcut, IsSearchedForOnceBeforeTheClockIsRead) {
+    RecordedSystem system;
+    system.clockStep = 60000;
+    EXPECT_EQ(MakeShortcut(system, "", "Lumbrix", 16), 0);
+    EXPECT_EQ(system.furtherSearches, 1);
+}
+
+TEST(MadeShortcut, ThatMidnightFallsIntoIsWaitedForUntilTheSameTimeOfTheNextDay) {
+    RecordedSystem system;
+    system.clockStep = 1000;
+    system.clock = RecordedSystem::Day - 7000; // six seconds later is the last reading of the day
+    EXPECT_EQ(MakeShortcut(system, "", "Lumbrix", 16), 0);
+    EXPECT_EQ(system.pauses, 24 * 60 * 60);
+    EXPECT_EQ(system.clock, RecordedSystem::Day - 7000);
+}
+
+TEST(MadeShortcut, ThatEndsBeforeMidnightIsWaitedForAsEver) {
+    RecordedSystem system;
+    system.clockStep = 1000;
+    system.clock = RecordedSystem::Day - 8000;
+    EXPECT_EQ(MakeShortcut(system, "", "Lumbrix", 16), 0);
+    EXPECT_EQ(system.pauses, 7);
+}
+
+TEST(MadeShortcut, TakesAFurtherMatchInItsPlace) {
+    RecordedSystem system;
+    system.matchAt = 3;
+    EXPECT_EQ(MakeShortcut(system, "", "Other", 5), 1);
+    EXPECT_EQ(system.furtherSearches, 3);
+    EXPECT_EQ(system.record, (Record{"link", "folder 5", "copy source.lnk to C:\\Desktop\\Other.lnk"}));
+    EXPECT_EQ(system.requests[0].name, "Other");
+    EXPECT_EQ(system.requests[0].description, "Other");
+    EXPECT_EQ(system.requests[0].folderId, 5);
+}
+
+TEST(MadeShortcut, OfAMatchThatCannotBeCopiedCountsAsNone) {
+    RecordedSystem system;
+    system.matchAt = 1;
+    system.failing = "copy";
+    EXPECT_EQ(MakeShortcut(system, "", "Lumbrix", 16), 0);
+}
+
+TEST(RemovedShortcut, IsDeleted) {
+    RecordedSystem system;
+    system.files[Shortcut] = 700;
+    RemoveDesktopShortcut(system);
+    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk",
+                                     "delete or list C:\\Desktop\\Lumbrix.lnk", "search C:\\Desktop\\Lumbrix.lnk"}));
+}
+
+TEST(RemovedShortcut, NeedNotBeThere) {
+    RecordedSystem system;
+    RemoveDesktopShortcut(system);
+    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk"}));
+}
+
+TEST(RemovedShortcut, ThatIsInUseIsTriedFiftyTimes) {
+    RecordedSystem system;
+    system.files[Shortcut] = 700;
+    system.isInUse = true;
+    RemoveDesktopShortcut(system);
+    EXPECT_EQ(std::count(system.record.begin(), system.record.end(), "delete or list C:\\Desktop\\Lumbrix.lnk"), 50);
+}
+
+TEST(RemovedShortcut, ThatCannotBeListedEndsIt) {
+    RecordedSystem system;
+    system.files[Shortcut] = 700;
+    system.failing = "delete";
+    RemoveDesktopShortcut(system);
+    EXPECT_EQ(system.record.back(), "delete or list C:\\Desktop\\Lumbrix.lnk");
+    EXPECT_EQ(system.record.size(), 3u);
+}
+
+} // namespace
