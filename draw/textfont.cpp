@@ -41,7 +41,7 @@ FontPreset PresetOf(const TextFont& font) { return {font.name, font.points, font
 void StoreChosenFont(TextFont& font, const std::optional<FontResult>& chosen) {
     const FontResult result = chosen.value_or(FontResult());
     font.name = result.face;
-    font.points = result.tenthsOfPoints / Tenths;
+    font.points = RoundToEven(result.tenthsOfPoints / double{Tenths});
     font.style = StyleOf(result);
     font.color = FillValueOf(result.color);
     font.charset = result.charset;

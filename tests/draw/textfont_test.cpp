@@ -128,9 +128,9 @@ TEST(ChosenFont, IsBoldFromAWeightOf700On) {
     EXPECT_EQ(font.style, 1);
 }
 
-TEST(ChosenFont, HasItsPointsInWholeNumbers) {
+TEST(ChosenFont, HasItsPointsRoundedAndHalvesToTheEvenOne) {
     TextFont font;
-    for (const auto& [tenths, points] : {std::pair{100, 10}, {99, 9}, {9, 0}}) {
+    for (const auto& [tenths, points] : {std::pair{100, 10}, {99, 10}, {94, 9}, {105, 10}, {115, 12}, {4, 0}}) {
         FontResult result;
         result.tenthsOfPoints = tenths;
         StoreChosenFont(font, result);
