@@ -48,6 +48,9 @@ std::optional<LRESULT> Canvas::OnMessage(UINT message, WPARAM wordParameter, LPA
         PAINTSTRUCT paint;
         BeginPaint(Handle(), &paint);
         EndPaint(Handle(), &paint);
+        if (isStale_) {
+            Draw();
+        }
         Show();
         return 0;
     }
@@ -92,6 +95,7 @@ void Canvas::LoadCanvasImage(const std::string& path) {
     PixelSize size;
     ::LoadCanvasImage(path.c_str(), &image_, &size.width, &size.height);
     transform_.PlaceNaturally(size);
+    isStale_ = true;
 }
 
 void Canvas::ApplyTransform() {
@@ -102,6 +106,7 @@ void Canvas::ApplyTransform() {
 }
 
 void Canvas::Draw() {
+    isStale_ = false;
     if (!shown_ || shown_->Size() != ClientSizeOf(Handle())) {
         shown_.emplace(ClientSizeOf(Handle()), 32, OffscreenPicture::FirstRow::Top);
     }

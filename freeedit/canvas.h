@@ -22,8 +22,8 @@ class Canvas : public Dialog, public CanvasView {
     void Raise();
 
     // Puts the file's picture in the place of the one before, which is not disposed of; a file that cannot be loaded
-    // leaves that. The canvas shows it from the next change on. The session that it belongs to is the caller's, and
-    // keeps the file open.
+    // leaves that. The canvas shows it from the next change or repaint on. The session that it belongs to is the
+    // caller's, and keeps the file open.
     void LoadCanvasImage(const std::string& path);
 
     // Shows the picture as the settings have it now; nothing where they are as they were the last time.
@@ -31,7 +31,7 @@ class Canvas : public Dialog, public CanvasView {
 
     const CornerPoints& Points() const override { return transform_.Points(); }
 
-    // What it captures is what the screen shows, whatever covers it there; beyond the canvas everything is white.
+    // What it captures is what it shows, also where another window covers it; beyond the canvas everything is white.
     bool Capture(const std::string& path, const CanvasArea& area) override;
 
   private:
@@ -46,6 +46,7 @@ class Canvas : public Dialog, public CanvasView {
     CanvasTransform& transform_;
     void* image_ = nullptr; // a handle of the engine
     std::optional<OffscreenPicture> shown_;
+    bool isStale_ = false; // another picture has been loaded since it was drawn
 };
 
 } // namespace lumbrix

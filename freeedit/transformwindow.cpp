@@ -76,7 +76,7 @@ class TransformWindow : public Dialog, private HandOverView {
     bool Capture(const std::string& path, const CanvasArea& area) override { return canvas_.Capture(path, area); }
     void HideWindow() override;
     void ShowWindow() override;
-    void ShowCanvasAgain();
+    void RaiseCanvasAgain();
     bool Draw(const std::string& drawFile) override {
         return DrawWindow(Handle(), drawFile, state_.textFont, messages_);
     }
@@ -136,7 +136,7 @@ void TransformWindow::SetUpSlider(int id, const SliderRange& range) {
 
 void TransformWindow::OnTimer(int timer) {
     if (timer == CanvasTimer) {
-        ShowCanvasAgain();
+        RaiseCanvasAgain();
     }
     if (timer == LoadTimer) {
         StopTimer(LoadTimer);
@@ -292,15 +292,15 @@ void TransformWindow::HideWindow() {
 
 void TransformWindow::ShowWindow() {
     ::ShowWindow(Handle(), SW_SHOW);
+    ::ShowWindow(canvas_.Handle(), SW_SHOWNA);
     canvasRaises_ = 0;
     StartTimer(CanvasTimer, CanvasDelayMs);
 }
 
-// Whatever gets the keyboard comes to the front of some displays, and that may take a while, so the canvas comes last,
-// and then makes sure of its place.
-void TransformWindow::ShowCanvasAgain() {
+// Whatever gets the keyboard comes to the front of some displays, and that may take a while, so the canvas makes sure
+// of its place for a while.
+void TransformWindow::RaiseCanvasAgain() {
     constexpr int Raises = 5;
-    ::ShowWindow(canvas_.Handle(), SW_SHOWNA);
     canvas_.Raise();
     if (++canvasRaises_ == Raises) {
         StopTimer(CanvasTimer);
