@@ -29,12 +29,19 @@ OwnedBrush BrushFor(const BrushChoice& choice) {
     return {};
 }
 
+PixelSize WholeSizeOf(HWND control) {
+    RECT frame{};
+    GetWindowRect(control, &frame);
+    return {frame.right - frame.left, frame.bottom - frame.top};
+}
+
 } // namespace
 
-// Every pixel takes four bytes, so that a snapshot is a plain copy.
+// As large as the control with its border, which hides the last columns and rows. Every pixel takes four bytes, so that
+// a snapshot is a plain copy.
 void PaintCanvas::TakePlace(HWND control) {
     ControlWatch::Attach(control);
-    picture_.emplace(ClientSizeOf(control), 32, OffscreenPicture::FirstRow::Top);
+    picture_.emplace(WholeSizeOf(control), 32, OffscreenPicture::FirstRow::Top);
     ClearWith(drawwindow::CanvasColor);
 }
 
@@ -111,8 +118,11 @@ OwnedPen PaintCanvas::PenOf(WindowColor color) const {
 
 void PaintCanvas::LineTo(PixelPoint place, WindowColor color) {
     const OwnedPen pen = PenOf(color);
+    if (!pen) {
+        return;
+    }
     const SelectedObject selected(Context(), pen.Get());
-    for (int tries = 0; tries < LineTries && !::LineTo(Context(), place.x, place.y); ++tries) {
+    for (int retries = 0; !::LineTo(Context(), place.x, place.y) && retries < LineRetries; ++retries) {
         Sleep(LinePauseMilliseconds);
     }
     HasDrawn();
@@ -121,6 +131,9 @@ void PaintCanvas::LineTo(PixelPoint place, WindowColor color) {
 void PaintCanvas::PutShape(const Shape& shape) {
     const RoundedRectangle rounded = RoundedRectangleOf(shape);
     const OwnedPen pen = PenOf(shape.penColor);
+    if (!pen) {
+        return;
+    }
     const OwnedBrush brush = BrushFor(BrushOf(shape.fillColor, shape.fillStyle));
     const SelectedObject selectedPen(Context(), pen.Get());
     const SelectedObject selectedBrush(Context(),

@@ -13,7 +13,8 @@
 
 namespace lumbrix {
 
-// Stands before its control for the mouse. The picture has the size of the control.
+// Stands before its control for the mouse. The picture has the size of the control, border
+// and all.
 class PaintCanvas : public Surface, private SnapshotCanvas, private ControlWatch {
   public:
     // What the canvas asks of its window.

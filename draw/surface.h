@@ -29,8 +29,8 @@ enum class Painting {
     AtOnce,   // each time something is drawn
 };
 
-// A line that cannot be drawn is tried again so many times, with pauses.
-inline constexpr int LineTries = 100;
+// A line that cannot be drawn is tried again so many times, behind a pause each.
+inline constexpr int LineRetries = 100;
 inline constexpr int LinePauseMilliseconds = 2;
 
 // The canvas' picture off the screen, with a current point, a mix, and the width and type of its pen. Places are pixels

@@ -25,7 +25,7 @@ TEST(RasterMixes, ThatThereAreNotCopy) {
 }
 
 TEST(FailingLines, AreTriedAHundredTimesTwoMillisecondsApart) {
-    EXPECT_EQ(LineTries, 100);
+    EXPECT_EQ(LineRetries, 100);
     EXPECT_EQ(LinePauseMilliseconds, 2);
 }
 

@@ -390,8 +390,9 @@ TEST_F(Draw, SavedFileHasItsExactForm) {
         std::memcpy(&value, &file[at], sizeof value);
         return value;
     };
-    const auto width = static_cast<std::uint32_t>(seen.Width());
-    const auto height = static_cast<std::uint32_t>(seen.Height());
+    // The border of the canvas hides its last two columns and rows on each side.
+    const auto width = static_cast<std::uint32_t>(seen.Width() + 4);
+    const auto height = static_cast<std::uint32_t>(seen.Height() + 4);
     const std::uint32_t rowBytes = (width * 3 + 3) / 4 * 4;
     EXPECT_EQ(file.substr(0, 2), "BM");
     EXPECT_EQ(number(2), rowBytes * height + 54);

@@ -43,19 +43,45 @@ class DrawnText : public DrawTest {
         Stroke(draw, {0, 0}, {400, 300});
     }
 
-    // Where the pixels are that are darker or lighter than the ground.
-    static InkBox BoxOf(const BmpView& seen, const InkBox& within, bool isDark) {
-        InkBox box{within.right, within.bottom, 0, 0};
+    // The pixels of the dark or of the light side of letters, softened as they may be: their middle and their box.
+    struct Side {
+        double x = 0;
+        double y = 0;
+        InkBox box;
+    };
+    static Side SideOf(const BmpView& seen, const InkBox& within, bool isDark) {
+        constexpr int Ground = 196;
+        Side side{0, 0, {within.right, within.bottom, 0, 0}};
+        int count = 0;
         for (int y = within.top; y < within.bottom; ++y) {
             for (int x = within.left; x < within.right; ++x) {
                 const int red = seen.At(x, y).red;
-                if (isDark ? red < 150 : red > 230) {
-                    box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
-                           std::max(box.bottom, y + 1)};
+                if (isDark ? red < Ground - 30 : red > Ground + 20) {
+                    side.x += x;
+                    side.y += y;
+                    ++count;
+                    side.box = {std::min(side.box.left, x), std::min(side.box.top, y), std::max(side.box.right, x + 1),
+                                std::max(side.box.bottom, y + 1)};
                 }
             }
         }
-        return box;
+        return count == 0 ? Side() : Side{side.x / count, side.y / count, side.box};
+    }
+
+    // Sunken letters are dark above and to the left.
+    static void ExpectRelief(const BmpView& seen, const InkBox& within, bool isSunken) {
+        const Side upper = SideOf(seen, within, isSunken);
+        const Side lower = SideOf(seen, within, !isSunken);
+        EXPECT_LT(upper.x, lower.x);
+        EXPECT_LT(upper.y, lower.y);
+    }
+
+    // Until both sides are there and stay as they are.
+    static bool HasText(const DrawWindows& draw, const InkBox& within) {
+        return WaitUntilLasting([&] {
+            const BmpView seen = draw.Seen();
+            return SideOf(seen, within, true).x > 0 && SideOf(seen, within, false).x > 0;
+        });
     }
 
     // How many pixels have a colour.
@@ -112,15 +138,13 @@ TEST_F(DrawnText, ReliefHasADarkAndALightSide) {
     Exit(PressWith(draw, SunkenTextOption, 60, 40), "HHHH");
     EXPECT_TRUE(WaitFor([&] { return CountOf(draw.Seen(), {0, 0, 128}) > 10; }));
     EXPECT_GT(CountOf(draw.Seen(), White), 10);
-    // The dark side is above and to the left. Letters have soft edges, so neither colour need be met exactly.
     const InkBox upper{40, 40, 200, 65};
     const InkBox lower{40, 140, 200, 165};
-    EXPECT_LT(BoxOf(draw.Seen(), upper, true).left, BoxOf(draw.Seen(), upper, false).left);
-    EXPECT_LT(BoxOf(draw.Seen(), upper, true).top, BoxOf(draw.Seen(), upper, false).top);
+    EXPECT_TRUE(HasText(draw, upper));
+    ExpectRelief(draw.Seen(), upper, true);
     Exit(PressWith(draw, RaisedTextOption, 60, 140), "HHHH");
-    EXPECT_TRUE(WaitFor([&] { return BoxOf(draw.Seen(), lower, true).right > 0; }));
-    EXPECT_LT(BoxOf(draw.Seen(), lower, false).left, BoxOf(draw.Seen(), lower, true).left);
-    EXPECT_LT(BoxOf(draw.Seen(), lower, false).top, BoxOf(draw.Seen(), lower, true).top);
+    EXPECT_TRUE(HasText(draw, lower));
+    ExpectRelief(draw.Seen(), lower, false);
     CloseAll(draw, opened);
 }
 
@@ -128,21 +152,17 @@ TEST_F(DrawnText, ReliefKeepsItsSidesWithASlantedFont) {
     const FreeEditWindows opened = Open();
     const DrawWindows draw = OpenBlank(opened);
     PutGround(draw);
-    for (const auto& [tool, x, isUpperDark] :
-         {std::tuple{SunkenTextOption, 100, true}, {RaisedTextOption, 250, false}}) {
+    for (const auto& [tool, x] : {std::pair{SunkenTextOption, 100}, {RaisedTextOption, 250}}) {
         const OpenWindow window = PressWith(draw, tool, x, 200);
         window.SetText(entry::AngleBox, "90");
         EndChangeFont(window, BeginChangeFont(window), IDOK);
         Exit(window, "HHHHHHHH");
         const InkBox around{x - 40, 20, x + 60, 280};
-        EXPECT_TRUE(WaitFor([&] { return BoxOf(draw.Seen(), around, true).right > 0; }));
-        const BmpView seen = draw.Seen();
-        const InkBox upper = BoxOf(seen, around, isUpperDark);
-        const InkBox lower = BoxOf(seen, around, !isUpperDark);
-        EXPECT_LT(upper.left, lower.left);
-        EXPECT_LT(upper.top, lower.top);
-        EXPECT_GT(lower.bottom - lower.top, 3 * (lower.right - lower.left)); // upwards
-        EXPECT_NEAR(lower.bottom, 200, 4);
+        EXPECT_TRUE(HasText(draw, around));
+        ExpectRelief(draw.Seen(), around, tool == SunkenTextOption);
+        const InkBox light = SideOf(draw.Seen(), around, false).box;
+        EXPECT_GT(light.bottom - light.top, 3 * (light.right - light.left)); // upwards
+        EXPECT_NEAR(light.bottom, 200, 5);
     }
     CloseAll(draw, opened);
 }
