@@ -18,6 +18,7 @@
 #include "imaging/session.h"
 #include "imaging/thumbnail.h"
 #include "platform/registry.h"
+#include "platform/shelllink.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -34,6 +35,22 @@ int32_t Convert(const char* source, const char* destination, const char* mimeWor
 
 int32_t ConvertToThumb(const char* source, int32_t height, const char* destination, const char* mimeWord) {
     return Door([&] { return lumbrix::ConvertImageFileToThumb(Text(source), height, Text(destination), mimeWord); });
+}
+
+// What a caller may leave out: a text or a number by reference. A null pointer counts as empty.
+std::string TextAt(char* const* place) { return place == nullptr ? std::string() : Text(*place); }
+template <class Number> Number NumberAt(const Number* place) { return place == nullptr ? Number() : *place; }
+
+void PutText(char** place, const std::string& text) {
+    if (place != nullptr) {
+        ReplaceText(place, text);
+    }
+}
+
+template <class Number> void PutNumber(Number* place, Number number) {
+    if (place != nullptr) {
+        *place = number;
+    }
 }
 
 } // namespace
@@ -224,4 +241,57 @@ int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date) {
 
 int32_t LUMBRIX_CALL DELREGKEY(const uint32_t* root, const char* path) {
     return Door([&] { return lumbrix::DeleteRegKey(*root, Text(path)); });
+}
+
+void LUMBRIX_CALL CreateLink(int32_t folder, const char* name, const char* target, const char* arguments,
+                             const char* working_folder, int32_t show_command, const char* description,
+                             const char* /*unused*/, const char* icon_file, const int32_t* icon_index) {
+    Door([&] {
+        lumbrix::CreateLink(folder, Text(name),
+                            {.target = Text(target),
+                             .workingFolder = Text(working_folder),
+                             .arguments = Text(arguments),
+                             .description = Text(description),
+                             .iconFile = Text(icon_file),
+                             .iconIndex = NumberAt(icon_index),
+                             .showCommand = show_command});
+        return 0;
+    });
+}
+
+int32_t LUMBRIX_CALL GetShellLinkInfo(const char* path, char** target, char** working_folder, char** arguments,
+                                      char** description, char** icon_file, int32_t* show_command, int32_t* icon_index,
+                                      void* /*unused*/, uint16_t* hot_key) {
+    const int32_t result = Door([&] {
+        lumbrix::LinkFields fields = {TextAt(target),         TextAt(working_folder), TextAt(arguments),
+                                      TextAt(description),    TextAt(icon_file),      NumberAt(icon_index),
+                                      NumberAt(show_command), NumberAt(hot_key)};
+        const int32_t isRead = lumbrix::GetShellLinkInfo(Text(path), fields);
+        PutText(target, fields.target);
+        PutText(working_folder, fields.workingFolder);
+        PutText(arguments, fields.arguments);
+        PutText(description, fields.description);
+        PutText(icon_file, fields.iconFile);
+        PutNumber(show_command, fields.showCommand);
+        PutNumber(icon_index, fields.iconIndex);
+        PutNumber(hot_key, fields.hotKey);
+        return isRead;
+    });
+    return result == 1 ? 1 : 0;
+}
+
+char* LUMBRIX_CALL GetDestinationFolder(const int32_t* folder) {
+    char* path = nullptr;
+    Door([&] {
+        path = NewText(folder == nullptr ? std::string() : lumbrix::GetDestinationFolder(*folder));
+        return 0;
+    });
+    return path;
+}
+
+void LUMBRIX_CALL RemoveShortcut(const char* name, int32_t folder) {
+    Door([&] {
+        lumbrix::RemoveShortcut(Text(name), folder);
+        return 0;
+    });
 }

@@ -343,6 +343,45 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL DateStampImage(const char* file, const char*
  */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL DELREGKEY(const uint32_t* root, const char* path);
 
+/* Shell links: small files "NAME.lnk" that point to a program or another file. On Windows they are the shell's, and the
+   calling thread must have called CoInitialize (or CoInitializeEx): without it nothing is written, read or found out.
+   On Linux they are texts of our own that hold the same. No imaging library is needed.
+
+   Folders go by the shell's numbers (CSIDL values). On Linux these are known: 0 and 16 the desktop, 5 documents, 8 what
+   was used recently, 13 music, 14 videos, 39 pictures (all as user-dirs.dirs says, or below the user's own folder under
+   their English names) and 40 the user's own. The path of a link is cut at 259 bytes. */
+
+/* Writes the link `name`.lnk to the folder numbered `folder`, or to the current folder where that number is unknown, in
+   the place of one that is there. It points to the file `target`, to be started with the command line `arguments` in
+   `working_folder`, its window as `show_command` says (1 normal, 3 maximised, 7 minimised). `description` and
+   `icon_file` are left out where they are empty; `icon_index` points to the number of the icon in that file, null for
+   0. `unused` is not looked at. A null text counts as empty. Whether it worked is not told. */
+LUMBRIX_EXPORT void LUMBRIX_CALL CreateLink(int32_t folder, const char* name, const char* target, const char* arguments,
+                                            const char* working_folder, int32_t show_command, const char* description,
+                                            const char* unused, const char* icon_file, const int32_t* icon_index);
+
+/* Reads the link file `path`: what it points to, the folder and the command line that this is started in and with, the
+   description, the file and the number of the icon, how its window is shown, and its hot key (the virtual key in the
+   low byte, the keys held with it in the high one: 1 Shift, 2 Control, 4 Alt). Texts are up to 1024 bytes long, or 260
+   on Windows before version 5. Each goes in the place of what stood there; a null pointer stands for a value that is
+   not wanted. `unused` is not looked at. Returns 1. So it does where the file is not there or is no link: the texts are
+   empty then. Returns 0, and changes nothing, for a blank path and where the shell gives no link; also where an error
+   ended the reading, which a message box tells on Windows; what was read by then has been handed over. Each call keeps
+   some memory until the process ends. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL GetShellLinkInfo(const char* path, char** target, char** working_folder,
+                                                     char** arguments, char** description, char** icon_file,
+                                                     int32_t* show_command, int32_t* icon_index, void* unused,
+                                                     uint16_t* hot_key);
+
+/* The path of the folder whose number `folder` points to, in general without a separator behind; empty where the number
+   is unknown, and for a null pointer. To be given back with lumbrix_free; null only where memory ran out. */
+LUMBRIX_EXPORT char* LUMBRIX_CALL GetDestinationFolder(const int32_t* folder);
+
+/* Deletes the link `name`.lnk from the folder numbered `folder`, or from the current folder where that number is
+   unknown. Where that fails, also because there is none, the path is added to CleanUp.txt in the folder of the running
+   program; Lumbrix tries once more at its next start. */
+LUMBRIX_EXPORT void LUMBRIX_CALL RemoveShortcut(const char* name, int32_t folder);
+
 #ifdef __cplusplus
 }
 #endif
