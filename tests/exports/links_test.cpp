@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
+#include <vector>
 
 #ifdef _WIN32
 #include <objbase.h>
@@ -52,6 +54,8 @@ struct ReadLink {
     std::int32_t iconIndex = -2;
     std::int32_t spare = -3;
     std::uint16_t hotKey = 9;
+
+    std::vector<OwnedText*> Texts() { return {&target, &workingFolder, &arguments, &description, &iconFile}; }
 };
 
 class ExportedLinks : public testing::Test {
@@ -75,7 +79,7 @@ class ExportedLinks : public testing::Test {
 
     void CreateIn(std::int32_t folder) const {
         const std::int32_t icon = 3;
-        create_(folder, "Name", Path("target").c_str(), "-x y", Path("work").c_str(), 1, "What it is", "ignored",
+        create_(folder, "Name", Path("target").c_str(), "-x y", Path("work").c_str(), 3, "What it is", "ignored",
                 Path("icon").c_str(), &icon);
     }
     std::int32_t ReadInto(ReadLink& link, const std::string& path) const {
@@ -106,7 +110,12 @@ TEST_F(ExportedLinks, AreReadAsTheyWereCreated) {
     EXPECT_EQ(link.arguments.Text(), "-x y");
     EXPECT_EQ(link.description.Text(), "What it is");
     EXPECT_EQ(link.iconFile.Text(), Path("icon"));
-    EXPECT_EQ(link.showCommand, 1);
+#ifdef _WIN32
+    constexpr std::size_t ShowCommandPlace = 60; // Wine's shell writes it, and does not read it
+    EXPECT_EQ(ReadBytes(InShell("Name.lnk"))[ShowCommandPlace], 3);
+#else
+    EXPECT_EQ(link.showCommand, 3);
+#endif
     EXPECT_EQ(link.iconIndex, 3);
     EXPECT_EQ(link.spare, -3);
     EXPECT_EQ(link.hotKey, 0);
@@ -150,9 +159,13 @@ TEST_F(ExportedLinks, ReplaceTheTextsOfTheCaller) {
 TEST_F(ExportedLinks, OfABlankPathChangeNothing) {
     const std::int32_t number = shells_.Number();
     ReadLink link;
-    *link.target.Place() = folderOf_(&number);
+    for (OwnedText* text : link.Texts()) {
+        *text->Place() = folderOf_(&number);
+    }
     EXPECT_EQ(ReadInto(link, "  "), 0);
-    EXPECT_EQ(link.target.Text(), shells_.Path());
+    for (const OwnedText* text : link.Texts()) {
+        EXPECT_EQ(text->Text(), shells_.Path());
+    }
     EXPECT_EQ(link.showCommand, -1);
     EXPECT_EQ(link.iconIndex, -2);
     EXPECT_EQ(link.hotKey, 9);
@@ -189,6 +202,20 @@ TEST_F(ExportedLinks, AreRemoved) {
     EXPECT_TRUE(std::filesystem::exists(folder_ / "Name.lnk"));
     remove_("Name", NoFolder);
     EXPECT_FALSE(std::filesystem::exists(folder_ / "Name.lnk"));
+}
+
+// A program in a folder of its own.
+TEST_F(ExportedLinks, ThatCannotBeRemovedAreListedBesideTheProgram) {
+    const std::filesystem::path program = std::filesystem::path(LUMBRIX_REMOVING);
+    std::filesystem::copy(program, folder_ / program.filename().string());
+#ifdef _WIN32
+    std::filesystem::copy(program.parent_path() / "lumbrix.dll", folder_ / "lumbrix.dll");
+#endif
+    const std::filesystem::path elsewhere = folder_ / "elsewhere";
+    std::filesystem::create_directory(elsewhere);
+    const CurrentFolder current(elsewhere);
+    EXPECT_EQ(std::system((Path(program.filename().string()) + " Name").c_str()), 0);
+    EXPECT_EQ(ReadBytes(folder_ / "CleanUp.txt"), "Name.lnk\r\n");
 }
 
 #ifdef _WIN32

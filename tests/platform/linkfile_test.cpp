@@ -134,12 +134,22 @@ TEST_F(RecordedLink, KeepsWhatIsNoUtf8) {
 
 TEST_F(RecordedLink, FileThatIsNoLinkReadsAsAnEmptyOne) {
     WriteBytes(folder_ / "broken.lnk", "[Link]\nTarget=a\n");
-    WriteBytes(folder_ / "large.lnk", AnyLinkText + std::string((1 << 20) + 1 - AnyLinkText.size(), '\n'));
-    for (const char* name : {"broken.lnk", "large.lnk", "missing.lnk", "Desktop"}) {
+    for (const char* name : {"broken.lnk", "missing.lnk", "Desktop"}) {
         LinkFields read = AnyLink;
         EXPECT_EQ(GetShellLinkInfo(Path(name), read), 1) << name;
         EXPECT_EQ(read, LinkFields()) << name;
     }
+}
+
+TEST_F(RecordedLink, FileBeyondAllMeasureReadsAsAnEmptyOne) {
+    const std::size_t rest = (1 << 20) - LinkFileText({}).size();
+    LinkFields read;
+    WriteBytes(folder_ / "a.lnk", LinkFileText({.target = std::string(rest, 'a')}));
+    GetShellLinkInfo(Path("a.lnk"), read);
+    EXPECT_EQ(read.target, std::string(1023, 'a'));
+    WriteBytes(folder_ / "a.lnk", LinkFileText({.target = std::string(rest + 1, 'a')}));
+    GetShellLinkInfo(Path("a.lnk"), read);
+    EXPECT_EQ(read.target, "");
 }
 
 TEST_F(RecordedLink, TextsAreReadUpTo1023Bytes) {
@@ -185,7 +195,26 @@ TEST_F(RecordedLink, ObjectIsGoneWithItsLastReference) {
     shell.GetShowCmd(other, command);
     EXPECT_EQ(command, 1);
     shell.ReleaseLink(link);
+    shell.GetShowCmd(link, command);
+    EXPECT_EQ(command, 1);
+    shell.ReleaseLink(link);
     shell.ReleaseLink(other);
+}
+
+TEST_F(RecordedLink, WideNameIsCutWhereItDoesNotFit) {
+    std::u16string wide(4, u'x');
+    SystemShell().MakeWide("abc", wide.data(), 4);
+    EXPECT_EQ(wide, std::u16string(u"abc\0", 4));
+    SystemShell().MakeWide("ab\xC3\xA4"
+                           "cd",
+                           wide.data(), 4);
+    EXPECT_EQ(wide, std::u16string(u"ab\u00E4\0", 4));
+}
+
+TEST_F(RecordedLink, DesktopHasTwoNumbers) {
+    EXPECT_EQ(GetDestinationFolder(0), Path("Desktop"));
+    EXPECT_EQ(GetDestinationFolder(16), Path("Desktop"));
+    EXPECT_EQ(GetDestinationFolder(-1), "");
 }
 
 } // namespace

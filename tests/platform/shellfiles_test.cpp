@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -226,6 +227,54 @@ TEST_F(LinkOnDisk, IsOutOfReachOfAThreadWithoutCom) {
     }).join();
     EXPECT_EQ(result, 0);
     EXPECT_FALSE(std::filesystem::exists(folder_ / "Name.lnk"));
+}
+
+// Interfaces have no virtual destructor, and nobody deletes them.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+// Notes what is given back to COM's memory while it lives.
+class FreeingSpy final : public IMallocSpy {
+  public:
+    FreeingSpy() { CoRegisterMallocSpy(this); }
+    ~FreeingSpy() { CoRevokeMallocSpy(); }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** found) override {
+        *found = this;
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    SIZE_T STDMETHODCALLTYPE PreAlloc(SIZE_T size) override { return size; }
+    void* STDMETHODCALLTYPE PostAlloc(void* memory) override { return memory; }
+    void* STDMETHODCALLTYPE PreFree(void* memory, BOOL) override {
+        freed.push_back(memory);
+        return memory;
+    }
+    void STDMETHODCALLTYPE PostFree(BOOL) override {}
+    SIZE_T STDMETHODCALLTYPE PreRealloc(void* memory, SIZE_T size, void** next, BOOL) override {
+        *next = memory;
+        return size;
+    }
+    void* STDMETHODCALLTYPE PostRealloc(void* memory, BOOL) override { return memory; }
+    void* STDMETHODCALLTYPE PreGetSize(void* memory, BOOL) override { return memory; }
+    SIZE_T STDMETHODCALLTYPE PostGetSize(SIZE_T size, BOOL) override { return size; }
+    void* STDMETHODCALLTYPE PreDidAlloc(void* memory, BOOL) override { return memory; }
+    int STDMETHODCALLTYPE PostDidAlloc(void*, BOOL, int is) override { return is; }
+    void STDMETHODCALLTYPE PreHeapMinimize() override {}
+    void STDMETHODCALLTYPE PostHeapMinimize() override {}
+
+    std::vector<void*> freed;
+};
+
+#pragma GCC diagnostic pop
+
+TEST_F(LinkOnDisk, ListOfAFolderIsFreed) {
+    ShellSystem::ItemList list = 0;
+    ASSERT_EQ(SystemShell().SpecialFolder(shells_.Number(), list), 0);
+    FreeingSpy spy;
+    SystemShell().FreeItemList(list);
+    EXPECT_EQ(spy.freed, (std::vector<void*>{reinterpret_cast<void*>(list)}));
 }
 
 TEST(ShellError, IsAMessageWithoutATitleThatKeepsOtherWindowsBack) {
