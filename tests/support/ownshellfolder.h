@@ -34,8 +34,8 @@ class OwnShellFolder {
         wasSet_ = RegQueryValueExA(key_, place.name, nullptr, &typeBefore_, before_, &size) == ERROR_SUCCESS;
         sizeBefore_ = size;
         const std::string path = Path();
-        RegSetValueExA(key_, place.name, 0, REG_SZ, reinterpret_cast<const BYTE*>(path.c_str()),
-                       static_cast<DWORD>(path.size() + 1));
+        const DWORD length = path.size();
+        RegSetValueExA(key_, place.name, 0, REG_SZ, reinterpret_cast<const BYTE*>(path.c_str()), length + 1);
     }
     ~OwnShellFolder() {
         if (wasSet_) {
