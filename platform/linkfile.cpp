@@ -46,8 +46,8 @@ template <class Number> bool Read(std::string_view text, Number& number, int bas
     return result.ec == std::errc() && result.ptr == end;
 }
 
+// Reads a text, which is empty at first. False where a percent sign has no two digits behind it.
 bool Read(std::string_view line, std::string& text) {
-    text.clear();
     for (std::size_t i = 0; i < line.size(); ++i) {
         unsigned char byte = static_cast<unsigned char>(line[i]);
         if (byte == '%') {

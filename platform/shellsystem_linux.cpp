@@ -60,9 +60,8 @@ class RecordShell : public ShellSystem {
 
     void ReleaseLink(Link link) override {
         const std::lock_guard guard(mutex_);
-        const auto found = objects_.find(link);
-        if (found != objects_.end() && --found->second.references == 0) {
-            objects_.erase(found);
+        if (--objects_[link].references <= 0) {
+            objects_.erase(link);
         }
     }
     void ReleaseLinkFile(LinkFile file) override { ReleaseLink(file); }

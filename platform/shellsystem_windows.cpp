@@ -95,18 +95,12 @@ void WindowsShell::GetHotkey(Link link, std::uint16_t& key) { Of(link)->GetHotke
 
 void WindowsShell::SetHotkey(Link link, std::uint16_t key) { Of(link)->SetHotkey(key); }
 
-void WindowsShell::GetShowCmd(Link link, std::int32_t& command) {
-    int shown = command;
-    Of(link)->GetShowCmd(&shown);
-    command = shown;
-}
+void WindowsShell::GetShowCmd(Link link, std::int32_t& command) { Of(link)->GetShowCmd(&command); }
 
 void WindowsShell::SetShowCmd(Link link, std::int32_t command) { Of(link)->SetShowCmd(command); }
 
 void WindowsShell::GetIconLocation(Link link, char* text, std::int32_t length, std::int32_t& index) {
-    int found = index;
-    Of(link)->GetIconLocation(text, length, &found);
-    index = found;
+    Of(link)->GetIconLocation(text, length, &index);
 }
 
 void WindowsShell::SetIconLocation(Link link, const char* text, std::int32_t index) {

@@ -75,7 +75,7 @@ TEST(LinkFile, MustNotBeOfAnotherForm) {
     }
     EXPECT_FALSE(LinkFromFileText(Changed("[Link]", "[link]")));
     EXPECT_FALSE(LinkFromFileText(Changed("Target=", "Target:")));
-    EXPECT_FALSE(LinkFromFileText(Changed("Target", "WorkingFolder")));
+    EXPECT_FALSE(LinkFromFileText(Changed("Target", "Tarhet")));
     EXPECT_FALSE(LinkFromFileText(Changed("HotKey=65535\n", "")));
 }
 
@@ -198,6 +198,7 @@ TEST_F(RecordedLink, ObjectIsGoneWithItsLastReference) {
     shell.GetShowCmd(link, command);
     EXPECT_EQ(command, 1);
     shell.ReleaseLink(link);
+    shell.ReleaseLink(link); // one too many
     shell.ReleaseLink(other);
 }
 
@@ -215,6 +216,9 @@ TEST_F(RecordedLink, DesktopHasTwoNumbers) {
     EXPECT_EQ(GetDestinationFolder(0), Path("Desktop"));
     EXPECT_EQ(GetDestinationFolder(16), Path("Desktop"));
     EXPECT_EQ(GetDestinationFolder(-1), "");
+    ShellSystem::ItemList list = 0;
+    EXPECT_NE(SystemShell().SpecialFolder(-1, list), 0);
+    EXPECT_EQ(list, 0u);
 }
 
 } // namespace

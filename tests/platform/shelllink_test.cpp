@@ -174,6 +174,14 @@ TEST(GetDestinationFolder, IsEmptyWhereTheNumberIsUnknown) {
     EXPECT_EQ(GetDestinationFolder(16, shell), ""); // known, without a path
 }
 
+TEST(GetDestinationFolder, IsEmptyForEveryCodeButZero) {
+    FakeShell shell = ShellWithDesktop();
+    shell.folderCode = 1;
+    EXPECT_EQ(GetDestinationFolder(16, shell), "");
+    CreateLink(16, "Name", {}, shell);
+    EXPECT_EQ(SavedPath(shell), "/current" + Between + "Name.lnk");
+}
+
 TEST(RecentFolder, IsNumberEight) {
     FakeShell shell;
     shell.folders[8] = "/recent";

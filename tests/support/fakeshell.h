@@ -37,6 +37,7 @@ class FakeShell : public lumbrix::ShellSystem {
     std::int32_t iconIndex = 0;
     std::uint16_t hotkey = 0;
     std::string currentFolder = "/current";
+    std::int32_t folderCode = 0;                 // of a folder that is known
     std::map<std::int32_t, std::string> folders; // an empty one has a list, and no path
     std::vector<std::string> messages;
 
@@ -113,7 +114,7 @@ class FakeShell : public lumbrix::ShellSystem {
     std::int32_t SpecialFolder(std::int32_t number, ItemList& list) override {
         Note("SpecialFolder", static_cast<std::uintptr_t>(number));
         list = 100 + static_cast<ItemList>(number);
-        return folders.contains(number) ? 0 : -1;
+        return folders.contains(number) ? folderCode : -1;
     }
     void PathOfItemList(ItemList list, char* path) override {
         Note("PathOfItemList", list);
