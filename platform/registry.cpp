@@ -37,8 +37,9 @@ std::string GetRegValue(SettingsRoot root, const std::string& path, const std::s
         return {};
     }
     std::array<char, ReadBytes> bytes{};
+    std::uint32_t type = 0; // any will do
     std::uint32_t length = bytes.size();
-    store.QueryValue(key, FittingInto(NameBytes, ValueName(name)).c_str(), bytes.data(), length);
+    store.QueryValue(key, FittingInto(NameBytes, ValueName(name)).c_str(), type, bytes.data(), length);
     return {bytes.begin(), std::find(bytes.begin(), bytes.end(), '\0')};
 }
 

@@ -11,9 +11,11 @@ namespace lumbrix {
 // A root by its number. On Windows any open key of the registry will do, on Linux only those that have a name there.
 using SettingsRoot = std::uint32_t;
 inline constexpr SettingsRoot CurrentUserRoot = 0x80000001;
+inline constexpr SettingsRoot LocalMachineRoot = 0x80000002;
 
 inline constexpr std::uint32_t AllAccess = 0xF003F;
-inline constexpr std::uint32_t TextType = 1; // of a value that is text with a zero behind
+inline constexpr std::uint32_t TextType = 1;   // of a value that is text with a zero behind
+inline constexpr std::uint32_t NumberType = 4; // of one that is four bytes, the lowest first
 
 // What every operation returns: 0 for success, or the registry's number of what went wrong.
 inline constexpr std::int32_t SettingsDone = 0;
@@ -38,8 +40,10 @@ class SettingsStore {
     virtual std::int32_t CreateKey(SettingsRoot root, const char* path, std::uint32_t access, Key& key) = 0;
 
     // Fills `bytes`, whose size is in `length`, with a value of any type. `length` becomes the value's. On failure, and
-    // where the value is longer, the bytes stay as they were. An empty name stands for the key's default value.
-    virtual std::int32_t QueryValue(Key key, const char* name, char* bytes, std::uint32_t& length) = 0;
+    // where the value is longer, the type and the bytes stay as they were. An empty name stands for the key's default
+    // value.
+    virtual std::int32_t QueryValue(Key key, const char* name, std::uint32_t& type, char* bytes,
+                                    std::uint32_t& length) = 0;
 
     virtual std::int32_t SetValue(Key key, const char* name, std::uint32_t type, const char* bytes,
                                   std::uint32_t length) = 0;

@@ -114,7 +114,8 @@ class SettingsFile : public SettingsStore {
         return OpenKey(root, path, access, key);
     }
 
-    std::int32_t QueryValue(Key key, const char* name, char* bytes, std::uint32_t& length) override {
+    std::int32_t QueryValue(Key key, const char* name, std::uint32_t& type, char* bytes,
+                            std::uint32_t& length) override {
         const std::optional<Place> place = PlaceOf(key);
         if (!place) {
             return BadSettingsHandle;
@@ -130,6 +131,7 @@ class SettingsFile : public SettingsStore {
         if (length > room) {
             return MoreSettingData;
         }
+        type = value->type;
         std::memcpy(bytes, value->bytes.data(), length);
         return SettingsDone;
     }

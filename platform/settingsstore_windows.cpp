@@ -34,12 +34,15 @@ class Registry : public SettingsStore {
     }
 
     // What the registry puts into a buffer that is too small is not settled.
-    std::int32_t QueryValue(Key key, const char* name, char* bytes, std::uint32_t& length) override {
+    std::int32_t QueryValue(Key key, const char* name, std::uint32_t& type, char* bytes,
+                            std::uint32_t& length) override {
         std::vector<char> value(bytes, bytes + length);
+        DWORD valueType = 0;
         DWORD valueLength = length;
-        const LSTATUS status = RegQueryValueExA(HandleOf(key), name, nullptr, nullptr,
+        const LSTATUS status = RegQueryValueExA(HandleOf(key), name, nullptr, &valueType,
                                                 reinterpret_cast<BYTE*>(value.data()), &valueLength);
         if (status == ERROR_SUCCESS) {
+            type = valueType;
             std::memcpy(bytes, value.data(), value.size());
         }
         length = valueLength;

@@ -18,20 +18,22 @@ class SystemStore : public testing::Test {
     void Set(const std::string& name, const std::string& data) { SetRegValue(UsersRoot, Key(), name, data); }
     std::string Get(const std::string& name) const { return GetRegValue(UsersRoot, Key(), name); }
 
-    // A value as it stands: its status, or its bytes.
+    // A value as it stands: its status, or its bytes and its type.
     struct Read {
         std::int32_t status;
         std::string bytes;
+        std::uint32_t type = 1;
         bool operator==(const Read&) const = default;
     };
     Read ReadValue(const std::string& name) const {
         SettingsStore::Key key = 0;
         EXPECT_EQ(SystemSettings().OpenKey(UsersRoot, Key().c_str(), 0xF003F, key), 0);
         std::string bytes(100, 'x');
+        std::uint32_t type = 99;
         std::uint32_t length = 100;
-        const std::int32_t status = SystemSettings().QueryValue(key, name.c_str(), bytes.data(), length);
+        const std::int32_t status = SystemSettings().QueryValue(key, name.c_str(), type, bytes.data(), length);
         SystemSettings().CloseKey(key);
-        return {status, status == 0 ? bytes.substr(0, length) : ""};
+        return status == 0 ? Read{0, bytes.substr(0, length), type} : Read{status, "", type};
     }
 
     std::int32_t StatusOfOpening(SettingsRoot root, const std::string& path) const {
@@ -58,7 +60,7 @@ TEST_F(SystemStore, KeyThatIsMissingReadsAsEmpty) { EXPECT_EQ(Get("Name"), ""); 
 TEST_F(SystemStore, EmptyTextIsAValueOfOneZero) {
     Set("Name", "");
     EXPECT_EQ(ReadValue("Name"), (Read{0, std::string(1, '\0')}));
-    EXPECT_EQ(ReadValue("Missing"), (Read{2, ""}));
+    EXPECT_EQ(ReadValue("Missing"), (Read{2, "", 99}));
 }
 
 TEST_F(SystemStore, PassesOverLetterCase) {
@@ -69,7 +71,7 @@ TEST_F(SystemStore, PassesOverLetterCase) {
     SetRegValue(UsersRoot, other, "NAME", "new");
     EXPECT_EQ(Get("Name"), "new");
     EXPECT_EQ(DeleteRegValue(UsersRoot, other, "nAmE"), 0);
-    EXPECT_EQ(ReadValue("Name"), (Read{2, ""}));
+    EXPECT_EQ(ReadValue("Name"), (Read{2, "", 99}));
 }
 
 TEST_F(SystemStore, LongValueReadsAsEmpty) {
@@ -79,13 +81,15 @@ TEST_F(SystemStore, LongValueReadsAsEmpty) {
     EXPECT_EQ(Get("Name"), "");
 }
 
-TEST_F(SystemStore, LongValueLeavesTheCallersBytes) {
+TEST_F(SystemStore, LongValueLeavesTheCallersTypeAndBytes) {
     Set("Name", "text");
     SettingsStore::Key key = 0;
     ASSERT_EQ(SystemSettings().OpenKey(UsersRoot, Key().c_str(), 0xF003F, key), 0);
     std::string bytes = "abcd";
+    std::uint32_t type = 99;
     std::uint32_t length = 4;
-    EXPECT_EQ(SystemSettings().QueryValue(key, "Name", bytes.data(), length), 234);
+    EXPECT_EQ(SystemSettings().QueryValue(key, "Name", type, bytes.data(), length), 234);
+    EXPECT_EQ(type, 99u);
     EXPECT_EQ(bytes, "abcd");
     EXPECT_EQ(length, 5u);
     SystemSettings().CloseKey(key);
@@ -106,7 +110,7 @@ TEST_F(SystemStore, StarIsTheDefaultValue) {
     EXPECT_EQ(ReadValue(""), (Read{0, std::string("default\0", 8)}));
     EXPECT_EQ(Get("*"), "default");
     EXPECT_EQ(DeleteRegValue(UsersRoot, Key(), "*"), 0);
-    EXPECT_EQ(ReadValue(""), (Read{2, ""}));
+    EXPECT_EQ(ReadValue(""), (Read{2, "", 99}));
 }
 
 TEST_F(SystemStore, NonTextReadsAsItsBytesUpToTheFirstZero) {
@@ -117,7 +121,8 @@ TEST_F(SystemStore, NonTextReadsAsItsBytesUpToTheFirstZero) {
     SystemSettings().CloseKey(key);
     EXPECT_EQ(Get("Number"), "AB");
     EXPECT_EQ(Get("Bytes"), "C");
-    EXPECT_EQ(ReadValue("Bytes"), (Read{0, "C"}));
+    EXPECT_EQ(ReadValue("Bytes"), (Read{0, "C", 3}));
+    EXPECT_EQ(ReadValue("Number"), (Read{0, std::string("AB\0\0", 4), 4}));
 }
 
 TEST_F(SystemStore, MakesTheKeysAboveToo) {
@@ -164,8 +169,9 @@ TEST_F(SystemStore, RefusesWhatIsNoRootAndWhatIsNotOpen) {
     EXPECT_EQ(SystemSettings().CloseKey(0), 6);
     EXPECT_EQ(SystemSettings().SetValue(0, "Name", 1, "", 1), 6);
     EXPECT_EQ(SystemSettings().DeleteValue(0, "Name"), 6);
+    std::uint32_t type = 0;
     std::uint32_t length = 0;
-    EXPECT_EQ(SystemSettings().QueryValue(0, "Name", nullptr, length), 6);
+    EXPECT_EQ(SystemSettings().QueryValue(0, "Name", type, nullptr, length), 6);
 }
 
 TEST_F(SystemStore, ClosesAKeyOnce) {

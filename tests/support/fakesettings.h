@@ -25,8 +25,9 @@ class FakeSettings : public lumbrix::SettingsStore {
     std::int32_t deleteStatus = 0;
     std::int32_t deleteKeyStatus = 0;
 
-    // By name, whatever the key.
+    // By name, whatever the key; a value whose type is not there is text.
     std::map<std::string, std::string> values;
+    std::map<std::string, std::uint32_t> types;
 
     long Count(const std::string& call) const {
         return std::count_if(calls.begin(), calls.end(), [&](const std::string& row) { return row.starts_with(call); });
@@ -42,7 +43,8 @@ class FakeSettings : public lumbrix::SettingsStore {
         return Open(createStatus, key);
     }
 
-    std::int32_t QueryValue(Key key, const char* name, char* bytes, std::uint32_t& length) override {
+    std::int32_t QueryValue(Key key, const char* name, std::uint32_t& type, char* bytes,
+                            std::uint32_t& length) override {
         calls.push_back("query " + std::to_string(key) + " '" + name + "' " + std::to_string(length));
         const auto found = values.find(name);
         if (found == values.end()) {
@@ -51,6 +53,9 @@ class FakeSettings : public lumbrix::SettingsStore {
         if (found->second.size() > length) {
             return lumbrix::MoreSettingData;
         }
+        const auto knownType = types.find(name);
+        type = knownType == types.end() ? lumbrix::TextType : knownType->second;
+        length = static_cast<std::uint32_t>(found->second.size());
         std::copy(found->second.begin(), found->second.end(), bytes);
         return 0;
     }
@@ -60,6 +65,7 @@ class FakeSettings : public lumbrix::SettingsStore {
         calls.push_back("set " + std::to_string(key) + " '" + name + "' " + std::to_string(type) + " " +
                         std::to_string(length));
         values[name] = std::string(bytes, length);
+        types[name] = type;
         return 0;
     }
 
