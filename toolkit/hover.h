@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/geometry.h"
+#include "toolkit/hoveredcontrol.h"
 
 #include <windows.h>
 
@@ -13,7 +14,7 @@ namespace lumbrix {
 class Hover {
   public:
     // Over these controls the pointer is a hand, elsewhere an arrow.
-    explicit Hover(std::vector<int> links) : links_(std::move(links)) {}
+    explicit Hover(std::vector<int> links) : control_(std::move(links)) {}
 
     // The mouse has moved to a place in the client area of a window: remembers the control there, hidden and disabled
     // ones passed over, and sets the pointer. Where no control is found, neither the window itself, the one before
@@ -21,12 +22,11 @@ class Hover {
     void MoveTo(HWND window, PixelPoint place);
 
     // The control remembered, 0 for none yet. A press acts on it wherever it is.
-    int Control() const { return control_; }
-    bool IsOverLink() const;
+    int Control() const { return control_.Id(); }
+    bool IsOverLink() const { return control_.IsLink(); }
 
   private:
-    std::vector<int> links_;
-    int control_ = 0;
+    HoveredControl control_;
 };
 
 } // namespace lumbrix
