@@ -6,6 +6,7 @@
 #include "annotate/cropdimensions.h"
 #include "batch/driver.h"
 #include "batch/options.h"
+#include "desktop/aboutbox.h"
 #include "freeedit/stepfiles.h"
 #include "freeedit/transformwindow.h"
 #include "imaging/exports/lumbrix.h"
@@ -45,6 +46,7 @@ class MainWindow : public Dialog, private Order, private ActionWindows {
     void BrowseSourceFolder();
     void ApplyOutputType();
     void RotateAndFlip();
+    RemovalSteps StepsOfRemoval();
 
     template <std::size_t Count> std::array<bool, Count> ChecksOf(const std::array<Id, Count>& ids) const {
         std::array<bool, Count> checks;
@@ -122,6 +124,9 @@ void MainWindow::OnCommand(int id, int notification) {
     case SourceFolderButton:
         RefreshSizeLabel();
         return BrowseSourceFolder();
+    case AboutButton:
+        RefreshSizeLabel();
+        return ShowAbout(Handle(), StepsOfRemoval());
     case AnnotateButton:
         return RunAnnotateAction(*this, *this, annotating_);
     case CropButton:
@@ -184,6 +189,14 @@ void MainWindow::ApplyOutputType() {
 void MainWindow::RotateAndFlip() {
     RunRotateAction(*this, SelectedRotation(ChecksOf(RotationRadioIds)),
                     SelectedFlip(IsChecked(FlipVerticalCheck), IsChecked(FlipHorizontalCheck)), messages_);
+}
+
+// The shortcut and the program file are left where they are.
+RemovalSteps MainWindow::StepsOfRemoval() {
+    return {.removeDesktopShortcut = [] {},
+            .endAboutBox = {},
+            .deleteAtRestart = [](const std::string& /*path*/) {},
+            .endMainWindow = [this] { End(); }};
 }
 
 } // namespace

@@ -1,0 +1,277 @@
+// The About box of the running program, worked by a real mouse.
+#include "tests/windows/expected/about.h"
+#include "tests/windows/mouse.h"
+#include "tests/windows/programfixture.h"
+#include "tests/windows/registryvalue.h"
+#include "tests/windows/seenwindow.h"
+
+#include <fstream>
+
+namespace {
+
+using namespace lumbrix;
+using namespace tests;
+
+constexpr int WebPage = 207;
+constexpr int SystemInformation = 208;
+constexpr int UninstallLine = 210;
+
+constexpr const char* ToolKey = "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO";
+constexpr const char* FolderKey = "SOFTWARE\\Microsoft\\Shared Tools Location";
+
+using Starts = std::vector<std::string>;
+
+class About : public ProgramTest {
+  protected:
+    About() { MoveMouse({3, 3}); } // away from the box
+
+    OpenWindow Open() const {
+        program_.BeginClick(AboutButton);
+        const OpenWindow box = program_.Further();
+        box.Activate();
+        return box;
+    }
+
+    void Close(const OpenWindow& box) const {
+        box.Close();
+        box.WaitUntilGone();
+        EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
+    }
+
+    // Whether the pointer over the box is the system's of this number.
+    static bool IsPointer(const OpenWindow& box, LPCSTR number) {
+        CURSORINFO info{};
+        info.cbSize = sizeof info;
+        const std::uint32_t inside = box.PutInside(&info, sizeof info);
+        EXPECT_NE(box.CallInside("user32.dll", "GetCursorInfo", {inside}), 0u);
+        box.GetFromInside(inside, &info, sizeof info);
+        box.CallInside("kernel32.dll", "GlobalFree", {inside});
+        const auto standard = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(number));
+        return box.CallInside("user32.dll", "LoadCursorA", {0, standard}) ==
+               static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(info.hCursor));
+    }
+    static bool ShowsHand(const OpenWindow& box) {
+        return WaitFor([&] { return IsPointer(box, IDC_HAND); }, PointerPatienceMs);
+    }
+    static bool ShowsArrow(const OpenWindow& box) {
+        return WaitFor([&] { return IsPointer(box, IDC_ARROW); }, PointerPatienceMs);
+    }
+
+    // A place within a line, near its left end, or near the right one of those that stand there.
+    static POINT On(const OpenWindow& box, int id) {
+        RECT line{};
+        GetClientRect(box.Item(id), &line);
+        const bool isAtRight = id >= 203 && id <= 206;
+        return ScreenPointOf(box.Item(id), {isAtRight ? line.right - 8 : 8, line.bottom / 2});
+    }
+
+    static void MoveOver(const OpenWindow& box, int id) {
+        MoveMouse(On(box, id));
+        EXPECT_TRUE(ShowsHand(box)) << id;
+    }
+
+    static void PressOn(const OpenWindow& box, int id) {
+        MoveOver(box, id);
+        PressMouse();
+        ReleaseMouse();
+    }
+
+    // A press that no move comes before.
+    static void PressWithoutMoving(const OpenWindow& box, POINT client) {
+        Send(box.Window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(client.x, client.y));
+        Send(box.Window(), WM_LBUTTONUP, 0, MAKELPARAM(client.x, client.y));
+    }
+    static POINT ClientPointOn(const OpenWindow& box, int id) {
+        POINT place = On(box, id);
+        ScreenToClient(box.Window(), &place);
+        return place;
+    }
+
+    // A program in a folder whose name has a blank, which notes how it is started.
+    std::string PutProgram(const std::string& name) const {
+        const std::string path = MakeFolder("shared tools") + name;
+        std::filesystem::copy_file(STARTED_PROGRAM, path);
+        return path;
+    }
+    // The notes: how the window was to be shown, and the command line.
+    static Starts StartsOf(const std::string& program) {
+        Starts starts;
+        std::ifstream notes(program + ".started");
+        for (std::string line; std::getline(notes, line);) {
+            starts.push_back(line);
+        }
+        return starts;
+    }
+    static void ExpectStarts(const std::string& program, const Starts& expected) {
+        EXPECT_TRUE(WaitUntilLasting([&] { return StartsOf(program) == expected; }))
+            << StartsOf(program).size() << " starts, the last one "
+            << (StartsOf(program).empty() ? "none" : StartsOf(program).back());
+    }
+
+    static constexpr DWORD PointerPatienceMs = 5000;
+};
+
+TEST_F(About, BoxIsAsExpected) {
+    const OpenWindow box = Open();
+    SeenWindow(box).Expect(ExpectedAboutBox());
+    EXPECT_FALSE(IsWindowEnabled(program_.Window()));
+    EXPECT_EQ(GetWindow(box.Window(), GW_OWNER), program_.Window());
+    Close(box);
+}
+
+TEST_F(About, BoxHasTheProgramsIcon) {
+    const OpenWindow box = Open();
+    const SeenWindow seen(box);
+    const std::uint32_t icon = seen.Ask(box.Window(), WM_GETICON, ICON_BIG);
+    EXPECT_NE(icon, 0u);
+    EXPECT_EQ(icon, seen.Ask(program_.Window(), WM_GETICON, ICON_BIG));
+    Close(box);
+}
+
+TEST_F(About, ButtonRefreshesTheSizeFirst) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    EXPECT_EQ(program_.Text(SizeLabel), "");
+    const OpenWindow box = Open();
+    EXPECT_EQ(program_.Text(SizeLabel), "(W1 x H2)");
+    Close(box);
+}
+
+TEST_F(About, OtherNotificationsOfTheButtonOpenNothing) {
+    Send(program_.Window(), WM_COMMAND, MAKEWPARAM(AboutButton, BN_DBLCLK), 0);
+    Send(program_.Window(), WM_COMMAND, MAKEWPARAM(AboutButton, BN_SETFOCUS), 0);
+    EXPECT_TRUE(WaitUntilLasting([&] { return program_.IsQuiet(); }));
+    PostMessageA(program_.Window(), WM_COMMAND, MAKEWPARAM(AboutButton, 1), 0); // by an accelerator
+    Close(program_.Further());
+}
+
+TEST_F(About, EscapeAndEnterLeaveItOpen) {
+    const OpenWindow box = Open();
+    PressKey(VK_ESCAPE);
+    PressKey(VK_RETURN);
+    EXPECT_TRUE(WaitUntilLasting([&] { return IsWindowVisible(box.Window()) != 0; }));
+    Close(box);
+}
+
+TEST_F(About, PointerIsAHandOverTheLinksAlone) {
+    const OpenWindow box = Open();
+    for (const int link : {WebPage, SystemInformation, UninstallLine}) {
+        MoveMouse(On(box, link));
+        EXPECT_TRUE(ShowsHand(box)) << link;
+        const POINT place = On(box, link);
+        MoveMouse({place.x, ScreenPointOf(box.Window(), {0, 4}).y}); // the plain box
+        EXPECT_TRUE(ShowsArrow(box)) << "beside " << link;
+    }
+    for (const int line : {201, 202, 203, 204, 205, 206}) {
+        MoveOver(box, UninstallLine);
+        MoveMouse(On(box, line));
+        EXPECT_TRUE(ShowsArrow(box)) << line;
+    }
+    Close(box);
+}
+
+TEST_F(About, HiddenAndDisabledLinksArePassedOver) {
+    const OpenWindow box = Open();
+    MoveOver(box, WebPage);
+    EnableWindow(box.Item(SystemInformation), FALSE);
+    MoveMouse(On(box, SystemInformation));
+    EXPECT_TRUE(ShowsArrow(box));
+    MoveOver(box, WebPage);
+    ShowWindow(box.Item(UninstallLine), SW_HIDE);
+    MoveMouse(On(box, UninstallLine));
+    EXPECT_TRUE(ShowsArrow(box));
+    Close(box);
+}
+
+TEST_F(About, SystemInformationStartsTheProgramThatIsNamed) {
+    const std::string tool = PutProgram("tool.exe");
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
+    const OpenWindow box = Open();
+    PressOn(box, SystemInformation);
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    Close(box);
+}
+
+TEST_F(About, SystemInformationStartsTheToolOfTheSharedFolder) {
+    const std::string tool = PutProgram("MSINFO32.EXE");
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", std::nullopt);
+    const RegistryValue folder(HKEY_LOCAL_MACHINE, FolderKey, "MSINFO", Path("shared tools"));
+    const OpenWindow box = Open();
+    PressOn(box, SystemInformation);
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    Close(box);
+}
+
+TEST_F(About, SystemInformationThatIsNowhereLeavesTheBoxAsItIs) {
+    const std::string tool = PutProgram("tool.exe");
+    const OpenWindow box = Open();
+    {
+        const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", Path("none.exe"));
+        PressOn(box, SystemInformation);
+        EXPECT_TRUE(WaitUntilLasting([&] { return box.IsQuiet(); }));
+    }
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", std::nullopt);
+    const RegistryValue folder(HKEY_LOCAL_MACHINE, FolderKey, "MSINFO", Path("shared tools"));
+    PressWithoutMoving(box, {5, 5});
+    const RegistryValue noFolder(HKEY_LOCAL_MACHINE, FolderKey, "MSINFO", std::nullopt);
+    PressWithoutMoving(box, {5, 5});
+    EXPECT_TRUE(WaitUntilLasting([&] { return box.IsQuiet() && IsWindowVisible(box.Window()); }));
+    ExpectStarts(tool, {});
+    Close(box);
+}
+
+TEST_F(About, PressActsOnTheLineLastSeenByAMove) {
+    const std::string tool = PutProgram("tool.exe");
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
+    const OpenWindow box = Open();
+    PressWithoutMoving(box, ClientPointOn(box, SystemInformation)); // none seen yet
+    PressWithoutMoving(box, ClientPointOn(box, UninstallLine));
+    EXPECT_TRUE(WaitUntilLasting([&] { return IsWindowVisible(box.Window()) && StartsOf(tool).empty(); }));
+    MoveOver(box, SystemInformation);
+    PressWithoutMoving(box, ClientPointOn(box, UninstallLine));
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    MoveMouse(On(box, 206));
+    EXPECT_TRUE(ShowsArrow(box));
+    PressWithoutMoving(box, ClientPointOn(box, SystemInformation));
+    MoveMouse(ScreenPointOf(box.Window(), {4, 4}));
+    PressWithoutMoving(box, ClientPointOn(box, SystemInformation));
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    EXPECT_TRUE(IsWindowVisible(box.Window()));
+    Close(box);
+}
+
+TEST_F(About, WebAddressOpensInTheBrowser) {
+    const std::string browser = PutProgram("browser.exe");
+    const std::string address = LUMBRIX_MAKER_WEB;
+    const std::string open = address.substr(0, address.find(':')) + "\\shell\\open\\";
+    const RegistryValue command(HKEY_CLASSES_ROOT, open + "command", "", "\"" + browser + "\" \"%1\"");
+    const RegistryValue conversation(HKEY_CLASSES_ROOT, open + "ddeexec", "", std::nullopt);
+    const OpenWindow box = Open();
+    PressOn(box, WebPage);
+    ExpectStarts(browser, {"1 \"" + browser + "\" \"" + address + "\""});
+    EXPECT_TRUE(IsWindowVisible(box.Window()));
+    EXPECT_TRUE(box.IsQuiet());
+    Close(box);
+}
+
+TEST_F(About, UninstallEndsTheBoxAndTheProgram) {
+    const OpenWindow box = Open();
+    PressOn(box, UninstallLine);
+    box.WaitUntilGone();
+    program_.WaitUntilGone();
+    EXPECT_EQ(program_.Close(), 0u);
+}
+
+TEST_F(About, OpensAnewAndRemembersNoLine) {
+    const std::string tool = PutProgram("tool.exe");
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
+    const OpenWindow first = Open();
+    MoveOver(first, SystemInformation);
+    MoveMouse({3, 3});
+    Close(first);
+    const OpenWindow second = Open();
+    PressWithoutMoving(second, ClientPointOn(second, SystemInformation));
+    ExpectStarts(tool, {});
+    Close(second);
+}
+
+} // namespace
