@@ -191,6 +191,37 @@ TEST_F(About, SystemInformationStartsTheProgramThatIsNamed) {
     Close(box);
 }
 
+TEST_F(About, BlankInTheNameOfTheToolDoesNotEndIt) {
+    const std::string tool = PutProgram("tool.exe"); // in "shared tools"
+    const std::string other = Path("shared.exe");
+    std::filesystem::copy_file(STARTED_PROGRAM, other);
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
+    const OpenWindow box = Open();
+    PressOn(box, SystemInformation);
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    ExpectStarts(other, {});
+    Close(box);
+}
+
+TEST_F(About, NothingIsHeldOfAToolThatHasEnded) {
+    const std::string tool = PutProgram("tool.exe");
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
+    const OpenWindow box = Open();
+    PressOn(box, SystemInformation);
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    DWORD process = 0, thread = 0;
+    std::ifstream(tool + ".numbers") >> process >> thread;
+    ASSERT_NE(thread, 0u);
+    // What somebody holds can still be opened.
+    const auto isGone = [](HANDLE opened) {
+        CloseHandle(opened);
+        return opened == nullptr;
+    };
+    EXPECT_TRUE(WaitFor([&] { return isGone(OpenProcess(SYNCHRONIZE, FALSE, process)); })) << "the process";
+    EXPECT_TRUE(WaitFor([&] { return isGone(OpenThread(SYNCHRONIZE, FALSE, thread)); })) << "the thread";
+    Close(box);
+}
+
 TEST_F(About, SystemInformationStartsTheToolOfTheSharedFolder) {
     const std::string tool = PutProgram("MSINFO32.EXE");
     const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", std::nullopt);
