@@ -54,15 +54,14 @@ void EnsureDesktopShortcut(ShortcutSystem& system) {
 std::int32_t MakeShortcut(ShortcutSystem& system, const std::string& /*programPath*/, const std::string& name,
                           std::int32_t folderId) {
     const std::string program = system.ProgramPath();
-    system.CreateLink({.folderId = folderId,
-                       .name = name,
-                       .target = program,
-                       .arguments = {},
+    system.CreateLink(folderId, name,
+                      {.target = program,
                        .workingFolder = FolderPart(program),
-                       .showCommand = ShowNormally,
+                       .arguments = {},
                        .description = name,
                        .iconFile = program,
-                       .iconIndex = 0});
+                       .iconIndex = 0,
+                       .showCommand = ShowNormally});
     const std::string shortcut = ShortcutPath(system, folderId, name);
     const std::string match = WaitForFurtherMatch(system);
     if (match.empty()) {

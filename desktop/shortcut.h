@@ -1,6 +1,8 @@
 // The program's shortcut on the desktop: making sure of it at every start, and taking it away.
 #pragma once
 
+#include "platform/shelllink.h"
+
 #include <cstdint>
 #include <string>
 
@@ -10,21 +12,6 @@ namespace lumbrix {
 inline constexpr std::int32_t DesktopFolder = 16;
 
 inline constexpr const char* ShortcutName = "Lumbrix";
-
-// A shortcut to be made.
-struct ShortcutRequest {
-    std::int32_t folderId = 0;
-    std::string name; // without extension
-    std::string target;
-    std::string arguments;
-    std::string workingFolder;
-    std::int32_t showCommand = 0;
-    std::string description;
-    std::string iconFile;
-    std::int32_t iconIndex = 0;
-
-    bool operator==(const ShortcutRequest&) const = default;
-};
 
 // What the steps here ask of the system. What is said to raise throws RuntimeError.
 class ShortcutSystem {
@@ -47,7 +34,9 @@ class ShortcutSystem {
     virtual void RemoveFile(const std::string& path) = 0;
     virtual void DuplicateFile(const std::string& source, const std::string& target) = 0;
     virtual void DeleteOrListFile(const std::string& path) = 0;
-    virtual void CreateLink(const ShortcutRequest& request) = 0;
+
+    // Makes the link "NAME.lnk" in a folder.
+    virtual void CreateLink(std::int32_t folder, const std::string& name, const LinkFields& fields) = 0;
 
     // Since midnight.
     virtual std::int32_t MillisecondsOfDay() = 0;

@@ -7,6 +7,7 @@
 #include "batch/driver.h"
 #include "batch/options.h"
 #include "desktop/aboutbox.h"
+#include "desktop/desktopsystem.h"
 #include "freeedit/stepfiles.h"
 #include "freeedit/transformwindow.h"
 #include "imaging/exports/lumbrix.h"
@@ -75,6 +76,7 @@ class MainWindow : public Dialog, private Order, private ActionWindows {
     MessageBoxes messages_;
     AnnotateState annotating_;
     FreeEditState freeEdit_;
+    DesktopSystem desktop_;
 };
 
 void MainWindow::OnStart() {
@@ -82,6 +84,7 @@ void MainWindow::OnStart() {
     Hide(CropCheck);
     SetInitialChecks();
     SetWindowIconFromModule(Handle());
+    EnsureDesktopShortcut(desktop_);
     DragAcceptFiles(Handle(), TRUE);
     SetText(HeightBox, InitialHeight);
 }
@@ -191,11 +194,10 @@ void MainWindow::RotateAndFlip() {
                     SelectedFlip(IsChecked(FlipVerticalCheck), IsChecked(FlipHorizontalCheck)), messages_);
 }
 
-// The shortcut and the program file are left where they are.
 RemovalSteps MainWindow::StepsOfRemoval() {
-    return {.removeDesktopShortcut = [] {},
-            .endAboutBox = {},
-            .deleteAtRestart = [](const std::string& /*path*/) {},
+    return {.removeDesktopShortcut = [this] { RemoveDesktopShortcut(desktop_); },
+            .endAboutBox = {}, // the box knows that itself
+            .deleteAtRestart = DeleteAtRestart,
             .endMainWindow = [this] { End(); }};
 }
 

@@ -56,9 +56,9 @@ class RecordedSystem : public ShortcutSystem {
         }
     }
 
-    void CreateLink(const ShortcutRequest& request) override {
-        record.push_back("link");
-        requests.push_back(request);
+    void CreateLink(std::int32_t id, const std::string& name, const LinkFields& fields) override {
+        record.push_back("link " + std::to_string(id) + " " + name);
+        links.push_back(fields);
     }
 
     std::int32_t MillisecondsOfDay() override { return clock; }
@@ -85,7 +85,7 @@ class RecordedSystem : public ShortcutSystem {
     std::int32_t clockStep = 1; // of a pause
 
     std::vector<std::string> record;
-    std::vector<ShortcutRequest> requests;
+    std::vector<LinkFields> links;
     int furtherSearches = 0;
     int pauses = 0;
 
@@ -102,11 +102,10 @@ using Record = std::vector<std::string>;
 TEST(DesktopShortcut, IsMadeWhereThereIsNone) {
     RecordedSystem system;
     EnsureDesktopShortcut(system);
-    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "link", "folder 16"}));
-    ASSERT_EQ(system.requests.size(), 1u);
-    EXPECT_EQ(system.requests[0],
-              (ShortcutRequest{16, "Lumbrix", "C:\\Programs\\Lumbrix\\lumbrix.exe", "", "C:\\Programs\\Lumbrix\\", 1,
-                               "Lumbrix", "C:\\Programs\\Lumbrix\\lumbrix.exe", 0}));
+    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "link 16 Lumbrix", "folder 16"}));
+    ASSERT_EQ(system.links.size(), 1u);
+    EXPECT_EQ(system.links[0], (LinkFields{"C:\\Programs\\Lumbrix\\lumbrix.exe", "C:\\Programs\\Lumbrix\\", "",
+                                           "Lumbrix", "C:\\Programs\\Lumbrix\\lumbrix.exe", 0, 1, 0}));
 }
 
 TEST(DesktopShortcut, FolderMayEndWithItsBackslash) {
@@ -136,7 +135,7 @@ TEST(DesktopShortcut, ThatIsEmptyIsReplaced) {
     system.files[Shortcut] = 0;
     EnsureDesktopShortcut(system);
     EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "remove C:\\Desktop\\Lumbrix.lnk",
-                                     "link", "folder 16"}));
+                                     "link 16 Lumbrix", "folder 16"}));
 }
 
 TEST(DesktopShortcut, ThatIsEmptyAndStaysIsNotReplaced) {
@@ -192,10 +191,8 @@ TEST(MadeShortcut, TakesAFurtherMatchInItsPlace) {
     system.matchAt = 3;
     EXPECT_EQ(MakeShortcut(system, "", "Other", 5), 1);
     EXPECT_EQ(system.furtherSearches, 3);
-    EXPECT_EQ(system.record, (Record{"link", "folder 5", "copy source.lnk to C:\\Desktop\\Other.lnk"}));
-    EXPECT_EQ(system.requests[0].name, "Other");
-    EXPECT_EQ(system.requests[0].description, "Other");
-    EXPECT_EQ(system.requests[0].folderId, 5);
+    EXPECT_EQ(system.record, (Record{"link 5 Other", "folder 5", "copy source.lnk to C:\\Desktop\\Other.lnk"}));
+    EXPECT_EQ(system.links[0].description, "Other");
 }
 
 TEST(MadeShortcut, OfAMatchThatCannotBeCopiedCountsAsNone) {

@@ -284,12 +284,52 @@ TEST_F(About, WebAddressOpensInTheBrowser) {
     Close(box);
 }
 
-TEST_F(About, UninstallEndsTheBoxAndTheProgram) {
+// Where Windows notes what it is to delete at its next start.
+constexpr const char* SessionKey = "SYSTEM\\CurrentControlSet\\Control\\Session Manager";
+constexpr const char* PendingValue = "PendingFileRenameOperations";
+
+// The names there, each with an empty text behind, separated by zeros.
+std::string PendingDeletions() {
+    char names[4096] = "";
+    DWORD length = sizeof names;
+    RegGetValueA(HKEY_LOCAL_MACHINE, SessionKey, PendingValue, RRF_RT_REG_MULTI_SZ, nullptr, names, &length);
+    return {names, length};
+}
+
+TEST_F(About, UninstallTakesAwayTheShortcutAndEndsTheProgram) {
+    const RegistryValue pending(HKEY_LOCAL_MACHINE, SessionKey, PendingValue, std::nullopt);
+    WriteBytes(program_.Folder() / "CleanUp.txt", "kept");
+    ASSERT_TRUE(std::filesystem::exists(ShortcutOnDesktop()));
     const OpenWindow box = Open();
     PressOn(box, UninstallLine);
     box.WaitUntilGone();
     program_.WaitUntilGone();
     EXPECT_EQ(program_.Close(), 0u);
+    EXPECT_FALSE(std::filesystem::exists(ShortcutOnDesktop()));
+    const std::string program = "\\??\\" + Path("lumbrix.exe");
+    EXPECT_NE(PendingDeletions().find(program + std::string(2, '\0')), std::string::npos) << PendingDeletions();
+    // Nothing else goes.
+    for (const char* name : {"lumbrix.exe", "lumbrix.dll", "gdiplus.dll"}) {
+        EXPECT_TRUE(Exists(name)) << name;
+    }
+    EXPECT_EQ(ReadBytes(program_.Folder() / "CleanUp.txt"), "kept");
+}
+
+TEST_F(About, UninstallListsAShortcutThatIsInUseFiftyTimes) {
+    const RegistryValue pending(HKEY_LOCAL_MACHINE, SessionKey, PendingValue, std::nullopt);
+    const HANDLE held =
+        CreateFileW(ShortcutOnDesktop().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    const OpenWindow box = Open();
+    PressOn(box, UninstallLine);
+    program_.WaitUntilGone();
+    EXPECT_EQ(program_.Close(), 0u);
+    CloseHandle(held);
+    std::string expected;
+    for (int i = 0; i < 50; ++i) {
+        expected += ShortcutOnDesktop().string() + "\r\n";
+    }
+    EXPECT_EQ(ReadBytes(program_.Folder() / "CleanUp.txt"), expected);
 }
 
 TEST_F(About, OpensAnewAndRemembersNoLine) {

@@ -128,7 +128,13 @@ TEST(LoadedProgram, OffersItsProceduresByName) {
                              "GetImageDateTime",
                              "GetPropertyIdList",
                              "DateStampImage",
-                             "DELREGKEY"}) {
+                             "DELREGKEY",
+                             "CreateLink",
+                             "GetShellLinkInfo",
+                             "GetDestinationFolder",
+                             "RemoveShortcut",
+                             "lumbrix_free",
+                             "lumbrix_version"}) {
         EXPECT_NE(GetProcAddress(program, name), nullptr) << name;
     }
 }

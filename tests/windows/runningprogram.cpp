@@ -3,17 +3,30 @@
 
 #include <gtest/gtest.h>
 
+#include <shlobj.h>
+
 namespace tests {
+
+std::filesystem::path ShortcutOnDesktop() {
+    wchar_t desktop[MAX_PATH] = L"";
+    EXPECT_TRUE(SHGetSpecialFolderPathW(nullptr, desktop, CSIDL_DESKTOPDIRECTORY, FALSE));
+    return std::filesystem::path(desktop) / "Lumbrix.lnk";
+}
 
 RunningProgram::RunningProgram() {
     const std::filesystem::path artifacts = LUMBRIX_ARTIFACTS;
     for (const char* name : {"lumbrix.exe", "lumbrix.dll", "gdiplus.dll"}) {
         std::filesystem::copy_file(artifacts / name, folder_ / name);
     }
+    WriteBytes(ShortcutOnDesktop(), "of another start");
     Start(folder_.Path(), folder_.Path());
 }
 
-RunningProgram::RunningProgram(const std::filesystem::path& folder, const std::filesystem::path& currentFolder) {
+RunningProgram::RunningProgram(const std::filesystem::path& folder, const std::filesystem::path& currentFolder,
+                               AtStart atStart) {
+    if (atStart == AtStart::ShortcutIsThere) {
+        WriteBytes(ShortcutOnDesktop(), "of another start");
+    }
     Start(folder, currentFolder);
 }
 

@@ -10,6 +10,15 @@
 
 namespace tests {
 
+// The file of the program's shortcut on the desktop.
+std::filesystem::path ShortcutOnDesktop();
+
+// Whether the program finds a shortcut at its start. Where there is none it makes one, and is late.
+enum class AtStart {
+    ShortcutIsThere,
+    DesktopIsAsItIs,
+};
+
 // The program from its start to its end.
 class RunningProgram : public OpenWindow {
   public:
@@ -17,7 +26,8 @@ class RunningProgram : public OpenWindow {
     RunningProgram();
 
     // The program file in a folder that is there already.
-    RunningProgram(const std::filesystem::path& folder, const std::filesystem::path& currentFolder);
+    RunningProgram(const std::filesystem::path& folder, const std::filesystem::path& currentFolder,
+                   AtStart atStart = AtStart::ShortcutIsThere);
 
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;

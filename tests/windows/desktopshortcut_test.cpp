@@ -1,0 +1,57 @@
+// The shortcut on the desktop, as the running program makes it, leaves it and takes it away.
+#include "tests/windows/runningprogram.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace tests;
+
+constexpr DWORD LateMs = 6000;
+
+class ShortcutOfTheProgram : public testing::Test {
+  protected:
+    ShortcutOfTheProgram() {
+        for (const char* name : {"lumbrix.exe", "lumbrix.dll", "gdiplus.dll"}) {
+            std::filesystem::copy_file(std::filesystem::path(LUMBRIX_ARTIFACTS) / name, folder_ / name);
+        }
+    }
+
+    // How long it takes until the window is there to be used.
+    DWORD TimeToStart() const {
+        const DWORD before = GetTickCount();
+        RunningProgram program(folder_.Path(), folder_.Path(), AtStart::DesktopIsAsItIs);
+        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(program.Window()) != FALSE; }));
+        const DWORD time = GetTickCount() - before;
+        EXPECT_EQ(program.Close(), 0u);
+        return time;
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(ShortcutOfTheProgram, IsMadeAtTheFirstStartWhichIsSixSecondsLate) {
+    std::filesystem::remove(ShortcutOnDesktop());
+    const DWORD time = TimeToStart();
+    EXPECT_GE(time, LateMs);
+    EXPECT_LT(time, LateMs + 10000);
+    const std::string link = ReadBytes(ShortcutOnDesktop());
+    EXPECT_EQ(link.substr(0, 4), std::string("\x4C\0\0\0", 4)); // as every link begins
+    EXPECT_NE(link.find((folder_ / "lumbrix.exe").string()), std::string::npos);
+    EXPECT_LT(TimeToStart(), LateMs);
+    EXPECT_EQ(ReadBytes(ShortcutOnDesktop()), link);
+}
+
+TEST_F(ShortcutOfTheProgram, ThatLeadsElsewhereStays) {
+    WriteBytes(ShortcutOnDesktop(), "x");
+    EXPECT_LT(TimeToStart(), LateMs);
+    EXPECT_EQ(ReadBytes(ShortcutOnDesktop()), "x");
+}
+
+TEST_F(ShortcutOfTheProgram, ThatIsEmptyIsMadeAnew) {
+    WriteBytes(ShortcutOnDesktop(), "");
+    EXPECT_GE(TimeToStart(), LateMs);
+    EXPECT_GT(std::filesystem::file_size(ShortcutOnDesktop()), 100u);
+}
+
+} // namespace
