@@ -3,6 +3,7 @@
 
 #include "imaginglibrary/codecs/metadata/colorprofile.h"
 #include "imaginglibrary/codecs/png/pngerrors.h"
+#include "imaginglibrary/codecs/png/pngimagedata.h"
 #include "imaginglibrary/codecs/png/pngpalette.h"
 #include "imaginglibrary/codecs/png/pngproperties.h"
 #include "imaginglibrary/core/rowconverter.h"
@@ -20,7 +21,7 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr int CompressionLevel = 6;
+constexpr int TextCompressionLevel = 6; // of a profile
 constexpr png_fixed_point ScreenGamma = 45455;
 constexpr double InchesPerMetre = 1 / 0.0254;
 
@@ -71,21 +72,20 @@ class PngWriter {
             DescribePicture();
             AddMetadata();
             png_write_info(png_, header_);
-            if (!IsIndexed(format_)) {
-                png_set_bgr(png_);
-            }
         });
     }
 
-    Status WriteRow(const std::uint8_t* row) {
-        return exit_.Run([this, row] { png_write_row(png_, row); });
-    }
-
-    Status End() {
-        return exit_.Run([this] { png_write_end(png_, nullptr); });
-    }
+    // The image data are our own work, so libpng only frames them.
+    Status WriteImageData(std::span<const std::uint8_t> data) { return WriteChunk("IDAT", data); }
+    Status End() { return WriteChunk("IEND", {}); }
 
   private:
+    Status WriteChunk(const char* name, std::span<const std::uint8_t> content) {
+        return exit_.Run([this, name, content] {
+            png_write_chunk(png_, reinterpret_cast<png_const_bytep>(name), content.data(), content.size());
+        });
+    }
+
     // libpng does not write to what it is given, for all that its types say.
     static png_text TextChunkOf(PngText& text) {
         png_text chunk{};
@@ -121,9 +121,7 @@ class PngWriter {
         DescribeColors();
         png_set_pHYs(png_, header_, DotsPerMetre(info_.resolution.horizontal), DotsPerMetre(info_.resolution.vertical),
                      PNG_RESOLUTION_METER);
-        png_set_compression_level(png_, CompressionLevel);
-        // Neighbouring indexes say nothing about each other; neighbouring colours do.
-        png_set_filter(png_, PNG_FILTER_TYPE_BASE, indexed ? PNG_FILTER_NONE : PNG_ALL_FILTERS);
+        png_set_text_compression_level(png_, TextCompressionLevel);
         if (indexed) {
             png_set_PLTE(png_, header_, colors_.data(), static_cast<int>(palette_.size()));
             if (HasTransparency(palette_)) {
@@ -186,6 +184,23 @@ class PngWriter {
     png_infop trial_ = nullptr;
 };
 
+PngRowForm RowFormOf(PixelFormat format, std::uint32_t width) {
+    const std::size_t bits = BitsPerPixel(format);
+    return {.rowBytes = (width * bits + 7) / 8,
+            .pixelBytes = std::max<std::size_t>(bits / 8, 1),
+            .isIndexed = IsIndexed(format)};
+}
+
+// From our order of colours, blue first, to that of the file.
+void PutRow(const std::uint8_t* row, const PngRowForm& form, std::uint8_t* to) {
+    std::copy_n(row, form.rowBytes, to);
+    if (!form.isIndexed) {
+        for (std::size_t i = 0; i < form.rowBytes; i += form.pixelBytes) {
+            std::swap(to[i], to[i + 2]);
+        }
+    }
+}
+
 } // namespace
 
 Status WritePng(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
@@ -199,13 +214,17 @@ Status WritePng(const PixelSource& picture, const PropertyList& properties, Outp
     if (const Status status = writer.Begin(); status != Status::Ok) {
         return status;
     }
+    const PngRowForm form = RowFormOf(format, info.width);
+    PngImageData data(form, info.height,
+                      [&](std::span<const std::uint8_t> chunk) { return writer.WriteImageData(chunk); });
     const Status status =
         ForEachRow(palette ? picture.OpenRows() : OpenRowsAs(picture, format), BytesPerRow(format, info.width),
                    info.height, [&](std::uint32_t, std::uint8_t* row) {
                        if (palette) {
                            palette->Correct(row);
                        }
-                       return writer.WriteRow(row);
+                       PutRow(row, form, data.NextRow());
+                       return data.EndRow();
                    });
     if (status != Status::Ok) {
         return status;

@@ -1,0 +1,28 @@
+// The filters of PNG, which write each byte of a row as its difference from what its neighbours foretell.
+// Source: the PNG specification, "Filter algorithms".
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace imaginglibrary {
+
+// Under the numbers that stand before each row of a file.
+enum class PngFilter : std::uint8_t {
+    None = 0,
+    Sub = 1,
+    Up = 2,
+    Average = 3,
+    Paeth = 4,
+};
+
+// Filters one row of `above`'s and `to`'s length, whose pixels take `pixelBytes` whole bytes, 1 for smaller ones. Above
+// the first row there are zeros.
+void FilterRow(PngFilter filter, std::span<const std::uint8_t> row, const std::uint8_t* above, std::size_t pixelBytes,
+               std::uint8_t* to);
+
+// How many bits the bytes take at least where each is coded on its own: their entropy.
+double EntropyOf(std::span<const std::uint8_t> bytes);
+
+} // namespace imaginglibrary
