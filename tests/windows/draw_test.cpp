@@ -246,18 +246,11 @@ TEST_F(Draw, FillsOneMeshOfAHatch) {
 TEST_F(Draw, ColorFieldsAreForPenAndFill) {
     const FreeEditWindows opened = Open();
     const DrawWindows draw = OpenBlank(opened);
-    const auto rightClick = [&](int id) {
-        const POINT place = MiddleOf(draw.window.Item(id));
-        MoveMouse(place);
-        POINT client = place;
-        ScreenToClient(draw.window.Window(), &client);
-        Send(draw.window.Window(), WM_PARENTNOTIFY, WM_RBUTTONDOWN, MAKELPARAM(client.x, client.y));
-    };
     ClickAt(MiddleOf(draw.window.Item(120))); // red
     EXPECT_TRUE(WaitFor([&] {
         return PixelAt(ScreenPointOf(draw.window.Item(PenIndicator), {1, 1})) == RGB(255, 0, 0);
     }));
-    rightClick(121); // green
+    ChooseFillColor(draw, 121); // green
     EXPECT_TRUE(WaitFor([&] {
         return PixelAt(ScreenPointOf(draw.window.Item(FillIndicator), {3, 3})) == RGB(0, 255, 0);
     }));

@@ -84,6 +84,11 @@ class DrawTest : public FreeEditTest {
   protected:
     DrawWindows OpenDraw(const FreeEditWindows& opened) const {
         PressLabel(opened, DrawLabel);
+        return Opened(opened);
+    }
+
+    // The window that is about to open.
+    DrawWindows Opened(const FreeEditWindows& opened) const {
         const HWND window = WaitForTop([](HWND top) { return WindowText(top) == "Draw"; });
         const OpenWindow draw(window, {program_.Window(), opened.window.Window(), opened.canvas});
         draw.Activate();
@@ -129,6 +134,16 @@ class DrawTest : public FreeEditTest {
              reinterpret_cast<LPARAM>(draw.window.Item(list)));
     }
 
+    // Presses a colour field with the right button. The mouse is moved there, for the window looks for what lies below
+    // the place.
+    static void ChooseFillColor(const DrawWindows& draw, int field) {
+        const POINT place = MiddleOf(draw.window.Item(field));
+        MoveMouse(place);
+        POINT client = place;
+        ScreenToClient(draw.window.Window(), &client);
+        Send(draw.window.Window(), WM_PARENTNOTIFY, WM_RBUTTONDOWN, MAKELPARAM(client.x, client.y));
+    }
+
     // That the screen shows exactly what is expected.
     static void ExpectCanvas(const DrawWindows& draw, const OwnCanvas& expected) {
         int differences = 0;
@@ -139,6 +154,13 @@ class DrawTest : public FreeEditTest {
     static void CloseDraw(const DrawWindows& draw, int button = QuitButton) {
         draw.window.BeginClick(button);
         draw.window.WaitUntilGone();
+    }
+
+    // Ends the paint window; the other one comes back.
+    static void ComeBack(const DrawWindows& draw, const FreeEditWindows& opened, int button = QuitButton) {
+        CloseDraw(draw, button);
+        EXPECT_TRUE(WaitFor([&] { return IsWindowVisible(opened.window.Window()) != FALSE; }));
+        opened.window.Activate();
     }
 
     // Ends both windows.
