@@ -23,6 +23,11 @@ class DrawnText : public DrawTest {
         window.WaitUntilGone();
     }
 
+    static void Abort(const OpenWindow& window) {
+        window.BeginClick(entry::AbortButton);
+        window.WaitUntilGone();
+    }
+
     static HWND BeginChangeFont(const OpenWindow& window) {
         window.BeginClick(entry::ChangeFontButton);
         const HWND fonts = window.WaitForDialog();
@@ -239,6 +244,101 @@ TEST_F(DrawnText, ChangedFontStaysWhicheverWayTheWindowEnds) {
         }
     }
     EXPECT_LT(top, 195);
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, ExitKeepsNeitherTextNorAngle) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    const OpenWindow window = PressWith(draw, NormalTextOption, 60, 200);
+    window.SetText(entry::AngleBox, "90");
+    Exit(window, "HHHH");
+    EXPECT_TRUE(WaitFor([&] { return !IsAllWhite(draw.Seen()); }));
+    const OpenWindow again = PressWith(draw, NormalTextOption, 100, 100);
+    EXPECT_EQ(again.Text(entry::TextBox), "");
+    EXPECT_EQ(again.Text(entry::AngleBox), "0");
+    Exit(again, "");
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, WhatWasKeptOutlivesThePaintWindow) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows first = OpenBlank(opened);
+    const OpenWindow window = PressWith(first, NormalTextOption, 60, 200);
+    window.SetText(entry::TextBox, "kept");
+    window.SetText(entry::AngleBox, "45");
+    EndChangeFont(window, BeginChangeFont(window), IDOK);
+    Abort(window);
+    ComeBack(first, opened);
+    const DrawWindows second = OpenBlank(opened);
+    const OpenWindow again = PressWith(second, NormalTextOption, 60, 200);
+    EXPECT_EQ(again.Text(entry::TextBox), "kept");
+    EXPECT_EQ(again.Text(entry::AngleBox), "45");
+    Abort(again);
+    CloseAll(second, opened);
+}
+
+TEST_F(DrawnText, BoxTakesTheChangedFontWithItsAngle) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    const OpenWindow window = PressWith(draw, NormalTextOption, 60, 200);
+    window.SetText(entry::AngleBox, "90");
+    EndChangeFont(window, BeginChangeFont(window), IDOK);
+    const LOGFONTA font = SeenWindow(window).FontOf(window.Item(entry::TextBox));
+    EXPECT_EQ(font.lfEscapement, 900);
+    EXPECT_EQ(font.lfOrientation, 900);
+    Abort(window);
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, OnlyItsTwoButtonsEndTheEntry) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    const OpenWindow window = PressWith(draw, NormalTextOption, 60, 200);
+    Send(window.Window(), WM_CLOSE);
+    Send(window.Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    Send(window.Window(), WM_COMMAND, IDCANCEL, 0);
+    Send(window.Window(), WM_COMMAND, IDOK, 0);
+    Send(window.Window(), WM_COMMAND, MAKEWPARAM(entry::ExitButton, BN_DBLCLK), 0);
+    Send(window.Window(), WM_COMMAND, MAKEWPARAM(entry::AbortButton, BN_SETFOCUS), 0);
+    EXPECT_TRUE(WaitUntilLasting([&] { return IsWindowVisible(window.Window()) != 0; }));
+    PostMessageA(window.Window(), WM_COMMAND, MAKEWPARAM(entry::ExitButton, 1), 0); // by an accelerator
+    window.WaitUntilGone();
+    CloseAll(draw, opened);
+}
+
+TEST_F(DrawnText, HatchesShowTheGroundBetweenTheirLinesOnceTextIsThere) {
+    constexpr Rgb Ground{196, 193, 196};
+    constexpr int GreenField = 121;
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    PutGround(draw);
+    ChooseFillColor(draw, GreenField);
+    Choose(draw, PatternList, 2); // horizontal lines
+    // What is seen within a box of which the upper left corner lies at a place.
+    const auto hatchAt = [&](int x, int y) {
+        Stroke(draw, {x, y}, {x + 60, y + 60});
+        EXPECT_TRUE(WaitFor([&] { return draw.Seen().At(x, y + 30) == tests::Black; }));
+        const BmpView seen = draw.Seen();
+        std::vector<Rgb> column;
+        for (int row = y + 1; row < y + 59; ++row) {
+            column.push_back(seen.At(x + 30, row));
+        }
+        return column;
+    };
+    const auto countOf = [](const std::vector<Rgb>& column, Rgb color) {
+        return std::count(column.begin(), column.end(), color);
+    };
+    const std::vector<Rgb> before = hatchAt(20, 20);
+    EXPECT_GE(countOf(before, Green), 6);
+    EXPECT_EQ(countOf(before, White) + countOf(before, Green), 58);
+    const int withoutText = CountOf(draw.Seen(), Green);
+    Exit(PressWith(draw, NormalTextOption, 20, 220), "HHHH");
+    EXPECT_TRUE(WaitFor([&] { return CountOf(draw.Seen(), Green) > withoutText + 10; }));
+    draw.window.Click(SquareBoxOption);
+    const std::vector<Rgb> behind = hatchAt(120, 20);
+    EXPECT_GE(countOf(behind, Green), 6);
+    EXPECT_EQ(countOf(behind, Ground) + countOf(behind, Green), 58);
     CloseAll(draw, opened);
 }
 

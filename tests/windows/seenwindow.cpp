@@ -240,11 +240,14 @@ std::string SeenWindow::Row(const ExpectedControl& control, HWND item) const {
     }
     return RowWords(control, WindowClass(item), WindowText(item), style, extendedStyle,
                     PlaceOf(window_.Window(), item)) +
-           ", " + (HasFont(control.kind) ? FontOf(item) : "") + ", " + ColorsOf(item, ClassOf(control.kind).colors);
+           ", " + (HasFont(control.kind) ? FontWordsOf(item) : "") + ", " +
+           ColorsOf(item, ClassOf(control.kind).colors);
 }
 
-std::string SeenWindow::FontOf(HWND window) const {
-    const auto font = ObjectOf<LOGFONTA>(Ask(window, WM_GETFONT));
+LOGFONTA SeenWindow::FontOf(HWND window) const { return ObjectOf<LOGFONTA>(Ask(window, WM_GETFONT)); }
+
+std::string SeenWindow::FontWordsOf(HWND window) const {
+    const LOGFONTA font = FontOf(window);
     return FontWords(font.lfFaceName, font.lfHeight, font.lfWeight, font.lfItalic != 0, font.lfUnderline != 0);
 }
 

@@ -21,6 +21,9 @@ class SeenWindow {
     // Sends a message from within the program, for answers that mean something only there.
     std::uint32_t Ask(HWND window, UINT message, std::uint32_t argument = 0) const;
 
+    // The font that a window answers for its own.
+    LOGFONTA FontOf(HWND window) const;
+
     // Dialog units as pixels, each number on its own, rounded to the nearest.
     static ExpectedPlace InPixels(const ExpectedPlace& units);
 
@@ -29,8 +32,8 @@ class SeenWindow {
     void ExpectPosition(ExpectedPosition position) const;
     std::string Row(const ExpectedControl& control, HWND item) const;
 
-    // A font as a window answers for its own, in words; so are colours.
-    std::string FontOf(HWND window) const;
+    // Fonts and colours in words.
+    std::string FontWordsOf(HWND window) const;
     std::string ColorsOf(HWND item, UINT question) const;
 
     // What a handle of the drawing system stands for.
