@@ -2,6 +2,7 @@
 #include "toolkit/messageboxes.h"
 
 #include "tests/toolkit/answering.h"
+#include "tests/toolkit/ownwindow.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,26 @@ TEST(MessageBoxes, TechnicalOneHasNoTitle) {
     const Answering answering(IDOK);
     messages.ShowTechnical("Error initializing GDI+");
     EXPECT_EQ(answering.Said(), ": Error initializing GDI+");
+}
+
+// A window of the same thread waits for a technical message, and for no other.
+TEST(MessageBoxes, OnlyTheTechnicalOneHoldsTheWindowsUp) {
+    MessageBoxes messages;
+    const OwnWindow window(50, 50);
+    bool isServed = true;
+    const auto look = [&](HWND box) {
+        isServed = IsWindowEnabled(window.Handle()) != FALSE;
+        SendMessageA(box, WM_COMMAND, IDOK, 0);
+    };
+    {
+        const Answering answering(look);
+        messages.ShowTechnical("Error initializing GDI+");
+        EXPECT_FALSE(isServed);
+        EXPECT_TRUE(IsWindowEnabled(window.Handle()));
+    }
+    const Answering answering(look);
+    messages.Show("All is well.", "Lumbrix");
+    EXPECT_TRUE(isServed);
 }
 
 TEST(MessageBoxes, PointerWaitsFromTheFirstBeginningToTheLastEnd) {
