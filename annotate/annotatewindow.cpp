@@ -160,12 +160,10 @@ PixelSize AnnotateWindow::PictureControlSize() const {
 } // namespace
 
 INT_PTR ShowAnnotateWindow(HWND parent, AnnotateState& state, Messages& messages, std::size_t stage, PixelSize size,
-                           std::string title) {
-    if (title.empty()) {
-        title = AnnotateTitle;
-    }
-    state.mode = EditModeForTitle(title, state.mode);
-    AnnotateWindow(state, messages, stage, size, title).RunModal(parent);
+                           const std::string& title) {
+    const std::string shown = TitleOrAnnotate(title);
+    state.mode = EditModeForTitle(shown, state.mode);
+    AnnotateWindow(state, messages, stage, size, shown).RunModal(parent);
     SweepWorkFolder();
     return 0;
 }

@@ -1,6 +1,7 @@
 // The three jobs of the annotate and crop window, and the titles by which they are asked for.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace lumbrix {
@@ -14,6 +15,9 @@ enum class EditMode {
 inline constexpr const char* AnnotateTitle = "Annotate image";
 inline constexpr const char* CropTitle = "Crop image";
 inline constexpr const char* CroppedTitle = "Cropped image";
+
+// The title of the window: without one it is asked to annotate.
+inline std::string TitleOrAnnotate(const std::string& title) { return title.empty() ? AnnotateTitle : title; }
 
 // The job that a title asks for; an unknown title leaves it as it was.
 constexpr EditMode EditModeForTitle(std::string_view title, EditMode current) {

@@ -7,6 +7,13 @@ namespace {
 
 using namespace lumbrix;
 
+TEST(TitleOrAnnotate, EmptyOneAsksToAnnotateAndOthersStay) {
+    EXPECT_EQ(TitleOrAnnotate(""), "Annotate image");
+    for (const std::string title : {"Annotate image", "Crop image", "Cropped image", "Something else", " "}) {
+        EXPECT_EQ(TitleOrAnnotate(title), title);
+    }
+}
+
 TEST(EditModeForTitle, ThreeTitlesAreKnownAndOthersChangeNothing) {
     for (const EditMode current : {EditMode::Annotate, EditMode::Crop, EditMode::Cropped}) {
         EXPECT_EQ(EditModeForTitle("Annotate image", current), EditMode::Annotate);
