@@ -55,7 +55,7 @@ class PaintWindow : public Dialog {
 void PaintWindow::OnStart() {
     canvas_.TakePlace(Item(DrawCanvas));
     FillLists();
-    SetChecked(StartOption, true);
+    CheckRadioButton(Handle(), StartOption, LastOptionClearedAtStart, StartOption);
     for (const int id : HiddenAtStart) {
         Hide(id);
     }

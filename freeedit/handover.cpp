@@ -1,6 +1,7 @@
 // Handing the picture on the canvas over to the paint window, and taking back what was drawn.
 #include "freeedit/handover.h"
 
+#include "draw/drawfile.h"
 #include "imaging/exports/lumbrix.h"
 #include "platform/errors.h"
 #include "platform/files.h"
@@ -30,7 +31,7 @@ void HandOverToDraw(HandOverView& view, CanvasTransform& transform, const std::s
     const CanvasArea box = BoundingBox(view.Points());
     const std::int32_t step = ++steps.counter;
     const std::string shown = StepFile(output, step);
-    const std::string drawFile = StepFile(output, step + 1);
+    const std::string drawFile = DrawFile(output, step);
     const std::string drawn = StepFile(output, step + 2);
 
     view.Capture(shown, box);
