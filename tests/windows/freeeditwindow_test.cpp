@@ -317,4 +317,18 @@ TEST(FreeEditWithoutASession, SaysSoAndEnds) {
     EXPECT_EQ(program.Close(), 0u);
 }
 
+TEST_F(FreeEditWindow, HiddenButtonActsOnClicksAndAcceleratorsAlone) {
+    const FreeEditWindows opened = Open();
+    for (const int notification : {2, 3, BN_DBLCLK, BN_SETFOCUS, BN_KILLFOCUS}) {
+        Send(opened.window.Window(), WM_COMMAND, MAKEWPARAM(SelectButton, notification));
+    }
+    EXPECT_TRUE(opened.window.IsQuiet());
+    PostMessageA(opened.window.Window(), WM_COMMAND, MAKEWPARAM(SelectButton, 1), 0);
+    const OpenWindow picker = opened.window.Further();
+    EXPECT_EQ(WindowText(picker.Window()), "Select the image");
+    PostMessageA(picker.Item(IDCANCEL), BM_CLICK, 0, 0);
+    picker.WaitUntilGone();
+    Close(opened);
+}
+
 } // namespace
