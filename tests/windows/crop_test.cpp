@@ -168,6 +168,52 @@ TEST_F(CropWindow, WithoutANotifiedPressTwoReleasesMarkTheCorners) {
     EXPECT_EQ(SizeOf(Path("out.png")), std::pair(100, 50));
 }
 
+TEST_F(CropWindow, PressWhileAnnotatingIsNoCorner) {
+    const OpenWindow annotating = Open(AnnotateButton, Path("map.bmp"), Path("out.jpg"));
+    annotating.SetText(AnnotationBox, "text");
+    const auto before = TemporaryFiles();
+    ClickAt(On(annotating, 50, 60));
+    EXPECT_TRUE(WaitFor([&] { return TemporaryFiles() != before; }));
+    End(annotating);
+    const OpenWindow window = OpenMap();
+    MoveMouse(On(window, 30, 20));
+    Notify(window, static_cast<UINT>(NM_RELEASEDCAPTURE));
+    EXPECT_TRUE(IsWindow(window.Window()));
+    End(window);
+    EXPECT_TRUE(program_.IsQuiet());
+}
+
+TEST_F(CropWindow, CornerThatWaitsOutlivesTheWindow) {
+    const OpenWindow first = OpenMap();
+    MoveMouse(On(first, 30, 20));
+    Notify(first, static_cast<UINT>(NM_RELEASEDCAPTURE));
+    End(first);
+    const OpenWindow second = OpenMap();
+    MoveMouse(On(second, 130, 70));
+    Notify(second, static_cast<UINT>(NM_RELEASEDCAPTURE));
+    second.WaitUntilGone();
+    End(Cropped());
+    EXPECT_EQ(SizeOf(Path("out.png")), std::pair(100, 50));
+}
+
+// The stamp stands in a box that is not seen, and its place becomes the first corner.
+TEST_F(CropWindow, DroppedStampIsPutOnTheOutputInPlaceOfACrop) {
+    WritePlainPng(Path("stamp.png"), 40, 20, tests::Black);
+    const OpenWindow window = OpenMap();
+    window.Drop({Path("stamp.png")});
+    DragMouse(On(window, 30, 20), On(window, 180, 120));
+    window.WaitUntilGone();
+    WaitForTheEnd();
+    EXPECT_TRUE(program_.IsQuiet());
+    const BmpView picture = ReadPicture(Path("out.png"));
+    ASSERT_EQ(picture.Width(), 250);
+    ASSERT_EQ(picture.Height(), 200);
+    EXPECT_EQ(picture.At(181, 121), tests::Black);
+    EXPECT_EQ(picture.At(218, 138), tests::Black);
+    EXPECT_EQ(picture.At(178, 121), ColorOfMap(178, 121));
+    EXPECT_EQ(picture.At(222, 121), ColorOfMap(222, 121));
+}
+
 TEST_F(CropWindow, ClosingItMakesNoCrop) {
     End(OpenMap());
     EXPECT_TRUE(program_.IsQuiet());
