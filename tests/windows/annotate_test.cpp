@@ -230,6 +230,32 @@ TEST_F(AnnotateWindow, KeepBeforeAnyClickOpensTheSameStage) {
     EXPECT_GT(SizeOfOutput(), 0u);
 }
 
+TEST_F(AnnotateWindow, AnyCommandOfKeepOpensItAnew) {
+    const OpenWindow window = OpenWhite();
+    PostMessageA(window.Window(), WM_COMMAND, MAKEWPARAM(KeepCheck, BN_SETFOCUS), 0);
+    window.WaitUntilGone();
+    End(Opened(program_.Further()));
+}
+
+TEST_F(AnnotateWindow, KeepKeeps259Characters) {
+    const OpenWindow window = OpenWhite();
+    const std::string text = std::string(258, 'a') + "bc" + std::string(40, 'd');
+    window.SetText(AnnotationBox, text);
+    const OpenWindow again = Keep(window);
+    EXPECT_EQ(again.Text(AnnotationBox), std::string(258, 'a') + "b");
+    End(again);
+}
+
+TEST_F(AnnotateWindow, WorkFolderIsTidiedUpAtItsEnd) {
+    MakeFolder("Work");
+    WriteBytes(program_.Folder() / "Work" / "left.tmp", "left");
+    const OpenWindow window = OpenWhite();
+    EXPECT_TRUE(Exists("Work/left.tmp"));
+    End(window);
+    EXPECT_FALSE(Exists("Work/left.tmp"));
+    EXPECT_FALSE(Exists("Work"));
+}
+
 TEST_F(AnnotateWindow, EmptyTextIsAskedFor) {
     const OpenWindow window = OpenWhite();
     EXPECT_EQ(ClickAndAnswer(window, 50, 30), "Unable to proceed: You forgot to enter the annotation\r\n"

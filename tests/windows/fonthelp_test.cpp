@@ -88,6 +88,40 @@ TEST_F(AnnotationFont, ChoiceHoldsForAllAnnotationsToCome) {
     EXPECT_GE(lines, 2);
 }
 
+TEST_F(AnnotationFont, FamilyAndStyleAreThoseOfTheDialog) {
+    const OpenWindow window = OpenWhite();
+    const OpenWindow fonts = OpenFonts(window);
+    Select(fonts, cmb1, EntryOf(fonts, cmb1, "Liberation Mono"));
+    Select(fonts, cmb2, EntryOf(fonts, cmb2, "Bold Italic"));
+    Select(fonts, cmb3, EntryOf(fonts, cmb3, "20"));
+    Press(fonts, IDOK);
+    Annotate(window);
+    const int size = SeenWindow::InPixels({0, 0, 0, 27}).height;
+    const auto written = [&](const char* family, int bold, int italic) {
+        AnnotateImage(Path("white.png").c_str(), Path("expected.jpg").c_str(), 10, 10, "HHHH", family, size, bold,
+                      italic, 0, 0, 255, 0, 0, 0);
+        return ReadBytes(program_.Folder() / "expected.jpg");
+    };
+    const std::string seen = ReadBytes(program_.Folder() / "out.jpg");
+    EXPECT_TRUE(seen == written("Liberation Mono", 1, 1));
+    EXPECT_FALSE(seen == written("Arial", 1, 1));
+    EXPECT_FALSE(seen == written("Liberation Mono", 0, 1));
+    EXPECT_FALSE(seen == written("Liberation Mono", 1, 0));
+}
+
+TEST_F(AnnotationFont, ButtonActsOnClicksAndAcceleratorsAlone) {
+    const OpenWindow window = OpenWhite();
+    for (const int notification : {2, 3, BN_DBLCLK, BN_SETFOCUS, BN_KILLFOCUS}) {
+        Send(window.Window(), WM_COMMAND, MAKEWPARAM(FontButton, notification));
+    }
+    EXPECT_TRUE(window.IsQuiet());
+    PostMessageA(window.Window(), WM_COMMAND, MAKEWPARAM(FontButton, 1), 0);
+    const OpenWindow fonts = window.Further();
+    EXPECT_EQ(WindowText(fonts.Window()), "Font");
+    Press(fonts, IDCANCEL);
+    CloseAndWait(window);
+}
+
 TEST_F(AnnotationFont, CancellingChangesNothing) {
     const InkBox plain = Annotate(OpenWhite());
     const OpenWindow window = OpenWhite();
