@@ -4,6 +4,8 @@
 
 #include <psapi.h>
 
+#include <cstring>
+
 namespace {
 
 using namespace lumbrix;
