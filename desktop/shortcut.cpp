@@ -16,24 +16,36 @@ std::string ShortcutPath(ShortcutSystem& system, std::int32_t folderId, const st
     return AddBackslash(system.DestinationFolder(folderId)) + name + ".lnk";
 }
 
-// Whether six seconds have passed by a clock that begins anew at midnight. Where it does so meanwhile they never seem
-// to pass; the wait then ends when the clock has come as far as at its start.
-bool IsOver(std::int32_t start, std::int32_t now, bool hasBegunAnew) {
-    return now > start + LongestWaitMilliseconds || (hasBegunAnew && now >= start);
-}
+// A clock that begins anew at midnight.
+class DayClock {
+  public:
+    explicit DayClock(ShortcutSystem& system) : system_(system), start_(system.MillisecondsOfDay()), last_(start_) {}
+
+    // Whether the wait has passed since the start. Where midnight falls into it, it never seems to; it then ends when the
+    // clock has come as far as at the start. One that is set back a little has not seen midnight.
+    bool IsOver() {
+        constexpr std::int32_t HalfADay = 12 * 60 * 60 * 1000;
+        const std::int32_t now = system_.MillisecondsOfDay();
+        hasBegunAnew_ = hasBegunAnew_ || last_ - now > HalfADay;
+        last_ = now;
+        return now > start_ + LongestWaitMilliseconds || (hasBegunAnew_ && now >= start_);
+    }
+
+  private:
+    ShortcutSystem& system_;
+    std::int32_t start_;
+    std::int32_t last_;
+    bool hasBegunAnew_ = false;
+};
 
 std::string WaitForFurtherMatch(ShortcutSystem& system) {
-    const std::int32_t start = system.MillisecondsOfDay();
-    bool hasBegunAnew = false;
-    for (;;) {
+    DayClock clock(system);
+    std::string match;
+    do {
         system.Pause(1);
-        std::string match = system.FirstMatch("");
-        const std::int32_t now = system.MillisecondsOfDay();
-        hasBegunAnew = hasBegunAnew || now < start;
-        if (!match.empty() || IsOver(start, now, hasBegunAnew)) {
-            return match;
-        }
-    }
+        match = system.FirstMatch("");
+    } while (match.empty() && !clock.IsOver());
+    return match;
 }
 
 } // namespace

@@ -57,6 +57,7 @@ class RecordedSystem : public ShortcutSystem {
     }
 
     void CreateLink(std::int32_t id, const std::string& name, const LinkFields& fields) override {
+        Fail("link");
         record.push_back("link " + std::to_string(id) + " " + name);
         links.push_back(fields);
     }
@@ -64,8 +65,14 @@ class RecordedSystem : public ShortcutSystem {
     std::int32_t MillisecondsOfDay() override { return clock; }
 
     void Pause(int milliseconds) override {
+        if (pauses == 0) {
+            record.push_back("pause");
+        }
         pauses += milliseconds;
-        clock += clockStep;
+        clock += pauses <= pausesWithoutAStep ? 0 : clockStep;
+        if (pauses == setBackAt) {
+            clock -= 1000;
+        }
         if (clock >= Day) {
             clock -= Day;
         }
@@ -83,6 +90,8 @@ class RecordedSystem : public ShortcutSystem {
     int matchAt = 0;
     std::int32_t clock = 1000;
     std::int32_t clockStep = 1; // of a pause
+    int pausesWithoutAStep = 0;
+    int setBackAt = 0; // the pause at which the clock is set back by a second
 
     std::vector<std::string> record;
     std::vector<LinkFields> links;
@@ -102,7 +111,7 @@ using Record = std::vector<std::string>;
 TEST(DesktopShortcut, IsMadeWhereThereIsNone) {
     RecordedSystem system;
     EnsureDesktopShortcut(system);
-    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "link 16 Lumbrix", "folder 16"}));
+    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "link 16 Lumbrix", "folder 16", "pause"}));
     ASSERT_EQ(system.links.size(), 1u);
     EXPECT_EQ(system.links[0], (LinkFields{"C:\\Programs\\Lumbrix\\lumbrix.exe", "C:\\Programs\\Lumbrix\\", "",
                                            "Lumbrix", "C:\\Programs\\Lumbrix\\lumbrix.exe", 0, 1, 0}));
@@ -135,7 +144,21 @@ TEST(DesktopShortcut, ThatIsEmptyIsReplaced) {
     system.files[Shortcut] = 0;
     EnsureDesktopShortcut(system);
     EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "remove C:\\Desktop\\Lumbrix.lnk",
-                                     "link 16 Lumbrix", "folder 16"}));
+                                     "link 16 Lumbrix", "folder 16", "pause"}));
+}
+
+TEST(DesktopShortcut, ThatIsGoneWhenItsSizeIsAskedIsNotMade) {
+    RecordedSystem system;
+    system.files[Shortcut] = -1;
+    EnsureDesktopShortcut(system);
+    EXPECT_EQ(system.record.back(), "search C:\\Desktop\\Lumbrix.lnk");
+}
+
+TEST(DesktopShortcut, ThatCannotBeMadeIsPassedOver) {
+    RecordedSystem system;
+    system.failing = "link";
+    EXPECT_NO_THROW(EnsureDesktopShortcut(system));
+    EXPECT_EQ(system.pauses, 0);
 }
 
 TEST(DesktopShortcut, ThatIsEmptyAndStaysIsNotReplaced) {
@@ -159,6 +182,25 @@ TEST(MadeShortcut, IsWaitedForForSixSecondsAndCountsAsNone) {
     EXPECT_EQ(system.clock, 7001); // the first moment that is later than six seconds
     EXPECT_EQ(system.pauses, 6001);
     EXPECT_EQ(system.furtherSearches, 6001);
+    ASSERT_EQ(system.links.size(), 1u);
+    EXPECT_EQ(system.links[0].target, "C:\\Programs\\Lumbrix\\lumbrix.exe");
+    EXPECT_EQ(system.links[0].iconFile, "C:\\Programs\\Lumbrix\\lumbrix.exe");
+    EXPECT_EQ(system.links[0].workingFolder, "C:\\Programs\\Lumbrix\\");
+}
+
+// Many clocks go in steps.
+TEST(MadeShortcut, IsWaitedForWhileTheClockStandsStill) {
+    RecordedSystem system;
+    system.pausesWithoutAStep = 10;
+    EXPECT_EQ(MakeShortcut(system, "", "Lumbrix", 16), 0);
+    EXPECT_EQ(system.pauses, 6011);
+}
+
+TEST(MadeShortcut, IsWaitedForLongerWhereTheClockIsSetBack) {
+    RecordedSystem system;
+    system.setBackAt = 500;
+    EXPECT_EQ(MakeShortcut(system, "", "Lumbrix", 16), 0);
+    EXPECT_EQ(system.pauses, 7001);
 }
 
 // However late the clock is read, there is one pause and one search at least.
@@ -191,7 +233,7 @@ TEST(MadeShortcut, TakesAFurtherMatchInItsPlace) {
     system.matchAt = 3;
     EXPECT_EQ(MakeShortcut(system, "", "Other", 5), 1);
     EXPECT_EQ(system.furtherSearches, 3);
-    EXPECT_EQ(system.record, (Record{"link 5 Other", "folder 5", "copy source.lnk to C:\\Desktop\\Other.lnk"}));
+    EXPECT_EQ(system.record, (Record{"link 5 Other", "folder 5", "pause", "copy source.lnk to C:\\Desktop\\Other.lnk"}));
     EXPECT_EQ(system.links[0].description, "Other");
 }
 
