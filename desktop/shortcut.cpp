@@ -21,8 +21,8 @@ class DayClock {
   public:
     explicit DayClock(ShortcutSystem& system) : system_(system), start_(system.MillisecondsOfDay()), last_(start_) {}
 
-    // Whether the wait has passed since the start. Where midnight falls into it, it never seems to; it then ends when the
-    // clock has come as far as at the start. One that is set back a little has not seen midnight.
+    // Whether the wait has passed since the start. Where midnight falls into it, it never seems to; it then ends when
+    // the clock has come as far as at the start. One that is set back a little has not seen midnight.
     bool IsOver() {
         constexpr std::int32_t HalfADay = 12 * 60 * 60 * 1000;
         const std::int32_t now = system_.MillisecondsOfDay();

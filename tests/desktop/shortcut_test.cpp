@@ -111,7 +111,8 @@ using Record = std::vector<std::string>;
 TEST(DesktopShortcut, IsMadeWhereThereIsNone) {
     RecordedSystem system;
     EnsureDesktopShortcut(system);
-    EXPECT_EQ(system.record, (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "link 16 Lumbrix", "folder 16", "pause"}));
+    EXPECT_EQ(system.record,
+              (Record{"folder 16", "search C:\\Desktop\\Lumbrix.lnk", "link 16 Lumbrix", "folder 16", "pause"}));
     ASSERT_EQ(system.links.size(), 1u);
     EXPECT_EQ(system.links[0], (LinkFields{"C:\\Programs\\Lumbrix\\lumbrix.exe", "C:\\Programs\\Lumbrix\\", "",
                                            "Lumbrix", "C:\\Programs\\Lumbrix\\lumbrix.exe", 0, 1, 0}));
@@ -233,7 +234,8 @@ TEST(MadeShortcut, TakesAFurtherMatchInItsPlace) {
     system.matchAt = 3;
     EXPECT_EQ(MakeShortcut(system, "", "Other", 5), 1);
     EXPECT_EQ(system.furtherSearches, 3);
-    EXPECT_EQ(system.record, (Record{"link 5 Other", "folder 5", "pause", "copy source.lnk to C:\\Desktop\\Other.lnk"}));
+    EXPECT_EQ(system.record,
+              (Record{"link 5 Other", "folder 5", "pause", "copy source.lnk to C:\\Desktop\\Other.lnk"}));
     EXPECT_EQ(system.links[0].description, "Other");
 }
 
