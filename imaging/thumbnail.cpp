@@ -8,12 +8,14 @@ namespace lumbrix {
 
 namespace {
 
-// Makes the thumbnail of an image whose size is known. The imaging library would take a width of 0 for a wish of its
-// own.
-FlatStatus ThumbnailOf(const OwnedImage& image, PixelSize size, ImageHandle* thumbnail) {
-    return size.width == 0 ? InvalidParameter
-                           : GdipGetImageThumbnail(image.Get(), static_cast<std::uint32_t>(size.width),
-                                                   static_cast<std::uint32_t>(size.height), thumbnail);
+// Makes the thumbnail of an image whose size is known. The imaging library takes a width of 0 for a wish of its own,
+// which only the established procedures let it.
+FlatStatus ThumbnailOf(const Course& course, const OwnedImage& image, PixelSize size, ImageHandle* thumbnail) {
+    if (size.width == 0 && !course.IsEstablished()) {
+        return InvalidParameter;
+    }
+    return GdipGetImageThumbnail(image.Get(), static_cast<std::uint32_t>(size.width),
+                                 static_cast<std::uint32_t>(size.height), thumbnail);
 }
 
 } // namespace
@@ -44,7 +46,7 @@ Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wish
     const auto sourceRows = static_cast<std::uint32_t>(outcome.source.height);
     const std::uint32_t rows = sourceRows + static_cast<std::uint32_t>(height);
     course.Watch(image.Get(), rows);
-    const FlatStatus status = ThumbnailOf(image, outcome.result, place);
+    const FlatStatus status = ThumbnailOf(course, image, outcome.result, place);
     course.LookForDamage(image.Get());
     if (status != Done) {
         course.Fail(status == OutOfMemory ? Step::Draw : Step::Make, status);

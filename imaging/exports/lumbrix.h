@@ -241,8 +241,8 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToSgl(const char* source, const 
 
 /* Writes a copy of the picture that is `height` pixels high to `destination`, in the format that the name says. The
    width keeps the proportions: source width * height / source height, rounded to the nearest whole number, a tie going
-   to the even one. A height beyond the source's enlarges. Height 0 returns 0 and nothing is done; a negative one, and
-   one at which no width is left, is refused with 2. */
+   to the even one. A height beyond the source's enlarges. Height 0 returns 0 and nothing is done; a negative one is
+   refused with 2. Where no width is left, the imaging library chooses one, 120 pixels. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbBmp(const char* source, int32_t height, const char* destination);
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbGif(const char* source, int32_t height, const char* destination);
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbJpeg(const char* source, int32_t height,

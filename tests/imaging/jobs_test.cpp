@@ -58,12 +58,13 @@ TEST_F(Jobs, ThumbHasItsHeight) {
     ExpectSize("b.png", 15, 10);
 }
 
-TEST_F(Jobs, ThumbWithoutAWidthIsRefused) {
+TEST_F(Jobs, ThumbWithoutAWidthIsRefusedWhereTheTruthIsAskedFor) {
     const std::string source = MakeWhite("pole.png", 1, 1000);
     ExpectFailure(lumbrix_thumb(source.c_str(), Path("b.png").c_str(), 100, &job_), LUMBRIX_INVALID_PARAMETER,
                   {"b.png", "0 x 100 pixels"});
-    EXPECT_EQ(ConvertImageToThumbPng(source.c_str(), 100, Path("b.png").c_str()), 2);
     EXPECT_FALSE(Exists("b.png"));
+    EXPECT_EQ(ConvertImageToThumbPng(source.c_str(), 100, Path("b.png").c_str()), 0);
+    ExpectSize("b.png", 120, 100);
 }
 
 TEST_F(Jobs, ResizeDrawsPicturesWithAPalette) {

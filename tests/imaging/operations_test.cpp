@@ -99,6 +99,15 @@ TEST_F(Operations, ThumbOfANegativeHeightGoesOn) {
     EXPECT_EQ(fake_.LastThumbnail(), "-8 by -5");
 }
 
+TEST_F(Operations, ThumbWithoutAWidthIsLeftToTheImagingLibrary) {
+    fake_.ReportSize(1, 3);
+    EXPECT_EQ(Thumb(1), 0);
+    EXPECT_EQ(fake_.LastThumbnail(), "0 by 1");
+    EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 22"), 1u);
+    fake_.Answer("GdipGetImageThumbnail", 2);
+    EXPECT_EQ(Thumb(1), 2);
+}
+
 TEST_F(Operations, ThumbWithoutSessionOrEncoderOrSourceIsRefused) {
     fake_.Answer("GdipLoadImageFromFile", 3);
     EXPECT_EQ(Thumb(), 3);
