@@ -21,13 +21,6 @@ FlatStatus DrawText(const OwnedSurface& surface, const Annotation& annotation, F
     return GdipDrawString(surface.Get(), annotation.text, font, &from, brush);
 }
 
-// Notes what drawing on a surface answered. As established, a failure is passed over unless it means that the picture
-// itself, or what is drawn, could not be decoded: that must not be written as if it were whole.
-bool TakeDrawn(Course& course, Step step, const OwnedSurface& surface, FlatStatus status) {
-    const bool isLost = surface && status == OutOfMemory;
-    return isLost ? course.Fail(step, status) : course.Take(step, status);
-}
-
 // Where an operation draws: on the source, or on a true-colour copy of it, while the source stays open all the same.
 struct DrawnOn {
     OwnedImage copy;
@@ -50,8 +43,7 @@ bool BeginDrawing(Course& course, const OwnedImage& source, DrawnOn& drawn) {
     if (!isOpen) {
         return false;
     }
-    const FlatStatus status = GdipDrawImage(drawn.surface.Get(), drawn.image, 0, 0);
-    return !drawn.surface || status == Done || course.Fail(Step::Draw, status);
+    return TakeDrawn(course, Step::Draw, drawn.surface, GdipDrawImage(drawn.surface.Get(), drawn.image, 0, 0));
 }
 
 // The pushed state is never taken back.
@@ -60,12 +52,6 @@ void SaveDrawn(Course& course, const DrawnOn& drawn, const std::string& destinat
     GdipSaveGraphics(drawn.surface.Get(), &state);
     course.Watch(drawn.image, static_cast<std::uint32_t>(course.Result().result.height));
     course.Save(drawn.image, destination, mimeWord);
-}
-
-// Two pictures were drawn together, of which one could not be decoded: whether it is this one.
-bool IsUndecodable(ImageHandle image) {
-    OwnedImage smallest;
-    return GdipGetImageThumbnail(image, 1, 1, smallest.Place()) == OutOfMemory;
 }
 
 // What the established procedures answer.
@@ -146,6 +132,8 @@ Outcome Annotate(const AnnotateOrder& order, const Wishes& wishes) {
         TakeDrawn(course, Step::DrawText, drawn.surface, DrawText(drawn.surface, order.annotation, font.Get()))) {
         font.Delete();
         SaveDrawn(course, drawn, order.destination, order.mimeWord);
+    } else if (course.IsEstablished()) {
+        font.LeaveBehind();
     }
     course.LookForDamage(image.Get());
     return outcome;
@@ -174,7 +162,7 @@ Outcome Stamp(const StampOrder& order, const Wishes& wishes) {
         return outcome;
     }
     const FlatStatus status = GdipDrawImage(drawn.surface.Get(), stamp.Get(), order.x, order.y);
-    const bool isStampLost = status == OutOfMemory && IsUndecodable(stamp.Get());
+    const bool isStampLost = status == OutOfMemory && !course.IsEstablished() && IsUndecodable(stamp.Get());
     course.LookForDamageOfStamp(stamp.Get());
     if (TakeDrawn(course, isStampLost ? Step::DrawStamp : Step::Draw, drawn.surface, status)) {
         SaveDrawn(course, drawn, order.destination, order.mimeWord);

@@ -2,6 +2,7 @@
 #include "imaging/images.h"
 
 #include "imaging/gdiplus/bindings.h"
+#include "imaging/status.h"
 #include "platform/text.h"
 
 namespace lumbrix {
@@ -11,5 +12,10 @@ FlatStatus LoadImageFile(const std::string& name, ImageHandle* image) {
 }
 
 FlatStatus DisposeImageHandle(ImageHandle image) { return GdipDisposeImage(image); }
+
+bool IsUndecodable(ImageHandle image) {
+    OwnedImage smallest;
+    return GdipGetImageThumbnail(image, 1, 1, smallest.Place()) == OutOfMemory;
+}
 
 } // namespace lumbrix

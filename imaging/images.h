@@ -12,6 +12,9 @@ FlatStatus LoadImageFile(const std::string& name, ImageHandle* image);
 
 FlatStatus DisposeImageHandle(ImageHandle image);
 
+// Where a drawing or a save ran out of memory: whether that is because this image's data cannot be decoded.
+bool IsUndecodable(ImageHandle image);
+
 // From the moment that a function of the imaging library is given the place for a handle, it disposes of what it holds
 // at its end, a zero handle as well, unless that is left behind.
 class OwnedImage {

@@ -47,7 +47,7 @@ bool DrawWhole(Course& course, const OwnedImage& image, const OwnedImage& bitmap
     const FlatStatus status = GdipDrawImageRectRectI(surface.Get(), image.Get(), 0, 0, to.width, to.height, 0, 0,
                                                      from.width, from.height, UnitPixel);
     course.LookForDamage(image.Get());
-    return !surface || status == Done || course.Fail(Step::Draw, status);
+    return TakeDrawn(course, Step::Draw, surface, status);
 }
 
 } // namespace

@@ -22,6 +22,14 @@ bool IsIndexedFormat(std::int32_t pixelFormat) {
     return (pixelFormat & IndexedFlag) != 0;
 }
 
+bool TakeDrawn(Course& course, Step step, const OwnedSurface& surface, FlatStatus status) {
+    if (!surface || status != OutOfMemory) {
+        return course.Take(step, status);
+    }
+    course.LeaveSessionOpen();
+    return course.Fail(step, status);
+}
+
 bool MakeDrawable(Course& course, const OwnedImage& image, OwnedImage& copy) {
     std::int32_t format = 0;
     if (!course.Take(Step::Load, GdipGetImagePixelFormat(image.Get(), &format)) || !course.Measure(image.Get())) {

@@ -63,14 +63,18 @@ TEST_F(Crop, FormatThatCannotBeReadIsPassedUp) {
 }
 
 TEST_F(Crop, FailingSaveIsNotSeen) {
-    fake_.Answer("GdipSaveImageToFile", 1);
-    EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), 0);
-    EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
+    for (const std::int32_t status : {1, 3}) {
+        fake_.Answer("GdipSaveImageToFile", status);
+        EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), 0) << status;
+        EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1") << status;
+    }
 }
 
 TEST_F(Crop, SourceThatCannotBeDecodedWhileItIsSavedIsRefused) {
     fake_.Answer("GdipSaveImageToFile", 3);
+    fake_.Answer("GdipGetImageThumbnail", 3); // what the part is asked with
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), -1);
+    EXPECT_EQ(fake_.CountOf("GdipGetImageThumbnail 44"), 1u);
     EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
 }
 
