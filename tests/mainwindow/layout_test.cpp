@@ -90,6 +90,11 @@ TEST(MainWindowTable, EachGroupOfRadiosHasOneStart) {
     }
 }
 
+TEST(MainWindowTable, RadiosStandInTheOrderOfTheirTypesAndAngles) {
+    EXPECT_EQ(OutputRadioIds, (std::array<Id, 6>{BmpRadio, JpgRadio, GifRadio, TiffRadio, PngRadio, SglRadio}));
+    EXPECT_EQ(RotationRadioIds, (std::array<Id, 4>{Rotate0Radio, Rotate90Radio, Rotate180Radio, Rotate270Radio}));
+}
+
 TEST(FontHeight, IsNegativeAndInWholeNumbers) {
     EXPECT_EQ(FontHeight(10, 96), -13);
     EXPECT_EQ(FontHeight(12, 96), -16);
