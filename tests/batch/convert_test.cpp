@@ -147,6 +147,15 @@ TEST_F(Job, PathsAreCutAt259Characters) {
     EXPECT_FALSE(Exists("a.png"));
 }
 
+TEST_F(Job, SourceIsCutAt259CharactersToo) {
+    const std::string name(259 - Path("").size() - 4, 'n');
+    Copy(name + ".png");
+    order_.sourceFile = Path(name + ".png") + "x";
+    order_.target = Path("a.bmp");
+    RunConversionJob(order_, messages_);
+    EXPECT_EQ(HeightOf("a.bmp"), 4);
+}
+
 TEST_F(Single, IsConvertedAndFoundDone) {
     order_.target = Path("a.jpg");
     RunBatch(order_, messages_, cropRectangle_);
@@ -189,6 +198,14 @@ TEST_F(Single, MissingSourceSaysNothing) {
     EXPECT_EQ(messages_.said, Said{});
 }
 
+TEST_F(Single, MissingSourceEndsItBeforeTheQuestion) {
+    order_.sourceFile = Path("none.png");
+    order_.target = Path("a.jpg");
+    WriteBytes(folder_ / "a.jpg", "old");
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{});
+}
+
 TEST_F(Single, HasPrecedenceOverTheFolder) {
     order_.sourceFolder = MakeFolder("in");
     Copy("in/x.png");
@@ -204,6 +221,19 @@ TEST_F(Single, CannotBeCroppedThisWay) {
     RunBatch(order_, messages_, cropRectangle_);
     EXPECT_EQ(messages_.said, Said{"Sorry...: Cropping files is available only for batch operation"});
     EXPECT_FALSE(Exists("a.jpg"));
+}
+
+TEST_F(Single, QuestionComesBeforeTheRefusalToCrop) {
+    order_.isCropChecked = true;
+    order_.target = Path("a.jpg");
+    WriteBytes(folder_ / "a.jpg", "old");
+    const std::string question = "Please verify...? " + Path("a.jpg") + " file exists. Overwrite it?";
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, (Said{question, "Sorry...: Cropping files is available only for batch operation"}));
+    messages_.said.clear();
+    messages_.answersYes = false;
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Said{question});
 }
 
 TEST_F(Single, UnsupportedTypeIsSaidAndThenWhatStandsThere) {
