@@ -231,6 +231,17 @@ TEST_F(CropAction, SourceThatCannotBeReadOpensNothingAndTheRectangleStays) {
     EXPECT_EQ(state_.cropRectangle.right, 3);
 }
 
+TEST_F(CropAction, SourceThatCannotBeReadLeavesTheTemporaryFilesOfItsStage) {
+    order_.sourceFile = Path("none.png");
+    RunCrop();
+    int made = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.Path())) {
+        made += entry.path().filename().string().starts_with("IMG") ? 1 : 0;
+    }
+    EXPECT_EQ(made, 2);
+    EXPECT_EQ(state_.stages[0].source, Path("none.png"));
+}
+
 TEST_F(CropAction, MarkedPartIsWrittenAndShown) {
     windows_.inside = {[&] { Mark({10, 5, 40, 25}); }};
     RunCrop();
