@@ -17,6 +17,10 @@ TEST(PickerFilter, FirstDescriptionAloneReachesTheDialog) {
     EXPECT_EQ(FilterInDialog(PickerFilter()), "All Images (*.bmp;*.gif;*tiff;*.jpg;*.png;*.ico;*.emf;*.wmf)");
 }
 
+TEST(PickerWildcards, AreThoseOfAllPictures) {
+    EXPECT_STREQ(PickerWildcards, "*.bmp;*.gif;*.tiff;*.jpg;*.png;*.ico;*.emf;*.wmf");
+}
+
 void ExpectPlace(const PreviewPlace& place, int x, int y, int width, int height) {
     EXPECT_EQ(place.x, x);
     EXPECT_EQ(place.y, y);
