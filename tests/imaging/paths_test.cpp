@@ -50,6 +50,16 @@ TEST(ShortcutSize, IsTheSizeOrMinusOne) {
     EXPECT_EQ(ShortcutSize((folder / "none").string()), -1);
 }
 
+TEST(ShortcutSize, OfALargeFileIsItsLow32Bits) {
+    tests::TemporaryFolder folder;
+    tests::WriteBytes(folder / "file", "");
+    for (const auto& [size, low] :
+         {std::pair<std::uint64_t, std::int32_t>{0x100000005, 5}, {0x80000000, INT32_MIN}, {0xFFFFFFFE, -2}}) {
+        std::filesystem::resize_file(folder / "file", size);
+        EXPECT_EQ(ShortcutSize((folder / "file").string()), low) << size;
+    }
+}
+
 TEST(ModulePath, NamesTheRunningProgram) {
     EXPECT_NE(ModulePath().find("imaging_test"), std::string::npos);
     EXPECT_LE(ModulePath().size(), 255u);
