@@ -32,6 +32,16 @@ TEST_F(Operations, ConvertOfBlankNamesDoesNothing) {
     EXPECT_EQ(fake_.Calls(), Calls{});
 }
 
+TEST_F(Operations, BlanksAloneMakeANameBlank) {
+    for (const char* name : {"\t", "\n", "\r", "\v", "\f", " \t "}) {
+        const std::size_t before = fake_.CountOf("GdipLoadImageFromFile");
+        EXPECT_EQ(ConvertImageFile(name, "b.jpg", "image/jpeg"), 0);
+        EXPECT_EQ(ConvertImageFile("a.png", name, "image/jpeg"), 0);
+        EXPECT_EQ(fake_.CountOf("GdipLoadImageFromFile"), before + 2);
+        EXPECT_EQ(fake_.LastSavedName(), name) << "as it was given";
+    }
+}
+
 TEST_F(Operations, ConvertWithoutSessionIsRefused) {
     fake_.Answer("GdiplusStartup", 17);
     EXPECT_EQ(Convert(), -16001);
