@@ -1,4 +1,5 @@
 // Properties and dates as programs ask for them.
+#include "imaging/exports/internal.h"
 #include "tests/imaging/editingfixture.h"
 
 #include <algorithm>
@@ -34,10 +35,72 @@ TEST_F(PropertyDoors, FileWithoutPropertiesGivesNoText) {
     EXPECT_EQ(error, nullptr);
 }
 
+// Of the properties of a PNG file the second one, its intent, is a byte, and a text in C would end in its midst.
+TEST_F(PropertyDoors, LineOfBytesDoesNotHideTheLinesBehindIt) {
+    char* error = nullptr;
+    char* list = nullptr;
+    EXPECT_EQ(EnumerateImageProperties(MakeWhite("a.png", 3, 3).c_str(), &error, &list), 0);
+    ASSERT_NE(list, nullptr);
+    const std::string text = list;
+    EXPECT_NE(text.find("\r\n771\t"), std::string::npos) << text;
+    EXPECT_NE(text.find("\r\n20753\t3780"), std::string::npos) << text;
+    lumbrix_free(list);
+}
+
 TEST_F(PropertyDoors, TagListStaysWithoutAnImage) {
     lumbrix_tag_list list{nullptr, 3};
     EXPECT_EQ(GetPropertyIdList(nullptr, &list), 0);
     EXPECT_EQ(list.count, 3);
+}
+
+// Two images in a session of their own.
+class PropertiesOfImages : public Editing {
+  protected:
+    void SetUp() override {
+        Editing::SetUp();
+        ASSERT_EQ(StartCanvasSession(&token_), 0);
+        photo_ = Load(LUMBRIX_SAMPLES "/photo.jpg");
+        plain_ = Load(Make("a.bmp", *MakePicture(PixelFormat::Rgb24, 4, 4), BmpCodec()));
+    }
+    void TearDown() override {
+        EndCanvasSession(token_);
+        Editing::TearDown();
+    }
+
+    static void* Load(const std::string& file) {
+        void* image = nullptr;
+        int32_t width = 0;
+        int32_t height = 0;
+        LoadCanvasImage(file.c_str(), &image, &width, &height);
+        EXPECT_NE(image, nullptr);
+        return image;
+    }
+
+    static std::vector<std::uint32_t> TagsOf(void* image) {
+        lumbrix_tag_list list{nullptr, 0};
+        EXPECT_EQ(GetPropertyIdList(image, &list), 0);
+        std::vector<std::uint32_t> tags(list.tags, list.tags + list.count);
+        lumbrix_free(list.tags);
+        return tags;
+    }
+
+    std::uintptr_t token_ = 0;
+    void* photo_ = nullptr;
+    void* plain_ = nullptr;
+};
+
+TEST_F(PropertiesOfImages, AreCopiedFromTheFirstToTheSecond) {
+    EXPECT_EQ(TagsOf(plain_), std::vector<std::uint32_t>{});
+    const auto tags = TagsOf(photo_);
+    EXPECT_EQ(CopyImageProperties(photo_, &plain_), 0);
+    EXPECT_EQ(TagsOf(plain_), tags);
+    EXPECT_EQ(TagsOf(photo_), tags);
+}
+
+TEST_F(PropertiesOfImages, AreListedByTheirTags) {
+    EXPECT_EQ(TagsOf(Load(MakeWhite("a.png", 3, 3))),
+              (std::vector<std::uint32_t>{0x0301, 0x0303, 0x5110, 0x5111, 0x5112}));
+    EXPECT_EQ(TagsOf(photo_), (std::vector<std::uint32_t>{270, 271, 272, 274, 306, 0x5091, 0x5090}));
 }
 
 TEST_F(PropertyDoors, PictureWithoutADateHasAnEmptyOne) {
