@@ -3,6 +3,7 @@
 
 #include "annotate/placing.h"
 #include "imaging/exports/lumbrix.h"
+#include "platform/cleanup.h"
 #include "tests/batch/fakeorder.h"
 #include "tests/support/fakemessages.h"
 #include "tests/support/picturefiles.h"
@@ -12,6 +13,10 @@
 #include <functional>
 #include <optional>
 #include <vector>
+
+#ifdef _WIN32
+#include "tests/support/heldfile.h"
+#endif
 
 namespace {
 
@@ -217,6 +222,24 @@ TEST_F(AnnotateAction, SourceAsTargetIsReplaced) {
     EXPECT_NE(InkIn(Path("source.png")), NoInk);
 }
 
+#ifdef _WIN32
+
+TEST_F(AnnotateAction, FileOfAStageThatCannotBeDeletedIsListed) {
+    std::optional<HeldFile> held;
+    std::string listed;
+    windows_.inside = {[&] {
+        windows_.Write("H", {2, 2});
+        listed = state_.stages[0].previewSource;
+        held.emplace(listed);
+    }};
+    RunAnnotate();
+    EXPECT_TRUE(IsListedForCleanUp(listed)) << listed;
+    EXPECT_EQ(FilesLeft(), 1);
+    std::filesystem::remove(ProgramFolder() + "CleanUp.txt");
+}
+
+#endif
+
 TEST_F(CropAction, WithoutASourceAsksForTheRectangle) {
     order_.sourceFile = "";
     RunCrop();
@@ -239,6 +262,7 @@ TEST_F(CropAction, SourceThatCannotBeReadLeavesTheTemporaryFilesOfItsStage) {
         made += entry.path().filename().string().starts_with("IMG") ? 1 : 0;
     }
     EXPECT_EQ(made, 2);
+    ASSERT_EQ(state_.stages.size(), 1u);
     EXPECT_EQ(state_.stages[0].source, Path("none.png"));
 }
 

@@ -2,6 +2,7 @@
 #include "batch/driver.h"
 #include "batch/job.h"
 #include "imaging/exports/lumbrix.h"
+#include "platform/cleanup.h"
 #include "platform/errors.h"
 #include "platform/files.h"
 #include "tests/batch/fakeorder.h"
@@ -11,7 +12,7 @@
 #include <gtest/gtest.h>
 
 #ifdef _WIN32
-#include <windows.h>
+#include "tests/support/heldfile.h"
 #endif
 
 namespace {
@@ -410,6 +411,27 @@ TEST_F(Folder, SourceAndTargetMayBeTheSame) {
 }
 
 #ifdef _WIN32
+
+TEST_F(Job, OldTargetThatCannotBeDeletedIsListed) {
+    order_.isSmallerChecked = true;
+    order_.target = Path("a.png");
+    WriteBytes(folder_ / "a.png", "old");
+    const HeldFile held(order_.target);
+    RunConversionJob(order_, messages_);
+    EXPECT_TRUE(IsListedForCleanUp(Path("a.png")));
+    EXPECT_EQ(ReadBytes(folder_ / "a.png"), "old");
+    std::filesystem::remove(ProgramFolder() + "CleanUp.txt");
+}
+
+TEST_F(Folder, HiddenFilesAreNotListed) {
+    for (const char* name : {".hidden.png", ".system.png"}) { // for file systems that keep no marks
+        Copy(std::string("in/") + name);
+    }
+    SetFileAttributesA(Path("in\\.hidden.png").c_str(), FILE_ATTRIBUTE_HIDDEN);
+    SetFileAttributesA(Path("in\\.system.png").c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(0, 0));
+}
 
 // The folder is found, but the pattern behind it makes the path too long.
 TEST_F(Folder, ThatCannotBeListedIsAnError) {

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #ifdef _WIN32
-#include <windows.h>
+#include "tests/support/heldfile.h"
 #endif
 
 namespace {
@@ -166,6 +166,16 @@ TEST_F(CleanUp, FileInUseIsListedAndDroppedWhereItStaysInUse) {
     EXPECT_TRUE(Exists("used"));
     EXPECT_FALSE(Exists("CleanUp.txt"));
     CloseHandle(file);
+}
+
+TEST_F(CleanUp, FileInUseInTheWorkFolderIsListed) {
+    std::filesystem::create_directory(folder_ / "Work");
+    WriteBytes(folder_ / "Work" / "used.bmp", "");
+    WriteBytes(folder_ / "Work" / "left.bmp", "");
+    const HeldFile held(WorkPath("used.bmp"));
+    SweepWorkFolder(program_);
+    EXPECT_EQ(List(), WorkPath("used.bmp") + "\r\n");
+    EXPECT_FALSE(Exists("Work/left.bmp"));
 }
 
 TEST_F(CleanUp, HiddenFilesArePassedOverWithoutAnError) {

@@ -8,6 +8,10 @@
 
 #include <algorithm>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace {
 
 using namespace lumbrix;
@@ -220,5 +224,21 @@ TEST_F(PlatformFiles, SizeOfAMissingFileIsNothing) {
     EXPECT_EQ(FileSize(Path("file")), 3u);
     EXPECT_EQ(FileSize(Path("none")), std::nullopt);
 }
+
+#ifdef _WIN32
+
+TEST_F(PlatformFiles, HiddenAndSystemFilesCountAsAbsent) {
+    for (const auto& [name, mark] :
+         {std::pair<const char*, DWORD>{".hidden", FILE_ATTRIBUTE_HIDDEN}, {".system", FILE_ATTRIBUTE_SYSTEM}}) {
+        WriteBytes(folder_ / name, ""); // with a dot for file systems that keep no marks
+        EXPECT_NE(SetFileAttributesA(Path(name).c_str(), mark), 0);
+        EXPECT_FALSE(FileExists(Path(name))) << name;
+        FileSearch search;
+        EXPECT_EQ(search.FirstMatch(Path("*.*")), "") << name;
+        EXPECT_EQ(FilesIn(folder_.Path().string()), std::vector<std::string>{}) << name;
+    }
+}
+
+#endif
 
 } // namespace
