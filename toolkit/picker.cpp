@@ -50,7 +50,10 @@ class PreviewPane : public ControlWatch {
             return 1;
         case WM_PAINT: // today's control would fill itself with the dialog's colour
             ValidateRect(Watched(), nullptr);
-            HasPicture() ? Draw() : Clear();
+            Clear();
+            if (HasPicture()) {
+                Draw();
+            }
             return 0;
         default:
             return PassOn(message, wordParameter, longParameter);

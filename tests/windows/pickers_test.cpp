@@ -1,52 +1,12 @@
 // The file picker with its preview, and the folder dialog, as the main window opens them.
-#include "tests/windows/programfixture.h"
+#include "tests/windows/pickerfixture.h"
 
-#include <commctrl.h>
-#include <dlgs.h>
 #include <shlobj.h>
 
 namespace {
 
 using namespace lumbrix;
 using namespace tests;
-
-constexpr int PreviewCaptionId = 345;
-constexpr int PreviewPaneId = 346;
-
-class FilePicker : public ProgramTest {
-  protected:
-    HWND Open() const {
-        program_.BeginClick(SourceFileButton);
-        const HWND dialog = program_.WaitForDialog();
-        EXPECT_TRUE(WaitFor([&] { return GetDlgItem(dialog, PreviewPaneId) != nullptr; }));
-        return dialog;
-    }
-
-    // Types a name and presses the dialog's own button.
-    static void Choose(HWND dialog, const std::string& name) {
-        SetFileName(OpenWindow(dialog), name);
-        PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
-        EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
-    }
-
-    static void Cancel(HWND dialog) {
-        PostMessageA(GetDlgItem(dialog, IDCANCEL), BM_CLICK, 0, 0);
-        EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
-    }
-
-    // Selects the entry with this number in the dialog's list.
-    void Select(HWND dialog, int entry) const {
-        HWND list = nullptr;
-        ASSERT_TRUE(WaitFor([&] {
-            list = FindBelow(dialog, "SysListView32");
-            return list != nullptr && Send(list, LVM_GETITEMCOUNT) > entry;
-        }));
-        LVITEMA selected{};
-        selected.stateMask = selected.state = LVIS_SELECTED | LVIS_FOCUSED;
-        const std::uint32_t inside = program_.PutInside(&selected, sizeof selected);
-        Send(list, LVM_SETITEMSTATE, static_cast<WPARAM>(entry), static_cast<LPARAM>(inside));
-    }
-};
 
 TEST_F(FilePicker, ChosenFileBecomesTheSourceAndTheTargetFollows) {
     program_.SetText(TargetBox, "C:\\out\\old.gif");
