@@ -181,11 +181,11 @@ void MainWindow::BrowseSourceFolder() {
     }
 }
 
+// A text that stays the same is written too.
 void MainWindow::ApplyOutputType() {
     const std::string target = Target();
-    const std::string changed = WithOutputType(target, SelectedOutputWord());
-    if (changed != target) {
-        SetText(TargetBox, changed);
+    if (!ExtensionPart(target).empty()) {
+        SetText(TargetBox, WithOutputType(target, SelectedOutputWord()));
     }
 }
 
