@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
 #include <string>
 #include <vector>
 
@@ -69,6 +71,25 @@ TEST_F(Program, KeepsWorkingInTheFolderWhereItWroteTheModule) {
     ASSERT_EQ(Run(folder_.Path()), 0u);
     ASSERT_EQ(std::filesystem::file_size(Module(folder_.Path())), ModuleBytes);
     EXPECT_EQ(Run(folder_.Path()), 0u);
+}
+
+TEST_F(Program, LoadsTheModuleThatItWrote) {
+    const RunningProgram program(folder_.Path(), folder_.Path());
+    constexpr char Name[] = "gdiplus.dll";
+    char path[MAX_PATH] = "";
+    const std::uint32_t inside = program.PutInside(path, sizeof path);
+    const std::uint32_t module =
+        program.CallInside("kernel32.dll", "GetModuleHandleA", {program.PutInside(Name, sizeof Name)});
+    program.CallInside("kernel32.dll", "GetModuleFileNameA", {module, inside, sizeof path});
+    program.GetFromInside(inside, path, sizeof path);
+    EXPECT_EQ(std::filesystem::file_size(path), ModuleBytes) << path;
+    EXPECT_TRUE(std::filesystem::equivalent(path, Module(folder_.Path()))) << path;
+}
+
+TEST_F(Program, ThreadOfItsWindowsIsAnApartmentOfItsOwn) {
+    const RunningProgram program(folder_.Path(), current_);
+    constexpr std::uint32_t ChangedMode = 0x80010106;
+    EXPECT_EQ(program.CallInside("ole32.dll", "CoInitializeEx", {0, COINIT_MULTITHREADED}), ChangedMode);
 }
 
 TEST_F(Program, SweepsTheListOfItsFolder) {
