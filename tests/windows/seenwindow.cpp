@@ -76,13 +76,22 @@ int HeightOf(const ExpectedFont& font) {
                                          : -(font.points * DotsPerInch() / 72);
 }
 
-std::string FontWords(const std::string& face, int height, int weight, bool isItalic, bool isUnderlined) {
-    return face + " of height " + std::to_string(height) + " and weight " + std::to_string(weight) +
-           (isItalic ? ", italic" : "") + (isUnderlined ? ", underlined" : "");
+// The character set of the platform's own font is the platform's business.
+std::string FontWords(const LOGFONTA& font) {
+    const bool isSystems = font.lfFaceName == SystemsFont.face;
+    return font.lfFaceName + (" of height " + std::to_string(font.lfHeight)) + " and weight " +
+           std::to_string(font.lfWeight) + (isSystems ? "" : ", character set " + std::to_string(font.lfCharSet)) +
+           (font.lfItalic != 0 ? ", italic" : "") + (font.lfUnderline != 0 ? ", underlined" : "");
 }
 
 std::string FontWords(const ExpectedFont& font) {
-    return FontWords(font.face, HeightOf(font), font.weight, font.isItalic, font.isUnderlined);
+    LOGFONTA expected{};
+    expected.lfHeight = HeightOf(font);
+    expected.lfWeight = font.weight;
+    expected.lfItalic = font.isItalic;
+    expected.lfUnderline = font.isUnderlined;
+    lstrcpynA(expected.lfFaceName, font.face.c_str(), LF_FACESIZE);
+    return FontWords(expected);
 }
 
 std::string ColorWords(std::int64_t text, std::int64_t background, std::int64_t brush) {
@@ -246,10 +255,7 @@ std::string SeenWindow::Row(const ExpectedControl& control, HWND item) const {
 
 LOGFONTA SeenWindow::FontOf(HWND window) const { return ObjectOf<LOGFONTA>(Ask(window, WM_GETFONT)); }
 
-std::string SeenWindow::FontWordsOf(HWND window) const {
-    const LOGFONTA font = FontOf(window);
-    return FontWords(font.lfFaceName, font.lfHeight, font.lfWeight, font.lfItalic != 0, font.lfUnderline != 0);
-}
+std::string SeenWindow::FontWordsOf(HWND window) const { return FontWords(FontOf(window)); }
 
 std::string SeenWindow::ColorsOf(HWND item, UINT question) const {
     if (question == 0) {
