@@ -266,6 +266,42 @@ TEST_F(DialogWindow, ModelessOneEndsWithItsObject) {
     EXPECT_FALSE(IsWindow(window));
 }
 
+TEST(DialogObject, SetsTheFirstFontOnTheWindowBeforeTheControls) {
+    TestDialog dialog(EveryKind());
+    const auto fontOfLabel = [&] {
+        return reinterpret_cast<HFONT>(SendMessageA(dialog.Item(ALabel), WM_GETFONT, 0, 0));
+    };
+    std::vector<HFONT> fonts;
+    dialog.onMessage = [&](UINT message, WPARAM wordParameter, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_SETFONT) {
+            fonts.push_back(reinterpret_cast<HFONT>(wordParameter));
+            EXPECT_NE(fontOfLabel(), fonts.back()) << "the label has it already";
+        }
+        return std::nullopt;
+    };
+    ASSERT_TRUE(dialog.OpenModeless(nullptr));
+    ASSERT_EQ(fonts.size(), 1u);
+    EXPECT_EQ(fontOfLabel(), fonts[0]); // whose row names the first font
+}
+
+TEST(DialogObject, TakesItsFontsAndBrushesWithIt) {
+    std::vector<HGDIOBJ> objects;
+    {
+        TestDialog dialog(EveryKind());
+        ASSERT_TRUE(dialog.OpenModeless(nullptr));
+        const auto ask = [&](HWND window, UINT message) {
+            objects.push_back(reinterpret_cast<HGDIOBJ>(SendMessageA(window, message, 0, 0)));
+            return GetObjectType(objects.back());
+        };
+        EXPECT_EQ(ask(dialog.Item(ALabel), WM_GETFONT), static_cast<DWORD>(OBJ_FONT));
+        EXPECT_EQ(ask(dialog.Item(ASlanted), WM_GETFONT), static_cast<DWORD>(OBJ_FONT));
+        EXPECT_EQ(ask(dialog.Handle(), WM_CTLCOLORDLG), static_cast<DWORD>(OBJ_BRUSH));
+    }
+    for (const HGDIOBJ object : objects) {
+        EXPECT_EQ(GetObjectType(object), 0u);
+    }
+}
+
 TEST_F(DialogWindow, CloseBoxOfAModelessOneEndsIt) {
     TestDialog canvas(EveryKind());
     ASSERT_TRUE(canvas.OpenModeless(nullptr));
