@@ -1,10 +1,12 @@
 // The shortcut on the desktop, as the running program makes it, leaves it and takes it away.
+#include "mainwindow/layout.h"
 #include "tests/windows/runningprogram.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
+using namespace lumbrix::mainwindow;
 using namespace tests;
 
 constexpr DWORD LateMs = 6000;
@@ -52,6 +54,39 @@ TEST_F(ShortcutOfTheProgram, ThatIsEmptyIsMadeAnew) {
     WriteBytes(ShortcutOnDesktop(), "");
     EXPECT_GE(TimeToStart(), LateMs);
     EXPECT_GT(std::filesystem::file_size(ShortcutOnDesktop()), 100u);
+}
+
+// The program's main window while it is not shown yet; null where there is none.
+HWND WindowBeingMade(DWORD process) {
+    HWND window = nullptr;
+    while ((window = FindWindowExA(nullptr, window, DialogClass, nullptr)) != nullptr) {
+        DWORD owner = 0;
+        GetWindowThreadProcessId(window, &owner);
+        if (owner == process && GetDlgItem(window, AboutButton) != nullptr && !IsWindowVisible(window)) {
+            break;
+        }
+    }
+    return window;
+}
+
+bool HasStyleFromOutside(HWND window, int index, LONG style) {
+    return (GetWindowLongA(window, index) & style) == style;
+}
+
+// The window works off no messages while the shortcut is waited for, so it is looked at without sending any.
+TEST_F(ShortcutOfTheProgram, IsMadeOnceTheCropCheckIsHiddenAndBeforeFilesAreTaken) {
+    std::filesystem::remove(ShortcutOnDesktop());
+    const auto expectHalfMade = [](DWORD process) {
+        EXPECT_TRUE(WaitFor([] { return std::filesystem::exists(ShortcutOnDesktop()); }));
+        const HWND window = WindowBeingMade(process);
+        ASSERT_NE(window, nullptr) << "the shortcut was not made before the window was shown";
+        EXPECT_FALSE(HasStyleFromOutside(GetDlgItem(window, CropCheck), GWL_STYLE, WS_VISIBLE));
+        EXPECT_FALSE(HasStyleFromOutside(window, GWL_EXSTYLE, WS_EX_ACCEPTFILES));
+    };
+    RunningProgram program(folder_.Path(), folder_.Path(), AtStart::DesktopIsAsItIs, expectHalfMade);
+    EXPECT_TRUE(HasStyleFromOutside(program.Window(), GWL_EXSTYLE, WS_EX_ACCEPTFILES));
+    EXPECT_FALSE(program.IsVisible(CropCheck));
+    EXPECT_EQ(program.Close(), 0u);
 }
 
 } // namespace

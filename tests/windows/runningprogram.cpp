@@ -23,14 +23,15 @@ RunningProgram::RunningProgram() {
 }
 
 RunningProgram::RunningProgram(const std::filesystem::path& folder, const std::filesystem::path& currentFolder,
-                               AtStart atStart) {
+                               AtStart atStart, const LookingOn& lookingOn) {
     if (atStart == AtStart::ShortcutIsThere) {
         WriteBytes(ShortcutOnDesktop(), "of another start");
     }
-    Start(folder, currentFolder);
+    Start(folder, currentFolder, lookingOn);
 }
 
-void RunningProgram::Start(const std::filesystem::path& folder, const std::filesystem::path& currentFolder) {
+void RunningProgram::Start(const std::filesystem::path& folder, const std::filesystem::path& currentFolder,
+                           const LookingOn& lookingOn) {
     const Waiting waiting("the program to start");
     STARTUPINFOW start{};
     start.cb = sizeof start;
@@ -41,6 +42,9 @@ void RunningProgram::Start(const std::filesystem::path& folder, const std::files
         return;
     }
     endedWithTest_.emplace(process_.hProcess);
+    if (lookingOn) {
+        lookingOn(process_.dwProcessId);
+    }
     WaitForInputIdle(process_.hProcess, PatienceMs);
     EXPECT_TRUE(WaitFor([&] { return FindMainWindow() != nullptr; })) << "no window";
     Take(FindMainWindow());

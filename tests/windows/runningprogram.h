@@ -6,6 +6,7 @@
 #include "tests/windows/desktop.h"
 #include "tests/windows/openwindow.h"
 
+#include <functional>
 #include <optional>
 
 namespace tests {
@@ -19,15 +20,18 @@ enum class AtStart {
     DesktopIsAsItIs,
 };
 
+using LookingOn = std::function<void(DWORD process)>;
+
 // The program from its start to its end.
 class RunningProgram : public OpenWindow {
   public:
     // In a folder of its own with the imaging library beside it.
     RunningProgram();
 
-    // The program file in a folder that is there already.
+    // The program file in a folder that is there already. What looks on is called with the process once that runs,
+    // before its window is waited for.
     RunningProgram(const std::filesystem::path& folder, const std::filesystem::path& currentFolder,
-                   AtStart atStart = AtStart::ShortcutIsThere);
+                   AtStart atStart = AtStart::ShortcutIsThere, const LookingOn& lookingOn = {});
 
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
@@ -46,7 +50,8 @@ class RunningProgram : public OpenWindow {
     DWORD Close();
 
   private:
-    void Start(const std::filesystem::path& folder, const std::filesystem::path& currentFolder);
+    void Start(const std::filesystem::path& folder, const std::filesystem::path& currentFolder,
+               const LookingOn& lookingOn = {});
     HWND FindMainWindow() const;
 
     TemporaryFolder folder_;
