@@ -21,6 +21,23 @@ constexpr const char* FolderKey = "SOFTWARE\\Microsoft\\Shared Tools Location";
 
 using Starts = std::vector<std::string>;
 
+// The program that the system opens the maker's page with, while this lives.
+class Browser {
+  public:
+    explicit Browser(const std::string& program)
+        : command_(HKEY_CLASSES_ROOT, OpenKey() + "command", "", "\"" + program + "\" \"%1\""),
+          conversation_(HKEY_CLASSES_ROOT, OpenKey() + "ddeexec", "", std::nullopt) {}
+
+  private:
+    static std::string OpenKey() {
+        const std::string address = LUMBRIX_MAKER_WEB;
+        return address.substr(0, address.find(':')) + "\\shell\\open\\";
+    }
+
+    RegistryValue command_;
+    RegistryValue conversation_;
+};
+
 class About : public ProgramTest {
   protected:
     About() { MoveMouse({3, 3}); } // away from the box
@@ -203,6 +220,20 @@ TEST_F(About, BlankInTheNameOfTheToolDoesNotEndIt) {
     Close(box);
 }
 
+TEST_F(About, ToolIsNotWaitedFor) {
+    const std::string tool = PutProgram("tool.exe");
+    WriteBytes(tool + ".linger", "");
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
+    const OpenWindow box = Open();
+    PressOn(box, SystemInformation);
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    constexpr DWORD PromptMs = 5000;
+    Send(box.Window(), WM_NULL, 0, 0, PromptMs); // fails where there is no answer
+    Close(box);
+    std::filesystem::remove(tool + ".linger");
+    EXPECT_TRUE(WaitFor([&] { return DeleteFileA(tool.c_str()) != FALSE; })) << "the tool has not ended";
+}
+
 TEST_F(About, NothingIsHeldOfAToolThatHasEnded) {
     const std::string tool = PutProgram("tool.exe");
     const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
@@ -270,15 +301,49 @@ TEST_F(About, PressActsOnTheLineLastSeenByAMove) {
     Close(box);
 }
 
+TEST_F(About, PressActsBeforeTheButtonIsLetGo) {
+    const std::string tool = PutProgram("tool.exe");
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
+    const OpenWindow box = Open();
+    MoveOver(box, SystemInformation);
+    PressMouse();
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    ReleaseMouse();
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    Close(box);
+}
+
+TEST_F(About, NothingButAPressOfTheLeftButtonActs) {
+    const std::string tool = PutProgram("tool.exe");
+    const RegistryValue path(HKEY_LOCAL_MACHINE, ToolKey, "PATH", tool);
+    const OpenWindow box = Open();
+    MoveOver(box, SystemInformation);
+    const POINT place = ClientPointOn(box, SystemInformation);
+    for (const UINT message : {WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK,
+                               WM_MBUTTONDOWN, WM_MBUTTONUP, WM_MBUTTONDBLCLK}) {
+        Send(box.Window(), message, 0, MAKELPARAM(place.x, place.y));
+    }
+    ExpectStarts(tool, {});
+    PressWithoutMoving(box, place); // what the others might have started would be there before
+    ExpectStarts(tool, {"1 \"" + tool + "\""});
+    Close(box);
+}
+
+TEST_F(About, WebAddressThatCannotBeOpenedPassesInSilence) {
+    const Browser none(Path("none.exe"));
+    const OpenWindow box = Open();
+    MoveOver(box, WebPage);
+    PressWithoutMoving(box, ClientPointOn(box, WebPage));
+    ASSERT_TRUE(WaitUntilLasting([&] { return box.IsQuiet() && IsWindowVisible(box.Window()); }));
+    Close(box);
+}
+
 TEST_F(About, WebAddressOpensInTheBrowser) {
     const std::string browser = PutProgram("browser.exe");
-    const std::string address = LUMBRIX_MAKER_WEB;
-    const std::string open = address.substr(0, address.find(':')) + "\\shell\\open\\";
-    const RegistryValue command(HKEY_CLASSES_ROOT, open + "command", "", "\"" + browser + "\" \"%1\"");
-    const RegistryValue conversation(HKEY_CLASSES_ROOT, open + "ddeexec", "", std::nullopt);
+    const Browser inUse(browser);
     const OpenWindow box = Open();
     PressOn(box, WebPage);
-    ExpectStarts(browser, {"1 \"" + browser + "\" \"" + address + "\""});
+    ExpectStarts(browser, {"1 \"" + browser + "\" \"" LUMBRIX_MAKER_WEB "\""});
     EXPECT_TRUE(IsWindowVisible(box.Window()));
     EXPECT_TRUE(box.IsQuiet());
     Close(box);
