@@ -1,8 +1,9 @@
 // The file of a link on Linux.
 #include "platform/linkfile.h"
 
+#include "platform/escaping.h"
+
 #include <charconv>
-#include <cstdio>
 #include <string_view>
 #include <type_traits>
 
@@ -21,45 +22,20 @@ template <class Fields, class Take> bool EachField(Fields& fields, Take take) {
            take("ShowCommand", fields.showCommand) && take("HotKey", fields.hotKey);
 }
 
-bool IsEscaped(char byte) { return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F || byte == '%'; }
-
-std::string Written(const std::string& text) {
-    std::string line;
-    for (const char byte : text) {
-        if (IsEscaped(byte)) {
-            char digits[4];
-            std::snprintf(digits, sizeof digits, "%%%02X", static_cast<unsigned char>(byte));
-            line += digits;
-        } else {
-            line += byte;
-        }
-    }
-    return line;
-}
-
+std::string Written(const std::string& text) { return Escaped(text); }
 template <class Number> std::string Written(Number number) { return std::to_string(number); }
 
 // Reads a number that takes the whole text. False where it is none, or one that does not fit.
-template <class Number> bool Read(std::string_view text, Number& number, int base = 10) {
+template <class Number> bool Read(std::string_view text, Number& number) {
     const char* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, number, base);
+    const auto result = std::from_chars(text.data(), end, number);
     return result.ec == std::errc() && result.ptr == end;
 }
 
-// Reads a text, which is empty at first. False where a percent sign has no two digits behind it.
 bool Read(std::string_view line, std::string& text) {
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        unsigned char byte = static_cast<unsigned char>(line[i]);
-        if (byte == '%') {
-            const std::string_view digits = line.substr(i + 1, 2);
-            if (digits.size() != 2 || !Read(digits, byte, 16)) {
-                return false;
-            }
-            i += 2;
-        }
-        text += static_cast<char>(byte);
-    }
-    return true;
+    const std::optional<std::string> unescaped = Unescaped(line);
+    text = unescaped.value_or("");
+    return unescaped.has_value();
 }
 
 // Takes the next line, without its end, which must be there.

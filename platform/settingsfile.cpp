@@ -2,10 +2,10 @@
 #include "platform/settingsfile.h"
 
 #include "base/lettercase.h"
+#include "platform/escaping.h"
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <string_view>
 
 namespace lumbrix {
@@ -37,47 +37,7 @@ std::string Normal(const std::string& path) {
     return normal;
 }
 
-std::string Hexadecimal(char byte) {
-    char digits[3];
-    std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned char>(byte));
-    return digits;
-}
-
-std::optional<char> FromHexadecimal(std::string_view digits) {
-    unsigned value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    return digits.size() == 2 && error == std::errc() && end == digits.data() + 2
-               ? std::optional(static_cast<char>(value))
-               : std::nullopt;
-}
-
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char byte : text) {
-        const bool isControl = static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
-        escaped += isControl || byte == '%' || byte == '"' ? "%" + Hexadecimal(byte) : std::string(1, byte);
-    }
-    return escaped;
-}
-
-std::optional<std::string> Unescaped(std::string_view escaped) {
-    std::string text;
-    for (std::size_t i = 0; i < escaped.size(); ++i) {
-        char byte = escaped[i];
-        if (byte == '%') {
-            const std::optional<char> meant = FromHexadecimal(escaped.substr(i + 1, 2));
-            if (!meant) {
-                return std::nullopt;
-            }
-            byte = *meant;
-            i += 2;
-        }
-        text += byte;
-    }
-    return text;
-}
-
-std::string Quoted(std::string_view text) { return '"' + Escaped(text) + '"'; }
+std::string Quoted(std::string_view text) { return '"' + Escaped(text, "\"") + '"'; }
 
 // Takes a quoted text from the start of a line.
 std::optional<std::string> TakeQuoted(std::string_view& line) {
@@ -93,7 +53,7 @@ std::optional<std::string> TakeQuoted(std::string_view& line) {
 std::string HeadOf(const SettingsKey& key) {
     const auto* root = std::find_if(std::begin(RootNames), std::end(RootNames),
                                     [&](const RootName& row) { return row.root == key.root; });
-    return '[' + std::string(root->name) + (key.path.empty() ? "" : "\\") + Escaped(key.path) + ']';
+    return '[' + std::string(root->name) + (key.path.empty() ? "" : "\\") + Escaped(key.path, "\"") + ']';
 }
 
 std::string LineOf(const Setting& value) {
