@@ -3,7 +3,7 @@
 
 #include "imaginglibrary/codecs/metadata/exiftags.h"
 #include "imaginglibrary/core/packing.h"
-#include "imaginglibrary/core/rowpump.h"
+#include "imaginglibrary/core/rowpipe.h"
 #include "imaginglibrary/operations/quantizer.h"
 
 #include <gif_lib.h>
@@ -30,11 +30,11 @@ bool IsClear(Color color) { return AlphaOf(color) == 0; }
 template <class Use> Status ForIndicesOfEachRow(const PixelSource& picture, Use use) {
     const PictureInfo& info = picture.Info();
     std::vector<std::uint8_t> indices(info.width);
-    return ForEachRow(picture.OpenRows(), BytesPerRow(info.format, info.width), info.height,
-                      [&](std::uint32_t, const std::uint8_t* row) {
-                          UnpackPixels(row, 0, BitsPerPixel(info.format), indices.data(), indices.size());
-                          return use(indices);
-                      });
+    return PipeRows(picture.OpenRows(), BytesPerRow(info.format, info.width), info.height,
+                    [&](std::uint32_t, const std::uint8_t* row) {
+                        UnpackPixels(row, 0, BitsPerPixel(info.format), indices.data(), indices.size());
+                        return use(indices);
+                    });
 }
 
 // How many entries the indices in use need. The pixels are looked at only where the palette leaves a doubt.

@@ -5,7 +5,7 @@
 #include "imaginglibrary/codecs/jpeg/jpegproperties.h"
 #include "imaginglibrary/codecs/metadata/colorprofile.h"
 #include "imaginglibrary/core/rowconverter.h"
-#include "imaginglibrary/core/rowpump.h"
+#include "imaginglibrary/core/rowpipe.h"
 
 #include <algorithm>
 #include <span>
@@ -135,9 +135,8 @@ Status WriteJpeg(const PixelSource& picture, const PropertyList& properties, Out
         status != Status::Ok) {
         return status;
     }
-    const Status status =
-        ForEachRow(OpenRowsAs(picture, PixelFormat::Rgb24), BytesPerRow(PixelFormat::Rgb24, info.width), info.height,
-                   [&](std::uint32_t, std::uint8_t* row) { return sink.WriteRow(row); });
+    const Status status = PipeRows(OpenRowsAs(picture, PixelFormat::Rgb24), BytesPerRow(PixelFormat::Rgb24, info.width),
+                                   info.height, [&](std::uint32_t, std::uint8_t* row) { return sink.WriteRow(row); });
     if (status != Status::Ok) {
         return status;
     }

@@ -4,7 +4,7 @@
 #include "imaginglibrary/codecs/tiff/tiffclient.h"
 #include "imaginglibrary/codecs/tiff/tiffproperties.h"
 #include "imaginglibrary/core/rowconverter.h"
-#include "imaginglibrary/core/rowpump.h"
+#include "imaginglibrary/core/rowpipe.h"
 
 #include <algorithm>
 #include <cstring>
@@ -122,8 +122,9 @@ Status WriteStrips(const PixelSource& picture, const TiffForm& form, std::size_t
     const std::uint32_t rowsPerStrip = RowsPerStrip(info, rowBytes);
     const bool isConverted = form.convertTo != PixelFormat::Undefined;
     std::vector<std::uint8_t> strip(rowBytes * rowsPerStrip);
-    const auto place = [&](std::uint32_t y) { return strip.data() + rowBytes * (y % rowsPerStrip); };
-    const auto writeFullStrip = [&](std::uint32_t y, std::uint8_t* row) {
+    const auto writeFullStrip = [&](std::uint32_t y, const std::uint8_t* from) {
+        std::uint8_t* const row = strip.data() + rowBytes * (y % rowsPerStrip);
+        std::copy_n(from, rowBytes, row);
         if (isConverted) {
             PutRedFirst(row, info.width, static_cast<std::size_t>(form.samples));
         }
@@ -135,7 +136,7 @@ Status WriteStrips(const PixelSource& picture, const TiffForm& form, std::size_t
         const bool isWritten = TIFFWriteEncodedStrip(output.Get(), y / rowsPerStrip, strip.data(), bytes) == bytes;
         return isWritten ? Status::Ok : output.Failure();
     };
-    return PumpRows(isConverted ? OpenRowsAs(picture, form.convertTo) : picture.OpenRows(), info.height, place,
+    return PipeRows(isConverted ? OpenRowsAs(picture, form.convertTo) : picture.OpenRows(), rowBytes, info.height,
                     writeFullStrip);
 }
 
