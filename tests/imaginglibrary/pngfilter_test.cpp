@@ -1,4 +1,4 @@
-// The filters of PNG against the sentences of its specification, byte by byte.
+// The filters of PNG against the rules of the standard, byte by byte.
 #include "imaginglibrary/codecs/png/pngfilter.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ Bytes RandomBytes(std::size_t count, unsigned seed) {
     return bytes;
 }
 
-// The specification's predictor, in its order of ties: left, above, upper left.
+// The predictor of the standard, in its order of ties: left, above, upper left.
 int Predictor(int a, int b, int c) {
     const int p = a + b - c;
     const int pa = std::abs(p - a), pb = std::abs(p - b), pc = std::abs(p - c);
@@ -54,7 +54,7 @@ std::uint8_t Expected(PngFilter filter, const Bytes& row, const Bytes& above, st
 }
 
 // All lengths that a vector may leave a rest of, and rows of less than a pixel's bytes.
-TEST(PngFilters, FollowTheSpecificationForEveryLength) {
+TEST(PngFilters, FollowTheStandardForEveryLength) {
     for (int number = 0; number <= 4; ++number) {
         const auto filter = static_cast<PngFilter>(number);
         for (const std::size_t pixelBytes : {1u, 3u, 4u}) {
@@ -72,7 +72,7 @@ TEST(PngFilters, FollowTheSpecificationForEveryLength) {
     }
 }
 
-TEST(PngFilters, HaveTheNumbersOfTheSpecification) {
+TEST(PngFilters, HaveTheNumbersOfTheStandard) {
     EXPECT_EQ(static_cast<int>(PngFilter::Sub), 1);
     EXPECT_EQ(static_cast<int>(PngFilter::Up), 2);
     EXPECT_EQ(static_cast<int>(PngFilter::Average), 3);

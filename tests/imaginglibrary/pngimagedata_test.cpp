@@ -1,4 +1,4 @@
-// The image data of PNG files, read back by zlib and by the specification's rules.
+// The image data of PNG files, read back by zlib and by the rules of the standard.
 #include "imaginglibrary/codecs/png/pngimagedata.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The filters of PNG, which write each byte of a row as its difference from what its neighbours foretell.
-// Source: the PNG specification, "Filter algorithms".
+// Source: the PNG standard (ISO/IEC 15948), "Filter types for filter method 0".
 #pragma once
 
 #include <cstddef>
