@@ -50,6 +50,12 @@ class PaintedCanvas : public testing::Test {
     PaintCanvas canvas_{state_, {[](const std::string&) {}, [] {}, [](std::string&) {}}};
 };
 
+TEST_F(PaintedCanvas, BeginsWhite) {
+    EXPECT_EQ(canvas_.PixelAt({0, 0}), WhiteShown);
+    EXPECT_EQ(canvas_.PixelAt({99, 59}), WhiteShown);
+    EXPECT_EQ(Shown(), WhiteShown);
+}
+
 TEST_F(PaintedCanvas, ShowsEachThingAtOnceUnlessItIsHeldBack) {
     for (const auto& [name, draw] : WaysToDraw()) {
         canvas_.Attach(Painting::AtOnce);
