@@ -10,7 +10,7 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr PngFilter Filters[] = {PngFilter::None, PngFilter::Sub, PngFilter::Up, PngFilter::Average, PngFilter::Paeth};
+constexpr PngFilter RealFilters[] = {PngFilter::Sub, PngFilter::Up, PngFilter::Average, PngFilter::Paeth};
 
 // So much of a band is tried out.
 constexpr std::size_t TrialBytes = 1 << 15;
@@ -93,8 +93,8 @@ PngFilter PngBand::LeastEntropyFilter(std::size_t row) const {
         return EntropyOf(filtered);
     };
     PngFilter least = PngFilter::None;
-    double leastEntropy = entropyWith(least);
-    for (const PngFilter filter : Filters) {
+    double leastEntropy = EntropyOf({Row(row), form_.rowBytes});
+    for (const PngFilter filter : RealFilters) {
         if (const double entropy = entropyWith(filter); entropy < leastEntropy) {
             least = filter;
             leastEntropy = entropy;
