@@ -5,6 +5,15 @@
 
 namespace lumbrix {
 
+std::string ReadSmallFile(const std::string& path) {
+    constexpr std::uint64_t LongestFile = 1 << 20;
+    std::string content;
+    if (FileExists(path) && FileSize(path).value_or(0) <= LongestFile) {
+        trap([&] { content = ReadFileContent(path); });
+    }
+    return content;
+}
+
 void ReplaceWholeFile(const std::string& path, const std::string& bytes) {
     const std::string written = NewTemporaryFile("NEW");
     const auto error = trap([&] {

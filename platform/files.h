@@ -64,6 +64,10 @@ void DuplicateFile(const std::string& source, const std::string& target);
 // The whole content. Raises where it cannot be read.
 std::string ReadFileContent(const std::string& path);
 
+// The same for a small file of ours or the user's: empty where it is missing, hidden, cannot be read or is longer than
+// a mebibyte.
+std::string ReadSmallFile(const std::string& path);
+
 // The system's folder for temporary files, with its separator.
 std::string TemporaryFolderPath();
 

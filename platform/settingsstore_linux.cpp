@@ -18,9 +18,6 @@ namespace lumbrix {
 
 namespace {
 
-// What is longer was not written by us.
-constexpr std::uint64_t LongestFile = 1 << 20;
-
 std::string Environment(const char* name) {
     const char* value = std::getenv(name);
     return value == nullptr ? "" : value;
@@ -39,14 +36,7 @@ std::string SettingsFolder() {
 std::string SettingsPath() { return SettingsFolder() + "settings"; }
 
 // What cannot be read, or not wholly, counts as empty.
-Settings ReadSettings() {
-    const std::string path = SettingsPath();
-    std::string text;
-    if (FileExists(path) && FileSize(path).value_or(0) <= LongestFile) {
-        trap([&] { text = ReadFileContent(path); });
-    }
-    return Settings::FromText(text).value_or(Settings());
-}
+Settings ReadSettings() { return Settings::FromText(ReadSmallFile(SettingsPath())).value_or(Settings()); }
 
 // Keeps other processes from changing the settings meanwhile. Where that cannot be had it is gone without.
 class Lock {

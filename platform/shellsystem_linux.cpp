@@ -16,8 +16,6 @@ namespace lumbrix {
 
 namespace {
 
-// What is longer was not written by us.
-constexpr std::uint64_t LongestFile = 1 << 20;
 constexpr std::size_t PathBytes = 260;
 
 constexpr std::int32_t Done = 0;
@@ -32,11 +30,7 @@ void Put(const std::string& text, char* place, std::int32_t room) {
 
 // A link's fields as a file has them; empty ones where it is no link.
 LinkFields ReadLinkFile(const std::string& path) {
-    std::string text;
-    if (FileExists(path) && FileSize(path).value_or(0) <= LongestFile) {
-        trap([&] { text = ReadFileContent(path); });
-    }
-    return LinkFromFileText(text).value_or(LinkFields());
+    return LinkFromFileText(ReadSmallFile(path)).value_or(LinkFields());
 }
 
 // The interface to a link and the one to its file are the same number.

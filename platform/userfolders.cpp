@@ -1,7 +1,6 @@
 // The user's folders on Linux by the numbers that the shell of Windows gives to such.
 #include "platform/userfolders.h"
 
-#include "platform/errors.h"
 #include "platform/files.h"
 
 #include <algorithm>
@@ -24,9 +23,6 @@ constexpr Folder Folders[] = {{0, "XDG_DESKTOP_DIR", "Desktop"},     {16, "XDG_D
 constexpr std::int32_t RecentNumber = 8;
 constexpr std::int32_t OwnNumber = 40;
 
-// What is longer is no such file.
-constexpr std::uint64_t LongestFile = 1 << 20;
-
 std::string WithoutSeparatorBehind(std::string path) {
     while (path.size() > 1 && path.back() == PathSeparator) {
         path.pop_back();
@@ -47,12 +43,7 @@ std::string FolderFrom(const char* variable, const std::string& home, const char
 }
 
 std::string UserFoldersFile(const std::string& home) {
-    const std::string path = FolderFrom("XDG_CONFIG_HOME", home, "/.config") + "/user-dirs.dirs";
-    std::string text;
-    if (FileExists(path) && FileSize(path).value_or(0) <= LongestFile) {
-        trap([&] { text = ReadFileContent(path); });
-    }
-    return text;
+    return ReadSmallFile(FolderFrom("XDG_CONFIG_HOME", home, "/.config") + "/user-dirs.dirs");
 }
 
 // What stands between the quotes that a text begins with; a backslash is passed over and keeps what is behind it.

@@ -112,6 +112,16 @@ TEST_F(PlatformFiles, DuplicateReplacesTheWholeTarget) {
     EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
 }
 
+TEST_F(PlatformFiles, SmallFileIsReadUpToAMebibyte) {
+    const std::string longest(1 << 20, 'x');
+    WriteBytes(folder_ / "longest", longest);
+    WriteBytes(folder_ / "longer", longest + "x");
+    EXPECT_EQ(ReadSmallFile(Path("longest")), longest);
+    EXPECT_EQ(ReadSmallFile(Path("longer")), "");
+    EXPECT_EQ(ReadSmallFile(Path("none")), "");
+    EXPECT_EQ(ReadSmallFile(folder_.Path().string()), "");
+}
+
 // One that is written over in place would change under its other name too.
 TEST_F(PlatformFiles, ReplacingPutsANewFileInThePlaceOfTheOldOne) {
     WriteBytes(folder_ / "a", "old and longer");

@@ -185,9 +185,8 @@ class PngWriter {
 };
 
 PngRowForm RowFormOf(PixelFormat format, std::uint32_t width) {
-    const std::size_t bits = BitsPerPixel(format);
-    return {.rowBytes = (width * bits + 7) / 8,
-            .pixelBytes = std::max<std::size_t>(bits / 8, 1),
+    return {.rowBytes = BytesPerRow(format, width),
+            .pixelBytes = std::max<std::size_t>(BitsPerPixel(format) / 8, 1),
             .isIndexed = IsIndexed(format)};
 }
 
