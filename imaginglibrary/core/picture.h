@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace imaginglibrary {
 
@@ -41,6 +42,7 @@ class RowReader {
 };
 
 class RowWatch;
+struct ScaledPicture;
 
 // Anything with rows. The legal order of calls is Info* (OpenRows ReadRow*)*. Immutable: several threads may call it,
 // and several readers may be under way at once. A reader keeps alive whatever it needs.
@@ -60,12 +62,22 @@ class PixelSource {
     // want to know how far that is; opening rows does it too.
     virtual Status Prepare(const std::shared_ptr<RowWatch>& /*watch*/) const { return Status::Ok; }
 
-    // The same picture at the smallest scale that can be had cheaply and is still at least `width` by `height`; null
+    // The same picture at the smallest scale that can be had cheaply and is still at least `width` by `height`; nothing
     // where there is no such shortcut.
-    virtual std::unique_ptr<PixelSource> ReducedTo(std::uint32_t /*width*/, std::uint32_t /*height*/) const {
-        return nullptr;
-    }
+    virtual std::optional<ScaledPicture> ReducedTo(std::uint32_t width, std::uint32_t height) const;
 };
+
+// A picture at a smaller scale.
+struct ScaledPicture {
+    std::unique_ptr<PixelSource> picture;
+    // What the sides were multiplied by. Where that gives no whole number, the last column or row lies partly outside
+    // the picture.
+    double scale;
+};
+
+inline std::optional<ScaledPicture> PixelSource::ReducedTo(std::uint32_t /*width*/, std::uint32_t /*height*/) const {
+    return std::nullopt;
+}
 
 // A picture in an open file, of which only the header was read when it was made.
 class Decoder : public PixelSource {

@@ -83,10 +83,23 @@ template <PixelFormat Format> Pixel PixelAt(const std::uint8_t* row, std::size_t
     }
 }
 
+// Four bytes at a time where a pixel has three, but for the last one, behind which there may be nothing to read.
+void WidenOpaqueRow(const std::uint8_t* from, std::uint8_t* to, std::uint32_t width) {
+    constexpr std::size_t Narrow = 3, Wide = 4;
+    for (std::uint32_t x = 0; x < width; ++x, from += Narrow, to += Wide) {
+        std::memcpy(to, from, x + 1 < width ? Wide : Narrow);
+        to[3] = 255;
+    }
+}
+
 template <PixelFormat From, PixelFormat To>
 void ConvertRow(const std::uint8_t* from, std::uint8_t* to, std::uint32_t width, const Palette& palette) {
     if constexpr (From == To && From != PixelFormat::Rgb32) {
         std::memcpy(to, from, BytesPerRow(From, width));
+        return;
+    }
+    if constexpr (From == PixelFormat::Rgb24 && BitsPerPixel(To) == 32) {
+        WidenOpaqueRow(from, to, width);
         return;
     }
     for (std::size_t x = 0; x < width; ++x) {

@@ -57,9 +57,12 @@ class WatchedPicture : public PixelSource {
         return WatchedReader(picture_->OpenRowsFromBottom());
     }
 
-    std::unique_ptr<PixelSource> ReducedTo(std::uint32_t width, std::uint32_t height) const override {
+    std::optional<ScaledPicture> ReducedTo(std::uint32_t width, std::uint32_t height) const override {
         auto reduced = picture_->ReducedTo(width, height);
-        return reduced ? std::make_unique<WatchedPicture>(watch_, std::move(reduced), rows_) : nullptr;
+        if (reduced) {
+            reduced->picture = std::make_unique<WatchedPicture>(watch_, std::move(reduced->picture), rows_);
+        }
+        return reduced;
     }
 
   private:

@@ -11,11 +11,6 @@ namespace {
 // The side that stands for "the system's own size".
 constexpr std::uint32_t DefaultThumbnailSide = 120;
 
-Result<std::shared_ptr<Bitmap>> MakeThumbnail(const PixelSource& picture, std::uint32_t width, std::uint32_t height) {
-    const auto reduced = picture.ReducedTo(width, height);
-    return Resample(reduced ? *reduced : picture, width, height);
-}
-
 } // namespace
 
 // A side of 0 becomes 120 pixels; a negative one arrives as a huge number and is refused. A thumbnail that lies in the
@@ -36,7 +31,7 @@ FLAT_EXPORT Status FLAT_CALL GdipGetImageThumbnail(GpImage* handle, std::uint32_
         if (!picture.Ok()) {
             return picture.GetStatus();
         }
-        auto made = MakeThumbnail(**picture, width, height);
+        auto made = Resample(**picture, width, height);
         if (!made.Ok()) {
             return made.GetStatus();
         }

@@ -64,6 +64,10 @@ void BlendRgb48(std::uint8_t* target, const std::uint8_t* source) {
 // Rgb24, Rgb32 and Pargb32 below a source that is premultiplied.
 template <std::size_t Bytes> void BlendPremultiplied(std::uint8_t* target, const std::uint8_t* source) {
     const unsigned alpha = source[3];
+    if (alpha == 255) {
+        std::memcpy(target, source, Bytes);
+        return;
+    }
     for (std::size_t channel = 0; channel < Bytes; ++channel) {
         const unsigned color = std::min<unsigned>(source[channel], alpha);
         target[channel] = static_cast<std::uint8_t>(color + DivideBy255(target[channel] * (255 - alpha)));

@@ -83,40 +83,41 @@ std::shared_ptr<const PixelSource> PartOf(const PictureDrawing& drawing, const P
     return isAll ? drawing.picture : CroppedTo(drawing.picture, part);
 }
 
-// The smallest form of a picture that is at least twice the wanted size, where its file can be decoded so.
-Result<std::shared_ptr<Bitmap>> ResampledPart(const PixelSource& picture, std::uint32_t width, std::uint32_t height,
-                                              Resampling resampling) {
-    if (resampling != Resampling::Nearest) {
-        constexpr std::uint64_t Spare = 2; // decoders reduce with less care than we do
-        const auto spared = [](std::uint32_t side) {
-            return static_cast<std::uint32_t>(std::min<std::uint64_t>(side * Spare, UINT32_MAX));
-        };
-        if (const auto reduced = picture.ReducedTo(spared(width), spared(height))) {
-            return Resample(*reduced, width, height, resampling);
+Status PlaceMirrored(Canvas& canvas, const std::shared_ptr<const PixelSource>& picture, const UprightTarget& target) {
+    const unsigned turn = (target.isMirroredY ? 2u : 0u) | (target.isMirroredX != target.isMirroredY ? Mirror : 0u);
+    const auto mirrored = Turned(picture, turn);
+    return mirrored.Ok() ? PlaceRows(canvas, *mirrored, target.rect.left, target.rect.top) : mirrored.GetStatus();
+}
+
+// Lays the rows of a picture over the canvas as they come, at another size.
+Status PlaceResampled(Canvas& canvas, const PixelSource& picture, const PixelRect& rect, Resampling resampling) {
+    const PixelRect visible = Intersection(rect, canvas.Area());
+    const auto blend = [&](std::uint32_t row, const std::uint8_t* pixels) {
+        const std::int64_t y = rect.top + std::int64_t{row};
+        if (y >= visible.top && y < visible.bottom) {
+            BlendPremultipliedRow(canvas, visible.left, y, pixels + (visible.left - rect.left) * 4,
+                                  static_cast<std::size_t>(visible.Width()));
         }
-    }
-    return Resample(picture, width, height, resampling);
+        return Status::Ok;
+    };
+    return ResampleRows(picture, static_cast<std::uint32_t>(rect.Width()), static_cast<std::uint32_t>(rect.Height()),
+                        resampling, blend);
 }
 
 Status DrawUpright(Canvas& canvas, const PictureDrawing& drawing, const PixelRect& part, const UprightTarget& target) {
-    std::shared_ptr<const PixelSource> picture = PartOf(drawing, part);
-    if (target.rect.Width() != part.Width() || target.rect.Height() != part.Height()) {
-        auto resampled = ResampledPart(*picture, static_cast<std::uint32_t>(target.rect.Width()),
-                                       static_cast<std::uint32_t>(target.rect.Height()), drawing.resampling);
-        if (!resampled.Ok()) {
-            return resampled.GetStatus();
-        }
-        picture = *resampled;
+    const std::shared_ptr<const PixelSource> picture = PartOf(drawing, part);
+    const PixelRect& rect = target.rect;
+    const bool isResampled = rect.Width() != part.Width() || rect.Height() != part.Height();
+    const bool isMirrored = target.isMirroredX || target.isMirroredY;
+    if (!isResampled) {
+        return isMirrored ? PlaceMirrored(canvas, picture, target) : PlaceRows(canvas, picture, rect.left, rect.top);
     }
-    if (target.isMirroredX || target.isMirroredY) {
-        const unsigned turn = (target.isMirroredY ? 2u : 0u) | (target.isMirroredX != target.isMirroredY ? Mirror : 0u);
-        auto mirrored = Turned(picture, turn);
-        if (!mirrored.Ok()) {
-            return mirrored.GetStatus();
-        }
-        picture = *mirrored;
+    if (!isMirrored) {
+        return PlaceResampled(canvas, *picture, rect, drawing.resampling);
     }
-    return PlaceRows(canvas, picture, target.rect.left, target.rect.top);
+    const auto resampled = Resample(*picture, static_cast<std::uint32_t>(rect.Width()),
+                                    static_cast<std::uint32_t>(rect.Height()), drawing.resampling);
+    return resampled.Ok() ? PlaceMirrored(canvas, *resampled, target) : resampled.GetStatus();
 }
 
 // Works out every pixel of the surface from where it lies in the picture.

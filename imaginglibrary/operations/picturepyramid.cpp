@@ -70,10 +70,7 @@ MadeLevel LargestLevel(const PixelSource& picture, double scale) {
     if (scale >= 1) {
         return PyramidLevel::Make(picture);
     }
-    const std::uint32_t width = ScaledSide(picture.Info().width, scale);
-    const std::uint32_t height = ScaledSide(picture.Info().height, scale);
-    const auto reduced = picture.ReducedTo(width, height);
-    return ReducedLevel(reduced ? *reduced : picture, width, height);
+    return ReducedLevel(picture, ScaledSide(picture.Info().width, scale), ScaledSide(picture.Info().height, scale));
 }
 
 } // namespace

@@ -3,199 +3,135 @@
 
 #include "imaginglibrary/core/limits.h"
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/core/rowpipe.h"
+#include "imaginglibrary/operations/resamplerows.h"
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
+#include <array>
+#include <optional>
 #include <vector>
 
 namespace imaginglibrary {
 
 namespace {
 
-constexpr std::size_t Channels = 4;
+using UseRow = std::function<Status(std::uint32_t y, const std::uint8_t* row)>;
 
-double Lanczos3(double x) {
-    x = std::abs(x);
-    if (x >= 3) {
-        return 0;
-    }
-    if (x < 1e-9) {
-        return 1;
-    }
-    const double angle = std::numbers::pi * x;
-    return 3 * std::sin(angle) * std::sin(angle / 3) / (angle * angle);
-}
+// A picture at the scale that it is read in.
+struct Original {
+    Original(const PixelSource& picture, std::uint32_t targetWidth, std::uint32_t targetHeight, Resampling resampling)
+        : reduced(resampling == Resampling::Nearest ? std::nullopt : picture.ReducedTo(targetWidth, targetHeight)),
+          rows(reduced ? *reduced->picture : picture), width(picture.Info().width * (reduced ? reduced->scale : 1)),
+          height(picture.Info().height * (reduced ? reduced->scale : 1)) {}
 
-double Triangle(double x) { return std::max(0.0, 1 - std::abs(x)); }
-
-// A kernel, and how far it reaches, both in the wider of old and new pixels.
-struct Kernel {
-    double (*weight)(double distance);
-    double reach;
+    std::optional<ScaledPicture> reduced;
+    const PixelSource& rows;
+    double width; // in pixels of that scale; perhaps not whole
+    double height;
 };
 
-Kernel KernelFor(bool shrinks, Resampling resampling) {
-    if (shrinks) {
-        return {Lanczos3, 3};
-    }
-    return resampling == Resampling::Linear ? Kernel{Triangle, 1} : Kernel{KeysCubic, 2};
-}
-
-// The source positions that make up one target position, and their weights.
-struct Span {
-    std::uint32_t first;
-    std::vector<float> weights;
-
-    std::uint32_t End() const { return first + static_cast<std::uint32_t>(weights.size()); }
-};
-
-std::vector<Span> NearestSpans(std::uint32_t source, std::uint32_t target) {
-    std::vector<Span> spans(target);
-    for (std::uint32_t i = 0; i < target; ++i) {
-        spans[i] = {static_cast<std::uint32_t>((std::uint64_t{i} * 2 + 1) * source / (std::uint64_t{target} * 2)), {1}};
-    }
-    return spans;
-}
-
-std::vector<Span> MakeSpans(std::uint32_t source, std::uint32_t target, Resampling resampling) {
-    if (resampling == Resampling::Nearest) {
-        return NearestSpans(source, target);
-    }
-    const double scale = static_cast<double>(source) / target;
-    const Kernel kernel = KernelFor(scale > 1, resampling);
-    const double widening = std::max(1.0, scale);
-    const double reach = kernel.reach * widening;
-    std::vector<Span> spans(target);
-    std::vector<double> weights;
-    for (std::uint32_t i = 0; i < target; ++i) {
-        const double center = (i + 0.5) * scale - 0.5;
-        const auto first = static_cast<std::uint32_t>(std::max(0.0, std::ceil(center - reach)));
-        const auto last = static_cast<std::uint32_t>(std::min<double>(source - 1, std::floor(center + reach)));
-        double sum = 0;
-        weights.clear();
-        for (std::uint32_t at = first; at <= last; ++at) {
-            weights.push_back(kernel.weight((at - center) / widening));
-            sum += weights.back();
-        }
-        spans[i].first = first;
-        for (const double weight : weights) {
-            spans[i].weights.push_back(static_cast<float>(weight / sum));
-        }
-    }
-    return spans;
-}
-
-std::size_t LongestSpan(const std::vector<Span>& spans) {
-    std::size_t longest = 0;
-    for (const Span& span : spans) {
-        longest = std::max(longest, span.weights.size());
-    }
-    return longest;
-}
-
-void ResampleRow(const std::vector<float>& row, const std::vector<Span>& spans, float* to) {
-    for (const Span& span : spans) {
-        float sums[Channels] = {};
-        const float* from = row.data() + Channels * span.first;
-        for (const float weight : span.weights) {
-            for (std::size_t channel = 0; channel < Channels; ++channel) {
-                sums[channel] += weight * from[channel];
-            }
-            from += Channels;
-        }
-        to = std::copy_n(sums, Channels, to);
-    }
-}
-
-// The kernel's negative lobes can overshoot; a premultiplied colour must not exceed its alpha.
-void StoreRow(const std::vector<float>& sums, std::uint8_t* row) {
-    const auto clamped = [](float value, float most) {
-        return static_cast<std::uint8_t>(std::clamp(value, 0.0f, most) + 0.5f);
-    };
-    for (std::size_t i = 0; i < sums.size(); i += Channels) {
-        row[i + 3] = clamped(sums[i + 3], 255);
-        for (std::size_t channel = 0; channel < 3; ++channel) {
-            row[i + channel] = clamped(sums[i + channel], row[i + 3]);
-        }
-    }
-}
-
-// Reads the source from the top and keeps the last rows, already at the new width, in a ring.
-class NarrowedRows {
+// Takes a picture's rows from the top, keeps the last ones in a ring, already at the new width, and hands on the new
+// ones as soon as it has all that they are made of.
+class Resampler {
   public:
-    // `rows` are Pargb32.
-    NarrowedRows(std::uint32_t sourceWidth, std::unique_ptr<RowReader> rows, std::uint32_t width, std::size_t kept,
-                 Resampling resampling)
-        : rows_(std::move(rows)), spans_(MakeSpans(sourceWidth, width, resampling)),
-          premultiplied_(Channels * sourceWidth), wide_(Channels * sourceWidth),
-          ring_(kept, std::vector<float>(Channels * width)) {}
+    Resampler(const Original& original, std::uint32_t width, std::uint32_t height, Resampling resampling,
+              const UseRow& use)
+        : converter_(original.rows.Info(), PixelFormat::Pargb32), sourceRows_(original.rows.Info().height),
+          across_(original.width, width, resampling), down_(original.height, height, resampling), use_(use),
+          narrowedLength_(RoundedUp(width) * ResampledChannels), newRow_(narrowedLength_) {
+        for (std::vector<std::uint8_t>& row : wide_) {
+            row.resize((original.rows.Info().width + across_.Taps()) * ResampledChannels);
+        }
+    }
 
-    // Reads on until all rows before `end` are in the ring or have passed through it.
-    Status ReadUntil(std::uint32_t end) {
-        for (; next_ < end; ++next_) {
-            if (const Status status = rows_->ReadRow(premultiplied_.data()); status != Status::Ok) {
+    // Far from square shrinking needs many rows of a large width at once.
+    bool IsTooLarge() const {
+        return std::uint64_t{RingRows()} * narrowedLength_ * sizeof(std::int16_t) > MaximumPictureBytes;
+    }
+
+    void MakeRoom() { ring_.assign(RingRows(), std::vector<std::int16_t>(narrowedLength_)); }
+
+    Status Take(std::uint32_t y, const std::uint8_t* row) {
+        converter_.Convert(row, wide_[y % 2].data());
+        const bool isLast = y + 1 == sourceRows_;
+        if (y % 2 == 0 && !isLast) {
+            return Status::Ok;
+        }
+        const std::uint32_t first = y / 2 * 2;
+        NarrowRows({wide_[0].data(), wide_[1].data()}, across_,
+                   {ring_[first % ring_.size()].data(), ring_[(first + 1) % ring_.size()].data()});
+        return HandOnWhatIsReady(y + 1);
+    }
+
+  private:
+    static std::size_t RoundedUp(std::size_t pixels) {
+        return (pixels + ResamplePixelStep - 1) / ResamplePixelStep * ResamplePixelStep;
+    }
+
+    // Even, as rows come by twos; and as many more as come with the last one that is waited for.
+    std::size_t RingRows() const { return down_.Taps() + 2; }
+
+    Status HandOnWhatIsReady(std::uint32_t end) {
+        for (; next_ < down_.Count() && down_.End(next_) <= end; ++next_) {
+            const std::uint32_t first = down_.First(next_);
+            taps_.clear();
+            for (std::uint32_t y = first; y < down_.End(next_); ++y) {
+                taps_.push_back(ring_[y % ring_.size()].data());
+            }
+            if (taps_.size() % 2 != 0) {
+                taps_.push_back(taps_.back()); // weighs nothing
+            }
+            SumRows(taps_.data(), down_.Weights(next_), taps_.size(), newRow_.data(),
+                    newRow_.size() / ResampledChannels);
+            if (const Status status = use_(next_, newRow_.data()); status != Status::Ok) {
                 return status;
             }
-            std::copy(premultiplied_.begin(), premultiplied_.end(), wide_.begin());
-            ResampleRow(wide_, spans_, ring_[next_ % ring_.size()].data());
         }
         return Status::Ok;
     }
 
-    const std::vector<float>& Row(std::uint32_t y) const { return ring_[y % ring_.size()]; }
-
-  private:
-    std::unique_ptr<RowReader> rows_;
-    std::vector<Span> spans_;
-    std::vector<std::uint8_t> premultiplied_;
-    std::vector<float> wide_;
-    std::vector<std::vector<float>> ring_;
-    std::uint32_t next_ = 0;
+    RowConverter converter_;
+    std::uint32_t sourceRows_;
+    ResampleKernel across_;
+    ResampleKernel down_;
+    const UseRow& use_;
+    std::array<std::vector<std::uint8_t>, 2> wide_;
+    std::size_t narrowedLength_;
+    std::vector<std::vector<std::int16_t>> ring_;
+    std::vector<const std::int16_t*> taps_;
+    std::vector<std::uint8_t> newRow_;
+    std::uint32_t next_ = 0; // of the new rows
 };
 
 } // namespace
 
-double KeysCubic(double distance) {
-    const double x = std::abs(distance);
-    if (x < 1) {
-        return (1.5 * x - 2.5) * x * x + 1;
+Status ResampleRows(const PixelSource& picture, std::uint32_t width, std::uint32_t height, Resampling resampling,
+                    const UseRow& use) {
+    const Original original(picture, width, height, resampling);
+    Resampler resampler(original, width, height, resampling, use);
+    if (resampler.IsTooLarge()) {
+        return Status::OutOfMemory;
     }
-    return x < 2 ? ((-0.5 * x + 2.5) * x - 4) * x + 2 : 0;
+    resampler.MakeRoom();
+    const PictureInfo& info = original.rows.Info();
+    return PipeRows(original.rows.OpenRows(), BytesPerRow(info.format, info.width), info.height,
+                    [&](std::uint32_t y, std::uint8_t* row) { return resampler.Take(y, row); });
 }
 
 Result<std::shared_ptr<Bitmap>> Resample(const PixelSource& picture, std::uint32_t width, std::uint32_t height,
                                          Resampling resampling) {
-    const PictureInfo& info = picture.Info();
     auto bitmap = Bitmap::Create({.width = width, .height = height, .format = PixelFormat::Pargb32});
     if (!bitmap.Ok()) {
         return bitmap.GetStatus();
     }
-    auto rows = OpenRowsAs(picture, PixelFormat::Pargb32);
-    if (!rows.Ok()) {
-        return rows.GetStatus();
-    }
-    const std::vector<Span> spans = MakeSpans(info.height, height, resampling);
-    // Far from square shrinking needs many rows of a large width at once.
-    if (std::uint64_t{LongestSpan(spans)} * width * Channels * sizeof(float) > MaximumPictureBytes) {
-        return Status::OutOfMemory;
-    }
-    NarrowedRows narrowed(info.width, std::move(*rows), width, LongestSpan(spans), resampling);
-    std::vector<float> sums(Channels * width);
-    for (std::uint32_t y = 0; y < height; ++y) {
-        const Span& span = spans[y];
-        if (const Status status = narrowed.ReadUntil(span.End()); status != Status::Ok) {
-            return status;
-        }
-        std::fill(sums.begin(), sums.end(), 0.0f);
-        for (std::uint32_t at = span.first; at < span.End(); ++at) {
-            const float weight = span.weights[at - span.first];
-            const std::vector<float>& row = narrowed.Row(at);
-            for (std::size_t i = 0; i < sums.size(); ++i) {
-                sums[i] += weight * row[i];
-            }
-        }
-        StoreRow(sums, (*bitmap)->Row(y));
+    const std::size_t rowBytes = (*bitmap)->RowBytes();
+    const Status status =
+        ResampleRows(picture, width, height, resampling, [&](std::uint32_t y, const std::uint8_t* row) {
+            std::copy_n(row, rowBytes, (*bitmap)->Row(y));
+            return Status::Ok;
+        });
+    if (status != Status::Ok) {
+        return status;
     }
     return bitmap;
 }

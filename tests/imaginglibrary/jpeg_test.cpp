@@ -167,22 +167,25 @@ TEST(Jpeg, ReadersOutliveTheirPicture) {
 
 struct ReductionCase {
     std::uint32_t askedWidth, askedHeight;
+    double scale;
     std::uint32_t width, height;
 };
 
 TEST(Jpeg, ReductionIsTheSmallestThatIsStillLargeEnough) {
     const auto picture = Opened(JpegCodec(), MakeJpeg({.width = 161, .height = 90}));
     ASSERT_TRUE(picture);
-    for (const ReductionCase& reduction : {ReductionCase{1, 1, 21, 12}, ReductionCase{21, 12, 21, 12},
-                                           ReductionCase{22, 1, 41, 23}, ReductionCase{1, 24, 81, 45}}) {
+    for (const ReductionCase& reduction :
+         {ReductionCase{1, 1, 0.125, 21, 12}, ReductionCase{20, 11, 0.125, 21, 12}, ReductionCase{21, 1, 0.25, 41, 23},
+          ReductionCase{1, 12, 0.25, 41, 23}, ReductionCase{1, 23, 0.5, 81, 45}, ReductionCase{80, 45, 0.5, 81, 45}}) {
         const auto reduced = picture->ReducedTo(reduction.askedWidth, reduction.askedHeight);
         ASSERT_TRUE(reduced);
-        EXPECT_EQ(reduced->Info().width, reduction.width);
-        EXPECT_EQ(reduced->Info().height, reduction.height);
-        EXPECT_EQ(ReadAllRows(*reduced), Status::Ok);
+        EXPECT_EQ(reduced->scale, reduction.scale);
+        EXPECT_EQ(reduced->picture->Info().width, reduction.width);
+        EXPECT_EQ(reduced->picture->Info().height, reduction.height);
+        EXPECT_EQ(ReadAllRows(*reduced->picture), Status::Ok);
     }
-    EXPECT_EQ(picture->ReducedTo(82, 1), nullptr);
-    EXPECT_EQ(picture->ReducedTo(1, 46), nullptr);
+    EXPECT_FALSE(picture->ReducedTo(81, 1));
+    EXPECT_FALSE(picture->ReducedTo(1, 46));
 }
 
 TEST(Jpeg, ReductionLooksLikeTheAverageOfWhatItCovers) {
@@ -197,7 +200,7 @@ TEST(Jpeg, ReductionLooksLikeTheAverageOfWhatItCovers) {
         const std::vector<Color> full = ColorsOf(*picture);
         const auto reduced = picture->ReducedTo(16, 8);
         ASSERT_TRUE(reduced);
-        ASSERT_EQ(reduced->Info().width, 16u);
+        ASSERT_EQ(reduced->picture->Info().width, 16u);
         std::vector<Color> averages;
         for (std::size_t top = 0; top < 64; top += 8) {
             for (std::size_t left = 0; left < 128; left += 8) {
@@ -211,7 +214,7 @@ TEST(Jpeg, ReductionLooksLikeTheAverageOfWhatItCovers) {
                 averages.push_back(MixLight({sums[0] / 64, sums[1] / 64, sums[2] / 64, 0}));
             }
         }
-        EXPECT_LE(GreatestDifference(ColorsOf(*reduced), averages), 4);
+        EXPECT_LE(GreatestDifference(ColorsOf(*reduced->picture), averages), 4);
     }
 }
 
@@ -220,8 +223,8 @@ TEST(Jpeg, ProgressivePictureHasAReductionToo) {
     ASSERT_TRUE(picture);
     const auto reduced = picture->ReducedTo(9, 9);
     ASSERT_TRUE(reduced);
-    EXPECT_EQ(reduced->Info().width, 16u);
-    EXPECT_EQ(ColorsOf(*reduced).size(), 256u);
+    EXPECT_EQ(reduced->picture->Info().width, 16u);
+    EXPECT_EQ(ColorsOf(*reduced->picture).size(), 256u);
 }
 
 } // namespace

@@ -267,10 +267,10 @@ TEST(JpegDamage, ReducedPictureSharesTheMark) {
     ASSERT_TRUE(picture);
     const auto reduced = picture->ReducedTo(6, 16);
     ASSERT_TRUE(reduced);
-    EXPECT_EQ(ReadAllRows(*reduced), Status::Ok);
+    EXPECT_EQ(ReadAllRows(*reduced->picture), Status::Ok);
     EXPECT_TRUE(picture->Damage()->IsMet());
     picture->Damage()->Refuse();
-    EXPECT_EQ(ReadAllRows(*reduced), UndecodableContent);
+    EXPECT_EQ(ReadAllRows(*reduced->picture), UndecodableContent);
 }
 
 TEST(JpegDamage, AnyDamagedByteGivesAStatusAndSaysNothing) {

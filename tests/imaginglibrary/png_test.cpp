@@ -223,7 +223,7 @@ TEST(Png, ReadersOutliveTheirPicture) {
 TEST(Png, NoReductionIsCheaperThanTheWhole) {
     const auto picture = Opened(PngCodec(), MakePng({}, MixedSamples(8)));
     ASSERT_TRUE(picture);
-    EXPECT_EQ(picture->ReducedTo(1, 1), nullptr);
+    EXPECT_FALSE(picture->ReducedTo(1, 1));
 }
 
 } // namespace

@@ -22,6 +22,12 @@ constexpr std::uint32_t Reduced(std::uint32_t side, unsigned eighths) {
     return static_cast<std::uint32_t>((std::uint64_t{side} * eighths + FullSize - 1) / FullSize);
 }
 
+// Whether that much of a side is at least as long as wanted. What the last block holds beyond the picture does not
+// count.
+constexpr bool IsLargeEnough(std::uint32_t side, unsigned eighths, std::uint32_t wanted) {
+    return std::uint64_t{side} * eighths >= std::uint64_t{wanted} * FullSize;
+}
+
 // What libjpeg shall deliver; nothing for an arrangement of components that is no picture.
 std::optional<J_COLOR_SPACE> DeliveredSpace(const jpeg_decompress_struct& header) {
     switch (header.jpeg_color_space) {
@@ -154,21 +160,20 @@ class JpegPicture : public Decoder {
             std::make_unique<JpegRows>(std::move(*stream), BytesPerRow(info_.format, info_.width), source_.damage));
     }
 
-    std::unique_ptr<PixelSource> ReducedTo(std::uint32_t width, std::uint32_t height) const override {
+    std::optional<ScaledPicture> ReducedTo(std::uint32_t width, std::uint32_t height) const override {
         if (eighths_ != FullSize) {
-            return nullptr;
+            return std::nullopt;
         }
         for (const unsigned eighths : ReducedSizes) {
-            const std::uint32_t reducedWidth = Reduced(info_.width, eighths);
-            const std::uint32_t reducedHeight = Reduced(info_.height, eighths);
-            if (reducedWidth >= width && reducedHeight >= height) {
+            if (IsLargeEnough(info_.width, eighths, width) && IsLargeEnough(info_.height, eighths, height)) {
                 PictureInfo info = info_;
-                info.width = reducedWidth;
-                info.height = reducedHeight;
-                return std::make_unique<JpegPicture>(source_, std::move(info), eighths, properties_);
+                info.width = Reduced(info_.width, eighths);
+                info.height = Reduced(info_.height, eighths);
+                return ScaledPicture{std::make_unique<JpegPicture>(source_, std::move(info), eighths, properties_),
+                                     static_cast<double>(eighths) / FullSize};
             }
         }
-        return nullptr;
+        return std::nullopt;
     }
 
   private:
