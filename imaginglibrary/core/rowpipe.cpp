@@ -2,6 +2,7 @@
 #include "imaginglibrary/core/rowpipe.h"
 
 #include "imaginglibrary/core/rowpump.h"
+#include "imaginglibrary/core/threadbudget.h"
 
 #include <algorithm>
 #include <array>
@@ -155,11 +156,9 @@ class RowPipe {
 } // namespace
 
 Status PipeRows(Result<std::unique_ptr<RowReader>> rows, std::size_t rowBytes, std::uint32_t count, const Use& use) {
-    if (std::uint64_t{rowBytes} * count < LeastBytes || std::thread::hardware_concurrency() < 2) {
+    ThreadShare threads;
+    if (!rows.Ok() || std::uint64_t{rowBytes} * count < LeastBytes || !threads.TakeAnother()) {
         return ForEachRow(std::move(rows), rowBytes, count, use);
-    }
-    if (!rows.Ok()) {
-        return rows.GetStatus();
     }
     RowPipe pipe(rowBytes, count, use);
     return pipe.Start() ? pipe.Run(**rows) : ForEachRow(std::move(rows), rowBytes, count, use);

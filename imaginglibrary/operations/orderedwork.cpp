@@ -20,7 +20,7 @@ OrderedWork::~OrderedWork() {
 void OrderedWork::Add(std::unique_ptr<PieceOfWork> piece) {
     std::unique_lock lock(mutex_);
     entries_.push_back({std::move(piece)});
-    if (entries_.size() > 1 && !thread_.joinable() && std::thread::hardware_concurrency() > 1) {
+    if (entries_.size() > 1 && !thread_.joinable() && threads_.TakeAnother()) {
         try {
             thread_ = std::thread([this] { Serve(); });
         } catch (const std::system_error&) {

@@ -1,6 +1,8 @@
 // Pieces of work that follow each other, done on two threads and taken back in their order.
 #pragma once
 
+#include "imaginglibrary/core/threadbudget.h"
+
 #include <condition_variable>
 #include <deque>
 #include <memory>
@@ -17,8 +19,8 @@ class PieceOfWork {
     virtual void Do() noexcept = 0;
 };
 
-// Belongs to one thread. Another one, which there is from the second piece on where the machine has more than one
-// processor, works beside it and ends with this.
+// Belongs to one thread. Another one, which there is from the second piece on where there is a processor to spare
+// (threadbudget.h), works beside it and ends with this.
 class OrderedWork {
   public:
     OrderedWork() = default;
@@ -53,6 +55,7 @@ class OrderedWork {
     void DoHere(Entry& entry, std::unique_lock<std::mutex>& lock);
     void Serve();
 
+    ThreadShare threads_;
     mutable std::mutex mutex_;
     std::condition_variable changed_;
     std::deque<Entry> entries_; // an entry stays where it is while others come and go at the ends

@@ -1,6 +1,8 @@
 // Moving rows with a thread at each end.
 #include "imaginglibrary/core/rowpipe.h"
 
+#include "imaginglibrary/core/threadbudget.h"
+
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -118,6 +120,15 @@ TEST_F(RowPipes, PassOnWhyThereAreNoRows) {
     const auto never = [](std::uint32_t, std::uint8_t*) { return Status::Ok; };
     EXPECT_EQ(PipeRows(Status::FileNotFound, RowBytes, 1000, never), Status::FileNotFound);
     EXPECT_EQ(PipeRows(Status::FileNotFound, 1, 1, never), Status::FileNotFound);
+}
+
+TEST_F(RowPipes, UseRowsHereWhereNoProcessorIsToSpare) {
+    ThreadShare all;
+    while (all.TakeAnother()) {
+    }
+    EXPECT_EQ(Pipe(RowBytes, 200), Status::Ok);
+    EXPECT_EQ(rowsUsed_, 200u);
+    EXPECT_EQ(userThread_, std::this_thread::get_id());
 }
 
 } // namespace
