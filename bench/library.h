@@ -22,7 +22,7 @@ void* FindFunction(const char* name);
 template <class... Arguments> int Call(const char* name, Arguments... arguments) {
     void* const function = FindFunction(name);
     if (function == nullptr) {
-        std::fprintf(stderr, "canvas: no %s\n", name);
+        std::fprintf(stderr, "bench: no %s\n", name);
         std::exit(1);
     }
     return reinterpret_cast<int(BENCH_CALL*)(Arguments...)>(function)(arguments...);
