@@ -11,6 +11,7 @@
 #include <charconv>
 #include <chrono>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -146,19 +147,8 @@ void Do(const Order& order) {
     Call("GdipDisposeImage", image);
 }
 
-} // namespace
-
-int main(int count, char** arguments) {
-    if (count < 3 || !bench::OpenLibrary(arguments[1])) {
-        std::puts("no library");
-        return 1;
-    }
-    if (std::string_view(arguments[2]) == "name") {
-        std::puts(bench::FindFunction("ImagingWatchImage") != nullptr ? "ours" : "the system's");
-        return 0;
-    }
-    Start();
-    const Order order = OrderFrom(arguments);
+// Works once for every line, until there are no more.
+void Serve(const Order& order) {
     for (int character = std::getchar(); character != EOF; character = std::getchar()) {
         if (character == '\n') {
             const auto before = std::chrono::steady_clock::now();
@@ -167,6 +157,31 @@ int main(int count, char** arguments) {
             std::printf("%.6f\n", taken.count());
             std::fflush(stdout);
         }
+    }
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    const bool isNameAsked = count == 3 && std::string_view(arguments[2]) == "name";
+    if (count != 5 && !isNameAsked) {
+        std::fprintf(stderr, "usage: gdiplus_bench LIBRARY name | convert|height=N|thumb=N|rotate SOURCE TARGET\n");
+        return 2;
+    }
+    if (!bench::OpenLibrary(arguments[1])) {
+        std::puts("no library");
+        return 1;
+    }
+    if (isNameAsked) {
+        std::puts(bench::FindFunction("ImagingWatchImage") != nullptr ? "ours" : "the system's");
+        return 0;
+    }
+    try {
+        Start();
+        Serve(OrderFrom(arguments));
+    } catch (const std::exception& error) {
+        std::puts(error.what());
+        return 1;
     }
     return 0;
 }

@@ -34,10 +34,12 @@ class Bench:
         self.lumbrix = Path(lumbrix)
         self._measured = Path(programs) / "measured"
         self._pictures = Path(programs) / "bench_pictures"
-        missing = [path.name for path in (self.bare, self.lumbrix, self._measured, self._pictures) if not path.exists()]
-        if missing:
-            sys.exit(f"bench: not built: {', '.join(missing)}; ninja -C out/build/linux limit_bench measured "
-                     "bench_pictures library_bench lumbrix-cli")
+        self.require(self.bare, self.lumbrix, self._measured, self._pictures)
+
+    def require(self, *programs):
+        """Ends the program unless all of these are built."""
+        if missing := [path.name for path in programs if not path.exists()]:
+            sys.exit(f"bench: not built: {', '.join(missing)}; ninja -C out/build/linux {' '.join(missing)}")
 
     def picture(self, name):
         """The path of a picture by its name, such as "screenshot.bmp", which is made where it is not there. JPEG has

@@ -25,17 +25,19 @@ class PngReader : public Reader {
             png_set_bgr(png_);
         }
         png_read_update_info(png_, info_);
-        Require(png_get_rowbytes(png_, info_) == GetSize().RowBytes(), "a PNG of another kind");
+        size_ = {png_get_image_width(png_, info_), png_get_image_height(png_, info_)};
+        Require(png_get_rowbytes(png_, info_) == size_.RowBytes(), "a PNG of another kind");
     }
     ~PngReader() override { png_destroy_read_struct(&png_, &info_, nullptr); }
 
-    Size GetSize() const override { return {png_get_image_width(png_, info_), png_get_image_height(png_, info_)}; }
+    Size GetSize() const override { return size_; }
     void ReadRow(std::uint8_t* row) override { png_read_row(png_, row, nullptr); }
 
   private:
     File file_;
     png_structp png_ = nullptr;
     png_infop info_ = nullptr;
+    Size size_;
 };
 
 class PngWriter : public Writer {
