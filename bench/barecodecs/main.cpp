@@ -6,6 +6,8 @@
 //   quality=N  of a JPEG, 75 unless told
 //   level=N    of zlib in a PNG, the library's own unless told
 //   plain      a TIFF without compression
+//
+// A GIF is made of a PNG with a palette only.
 #include "bench/barecodecs/rows.h"
 
 #include <algorithm>
@@ -137,6 +139,11 @@ void Convert(const Work& work) {
 } // namespace barecodecs
 
 int main(int count, char** arguments) {
-    barecodecs::Convert(barecodecs::WorkFrom(count, arguments));
+    const barecodecs::Work work = barecodecs::WorkFrom(count, arguments);
+    if (work.source.ends_with(".png") && work.target.ends_with(".gif")) {
+        barecodecs::ConvertPalettePngToGif(work.source, work.target);
+    } else {
+        barecodecs::Convert(work);
+    }
     return 0;
 }

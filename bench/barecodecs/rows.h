@@ -54,6 +54,9 @@ std::unique_ptr<Writer> WritePng(const std::string& path, Size size, Order order
 std::unique_ptr<Writer> WriteTiff(const std::string& path, Size size, Order order, const Settings& settings);
 std::unique_ptr<Writer> WriteBmp(const std::string& path, Size size, Order order);
 
+// All of it at once, for its rows are indices.
+void ConvertPalettePngToGif(const std::string& source, const std::string& target);
+
 // Ends the process with a message unless what is said is so.
 void Require(bool isSo, const char* what);
 
