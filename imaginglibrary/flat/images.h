@@ -40,6 +40,9 @@ class Image {
   public:
     explicit Image(std::shared_ptr<const PixelSource> picture, PropertyList properties = {}, ImageOrigin origin = {});
 
+    // Of a bitmap that nobody else has, to be painted on as it is.
+    explicit Image(std::shared_ptr<Bitmap> bitmap) : picture_(bitmap), bitmap_(std::move(bitmap)) {}
+
     // The picture and the properties as they are now; later changes of the image do not show in them.
     std::shared_ptr<const PixelSource> Picture() const;
     std::shared_ptr<const PropertyList> Properties() const;
@@ -71,14 +74,15 @@ class Image {
     bool OwnsBitmap() const;
     bool IsDamageRefused() const;
 
-    std::shared_ptr<const PixelSource> loaded_; // holds the file
+    std::shared_ptr<const PixelSource> loaded_; // holds the file; null for an image of a bitmap
     ImageOrigin origin_;
     std::shared_ptr<ImageWatch> watch_ = std::make_shared<ImageWatch>();
     mutable std::recursive_mutex mutex_; // a watcher may ask for the image that is being drawn on
     std::shared_ptr<const PixelSource> picture_;
     std::shared_ptr<Bitmap> bitmap_; // the same as picture_ where that is a bitmap made for painting, else null
     std::optional<Result<std::shared_ptr<const PicturePyramid>>> prepared_; // of picture_ as it is now
-    std::shared_ptr<PropertyList> properties_; // shared with those who asked for it, so copied before it changes
+    // Shared with those who asked for it, so copied before it changes.
+    std::shared_ptr<PropertyList> properties_ = std::make_shared<PropertyList>();
 };
 
 // Null for a handle that is zero, foreign or disposed of.

@@ -57,10 +57,12 @@ struct Ending {
     long peakKibibytes;
 };
 
-Ending RunConvert(const std::filesystem::path& source, const std::filesystem::path& target) {
+// `more` stands behind the target; null for nothing.
+Ending RunCommand(const char* command, const std::filesystem::path& source, const std::filesystem::path& target,
+                  const char* more = nullptr) {
     const pid_t child = fork();
     if (child == 0) {
-        execl(LUMBRIX_CLI, LUMBRIX_CLI, "convert", source.c_str(), target.c_str(), nullptr);
+        execl(LUMBRIX_CLI, LUMBRIX_CLI, command, source.c_str(), target.c_str(), more, nullptr);
         _exit(127);
     }
     int ending = 0;
@@ -74,7 +76,7 @@ class Memory : public testing::Test {
     // Writes the source at both heights and holds the two peaks against each other and against the limit.
     void ExpectConstant(const Codec& sourceCodec, const std::string& sourceName, const std::string& targetName) {
         ExpectConstantPeak(sourceCodec, folder_ / sourceName,
-                           [&](const auto& source) { return RunConvert(source, folder_ / targetName); });
+                           [&](const auto& source) { return RunCommand("convert", source, folder_ / targetName); });
     }
 
     // `run` gives back the Ending of a process that works on the source.
@@ -139,6 +141,17 @@ TEST(MemoryOfPrepared, HundredMegapixelsKeepToTheLimit) {
     EXPECT_TRUE(WIFEXITED(ending) && WEXITSTATUS(ending) == 0);
     std::printf("peak %ld KiB\n", usage.ru_maxrss);
     EXPECT_LT(usage.ru_maxrss, (LimitMebibytes + BesideMebibytes) * 1024);
+}
+
+// Twelve megabytes of new pixels, and little beside.
+TEST_F(Memory, ResizingHoldsOnlyTheNewPicture) {
+    for (const Codec* codec : {&JpegCodec(), &PngCodec()}) {
+        ASSERT_EQ(WritePicture(*codec, TallPicture(FullHeight), folder_ / "source"), Status::Ok);
+        const Ending ending = RunCommand("resize", folder_ / "source", folder_ / "small.jpg", "2000");
+        EXPECT_EQ(ending.exitStatus, 0);
+        std::printf("peak %ld KiB\n", ending.peakKibibytes);
+        EXPECT_LT(ending.peakKibibytes, 28 * 1024);
+    }
 }
 
 TEST_F(Memory, JpegToPngIsConstant) { ExpectConstant(JpegCodec(), "a.jpg", "b.png"); }
