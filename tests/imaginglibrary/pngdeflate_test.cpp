@@ -120,13 +120,33 @@ TEST(DeflateEffort, ThoroughIsSmallerOnWhatRepeatsItself) {
 
 TEST(DeflateByZlibAlone, ComesBackAsItWas) {
     const Data bytes = Mixed(100000, 3);
-    for (const int level : {QuickZlibLevel, ThoroughZlibLevel}) {
+    for (const Effort effort : {Effort::Quick, Effort::Thorough}) {
         Data data;
-        DeflateByZlib(bytes, {}, level, Band::IsLast, data);
+        DeflateByZlib(bytes, {}, effort, Band::IsLast, data);
         EXPECT_EQ(Inflate(data, 100000).bytes, bytes);
     }
-    EXPECT_EQ(QuickZlibLevel, 1);
-    EXPECT_EQ(ThoroughZlibLevel, 7);
+}
+
+// How large zlib makes it at a level of its own, but for the header and the checksum.
+std::size_t SizeAtLevel(const Data& bytes, int level) {
+    Data data(compressBound(static_cast<uLong>(bytes.size())));
+    auto length = static_cast<uLongf>(data.size());
+    EXPECT_EQ(compress2(data.data(), &length, bytes.data(), static_cast<uLong>(bytes.size()), level), Z_OK);
+    return length - 6;
+}
+
+TEST(DeflateByZlibAlone, WorksAsHardAsTheEffortSays) {
+    Data bytes;
+    for (unsigned i = 0; i < 30000; ++i) { // words of few kinds in no order
+        const unsigned word = i * i * 2654435761u >> 25;
+        bytes.insert(bytes.end(), 3 + word % 5, static_cast<std::uint8_t>(word));
+    }
+    Data quick, thorough;
+    DeflateByZlib(bytes, {}, Effort::Quick, Band::IsLast, quick);
+    DeflateByZlib(bytes, {}, Effort::Thorough, Band::IsLast, thorough);
+    EXPECT_NEAR(static_cast<double>(quick.size()), static_cast<double>(SizeAtLevel(bytes, 1)), 40);
+    EXPECT_LT(thorough.size(), SizeAtLevel(bytes, 6)) << "a little harder than the level that it is made of";
+    EXPECT_GT(thorough.size(), SizeAtLevel(bytes, 7));
 }
 
 } // namespace

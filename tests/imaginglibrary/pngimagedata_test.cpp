@@ -164,6 +164,24 @@ TEST(PngImageDataOf, FlatPictureIsNotFiltered) {
     EXPECT_LT(written.stream.size(), length * 11 / 10 + 100);
 }
 
+TEST(PngImageDataOf, RowsWithNextToNothingInThemDoNotDecideForTheOthers) {
+    // The rows in the middle of each band, which are tried out, are flat but for some borders.
+    constexpr PngRowForm wide{.rowBytes = 9000, .pixelBytes = 3};
+    constexpr std::size_t bandRows = (1 << 19) / 9000;
+    std::vector<Row> rows = Flat(wide.rowBytes, 2 * bandRows);
+    for (std::size_t y = 0; y < rows.size(); ++y) {
+        if (y % bandRows >= 24 && y % bandRows < 36) {
+            std::fill(rows[y].begin(), rows[y].end(), 240);
+            for (std::size_t border = 0; border < 9000; border += 1000) {
+                std::fill_n(rows[y].begin() + static_cast<std::ptrdiff_t>(border), 6,
+                            static_cast<std::uint8_t>(border / 50));
+            }
+        }
+    }
+    const auto filters = Write(wide, rows).Filters(wide.rowBytes, rows.size());
+    EXPECT_EQ(std::count(filters.begin(), filters.end(), 0), static_cast<std::ptrdiff_t>(rows.size()));
+}
+
 TEST(PngImageDataOf, IndexesAreNeverFiltered) {
     const PngRowForm indexes{.rowBytes = 3000, .pixelBytes = 1, .isIndexed = true};
     const auto filters = Write(indexes, Photograph(3000, 200)).Filters(3000, 200);

@@ -15,8 +15,11 @@ constexpr PngFilter RealFilters[] = {PngFilter::Sub, PngFilter::Up, PngFilter::A
 // So much of a band is tried out.
 constexpr std::size_t TrialBytes = 1 << 15;
 
-// A trial shows too little of how rows repeat themselves without a filter, so a filter has to be that much better.
-constexpr std::size_t Advantage(std::size_t size) { return size / 5 * 4; }
+// A trial shows too little of how rows repeat themselves without a filter, so a filter has to be that much better; and
+// it has to save something, for where the trial is all but empty it says nothing about what is not.
+constexpr bool IsWorthAFilter(std::size_t filteredSize, std::size_t size, std::size_t trialBytes) {
+    return filteredSize < size / 5 * 4 && size - filteredSize > trialBytes / 50;
+}
 
 // What becomes less than this part of its size repeats itself so often that looking closer costs little and saves much.
 constexpr std::size_t OftenRepeated = 5;
@@ -72,7 +75,7 @@ PngBand::Choice PngBand::Choose() const {
     std::size_t size = sizeWith(PngFilter::None);
     if (const PngFilter filter = LeastEntropyFilter(middle); filter != PngFilter::None) {
         const std::size_t filteredSize = sizeWith(filter);
-        if (filteredSize < Advantage(size)) {
+        if (IsWorthAFilter(filteredSize, size, trialRows * form_.rowBytes)) {
             choice.filter = filter;
             size = filteredSize;
         }

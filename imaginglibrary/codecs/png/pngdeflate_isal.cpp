@@ -51,7 +51,7 @@ void DeflateQuickly(std::span<const std::uint8_t> bytes, std::span<const std::ui
 void Deflate(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> history, Effort effort, Band band,
              std::vector<std::uint8_t>& to) {
     if (effort == Effort::Thorough) {
-        return DeflateByZlib(bytes, history, ThoroughZlibLevel, band, to);
+        return DeflateByZlib(bytes, history, effort, band, to);
     }
     DeflateQuickly(bytes, history, band, to);
 }

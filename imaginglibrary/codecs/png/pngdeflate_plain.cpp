@@ -5,7 +5,7 @@ namespace imaginglibrary {
 
 void Deflate(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> history, Effort effort, Band band,
              std::vector<std::uint8_t>& to) {
-    DeflateByZlib(bytes, history, effort == Effort::Thorough ? ThoroughZlibLevel : QuickZlibLevel, band, to);
+    DeflateByZlib(bytes, history, effort, band, to);
 }
 
 } // namespace imaginglibrary
