@@ -9,7 +9,7 @@
 namespace imaginglibrary {
 
 // Floyd and Steinberg's error diffusion, every second row from right to left, over rows in order from the top. Holds
-// the errors of two rows. Belongs to one thread at a time.
+// the errors of one row. Belongs to one thread at a time.
 class ErrorDiffusion {
   public:
     // `colors` are 1 to 256 opaque colours.
@@ -20,21 +20,27 @@ class ErrorDiffusion {
     void MapRow(const std::uint8_t* row, std::uint8_t* indices, std::uint8_t hole);
 
   private:
-    // Sixteenths of a level per channel.
-    struct Error {
+    // A value per channel: those of a colour, or an error. A shift finds one among many.
+    struct alignas(16) Levels {
         int red = 0;
         int green = 0;
         int blue = 0;
     };
 
-    void MapPixel(const std::uint8_t* pixel, std::uint8_t* index, std::size_t at, std::ptrdiff_t forward);
+    struct Sixteenths {
+        std::int16_t red = 0;
+        std::int16_t green = 0;
+        std::int16_t blue = 0;
+    };
 
-    Palette colors_;
+    template <int Forward> void MapRowForward(const std::uint8_t* row, std::uint8_t* indices, std::uint8_t hole);
+    Levels MapPixel(const std::uint8_t* pixel, const Levels& sixteenths, std::uint8_t& index);
+
+    std::vector<Levels> colors_;
     NearestColor nearest_;
     std::uint32_t width_;
-    std::vector<Error> current_; // one more at each end than the row has pixels
-    std::vector<Error> next_;
-    bool fromRight_ = false;
+    std::vector<Sixteenths> errors_; // for the row to come; one more at each end than it has pixels
+    bool isFromRight_ = false;
 };
 
 } // namespace imaginglibrary

@@ -3,14 +3,16 @@
 
 #include "imaginglibrary/core/pixelformat.h"
 
-#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace imaginglibrary {
 
-// For each small cube of colours, the few entries that can be nearest to something in it are listed when the cube is
-// first met, and only they are compared (the way of S. Thomas, "Efficient Inverse Color Map Computation", Graphics
+// A table with a byte for each of the 2^24 colours, filled by small cubes of 64 colours when a colour of one is first
+// asked for. So it takes the memory of the colours that occur, 16 MiB at most. In a cube only the few entries are
+// compared that can be nearest to something in it (after S. Thomas, "Efficient Inverse Color Map Computation", Graphics
 // Gems II, 1991, taken per cube). Belongs to one thread at a time.
 class NearestColor {
   public:
@@ -19,46 +21,41 @@ class NearestColor {
 
     // The entry with the least squared distance to a colour (0 to 255 each); of several, the first.
     std::uint8_t Find(int red, int green, int blue) {
-        Cube& cube = cubes_[static_cast<std::size_t>(((red >> 3) << 10) | ((green >> 3) << 5) | (blue >> 3))];
-        if (cube.count == 0) {
-            ListCandidates(cube, red & ~7, green & ~7, blue & ~7);
+        const std::uint32_t place = PlaceOf(red, green, blue);
+        const std::uint32_t cube = place / ColorsOfACube;
+        if ((isFilled_[cube / 32] >> (cube % 32) & 1) == 0) {
+            Fill(cube, red, green, blue);
         }
-        const Entry* candidate = candidates_.data() + cube.first;
-        const Entry* const end = candidate + cube.count;
-        int least = SquaredDistance(*candidate, red, green, blue);
-        std::uint8_t index = candidate->index;
-        while (++candidate != end) {
-            const int distance = SquaredDistance(*candidate, red, green, blue);
-            if (distance < least) {
-                least = distance;
-                index = candidate->index;
-            }
-        }
-        return index;
+        return table_[place];
     }
 
   private:
+    static constexpr std::uint32_t ColorsOfACube = 64;
+
     struct Entry {
         std::uint8_t red, green, blue, index;
     };
 
-    struct Cube {
-        std::uint32_t first = 0;
-        std::uint32_t count = 0; // 0: not listed yet
+    // Which entries can be nearest to something in a larger cube: some of `candidates_`.
+    struct List {
+        std::size_t first = 0;
+        std::size_t count = 0; // 0: not made yet
     };
 
-    static int SquaredDistance(const Entry& entry, int red, int green, int blue) {
-        const int r = entry.red - red;
-        const int g = entry.green - green;
-        const int b = entry.blue - blue;
-        return r * r + g * g + b * b;
+    // The upper six bits of each channel, then the lower two of each, so that the colours of a cube follow each other.
+    static std::uint32_t PlaceOf(int red, int green, int blue) {
+        const int cube = (red >> 2) << 12 | (green >> 2) << 6 | blue >> 2;
+        return static_cast<std::uint32_t>(cube << 6 | (red & 3) << 4 | (green & 3) << 2 | (blue & 3));
     }
 
-    void ListCandidates(Cube& cube, int red, int green, int blue);
+    void Fill(std::uint32_t cube, int red, int green, int blue);
+    List ListAround(int red, int green, int blue);
 
     std::vector<Entry> entries_;
-    std::vector<Cube> cubes_;
+    std::vector<List> lists_;
     std::vector<Entry> candidates_;
+    std::vector<std::uint32_t> isFilled_; // a bit for each small cube
+    std::unique_ptr<std::uint8_t[]> table_;
 };
 
 } // namespace imaginglibrary

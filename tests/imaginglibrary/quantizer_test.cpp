@@ -171,6 +171,17 @@ TEST(PaletteChoice, UsesAllEntriesWhereTheyHelp) {
     EXPECT_EQ(std::set<Color>(palette.begin(), palette.end()).size(), 256u);
 }
 
+std::size_t NearestByComparingAll(const Palette& palette, Color color) {
+    const auto distance = [&](Color entry) {
+        const auto square = [](int value) { return value * value; };
+        return square(RedOf(entry) - RedOf(color)) + square(GreenOf(entry) - GreenOf(color)) +
+               square(BlueOf(entry) - BlueOf(color));
+    };
+    const auto nearest =
+        std::min_element(palette.begin(), palette.end(), [&](Color a, Color b) { return distance(a) < distance(b); });
+    return static_cast<std::size_t>(nearest - palette.begin());
+}
+
 TEST(NearestColor, FindsWhatComparingAllFinds) {
     std::mt19937 random(7);
     for (const std::size_t count : {1u, 2u, 17u, 256u}) {
@@ -179,17 +190,24 @@ TEST(NearestColor, FindsWhatComparingAllFinds) {
             palette.push_back(0xFF000000 | (random() & 0xFFFFFF));
         }
         NearestColor nearest(palette);
-        const auto distance = [](Color a, Color b) {
-            const auto square = [](int value) { return value * value; };
-            return square(RedOf(a) - RedOf(b)) + square(GreenOf(a) - GreenOf(b)) + square(BlueOf(a) - BlueOf(b));
-        };
         for (int i = 0; i < 20000; ++i) {
             const Color color = random() & 0xFFFFFF;
-            const auto best = std::min_element(palette.begin(), palette.end(), [&](Color a, Color b) {
-                return distance(a, color) < distance(b, color);
-            });
-            ASSERT_EQ(nearest.Find(RedOf(color), GreenOf(color), BlueOf(color)), best - palette.begin());
+            ASSERT_EQ(nearest.Find(RedOf(color), GreenOf(color), BlueOf(color)), NearestByComparingAll(palette, color));
         }
+    }
+}
+
+// Of every few colours that lie together many are equally far from several entries.
+TEST(NearestColor, FindsTheFirstOfEntriesThatLieCloseTogether) {
+    std::mt19937 random(8);
+    Palette palette;
+    for (int i = 0; i < 256; ++i) {
+        palette.push_back(0xFF000000 | ((random() & 0x0F0F0F) + 0x48F000));
+    }
+    NearestColor nearest(palette);
+    for (int i = 0; i < 30000; ++i) {
+        const Color color = (random() & 0x1F0F1F) + 0x40F000;
+        ASSERT_EQ(nearest.Find(RedOf(color), GreenOf(color), BlueOf(color)), NearestByComparingAll(palette, color));
     }
 }
 
