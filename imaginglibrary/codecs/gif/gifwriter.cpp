@@ -1,6 +1,7 @@
 // Writes GIF files.
 #include "imaginglibrary/codecs/gif/gifwriter.h"
 
+#include "imaginglibrary/codecs/gif/gifcompressor.h"
 #include "imaginglibrary/codecs/metadata/exiftags.h"
 #include "imaginglibrary/core/packing.h"
 #include "imaginglibrary/core/rowpipe.h"
@@ -13,6 +14,7 @@
 #include <bit>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -29,11 +31,14 @@ bool IsClear(Color color) { return AlphaOf(color) == 0; }
 // Calls `use` with the indices of each row from the top, a byte each, until it or the picture fails.
 template <class Use> Status ForIndicesOfEachRow(const PixelSource& picture, Use use) {
     const PictureInfo& info = picture.Info();
-    std::vector<std::uint8_t> indices(info.width);
+    const unsigned bits = BitsPerPixel(info.format);
+    std::vector<std::uint8_t> unpacked(bits < 8 ? info.width : 0);
     return PipeRows(picture.OpenRows(), BytesPerRow(info.format, info.width), info.height,
-                    [&](std::uint32_t, const std::uint8_t* row) {
-                        UnpackPixels(row, 0, BitsPerPixel(info.format), indices.data(), indices.size());
-                        return use(indices);
+                    [&](std::uint32_t, std::uint8_t* row) {
+                        if (bits < 8) {
+                            UnpackPixels(row, 0, bits, unpacked.data(), unpacked.size());
+                        }
+                        return use(std::span(bits < 8 ? unpacked.data() : row, info.width));
                     });
 }
 
@@ -44,7 +49,7 @@ Result<std::size_t> EntriesInUse(const PixelSource& picture) {
     if (entries == std::size_t{1} << BitsPerPixel(info.format)) {
         return entries;
     }
-    const Status status = ForIndicesOfEachRow(picture, [&](const std::vector<std::uint8_t>& indices) {
+    const Status status = ForIndicesOfEachRow(picture, [&](std::span<const std::uint8_t> indices) {
         entries = std::max<std::size_t>(entries, *std::max_element(indices.begin(), indices.end()) + 1u);
         return Status::Ok;
     });
@@ -126,38 +131,63 @@ bool PutHeader(GifFileType* gif, const PictureInfo& info, std::optional<int> tra
            EGifPutImageDesc(gif, 0, 0, width, height, false, nullptr) == GIF_OK;
 }
 
+// What giflib has written in front of the pixels.
+unsigned CodeSizeOf(const GifFileType* gif) {
+    return std::max(2u, static_cast<unsigned>(gif->SColorMap->BitsPerPixel));
+}
+
 // Empty where there is none.
 std::string CommentOf(const PropertyList& properties) {
     const Property* item = properties.Find(CommentTag);
     return item != nullptr && IsTextComment(*item) ? std::string(TextOf(*item)) : std::string();
 }
 
-// `entries` is more than any index of the picture.
-Status WriteIndexed(const PixelSource& picture, std::size_t entries, const PropertyList& properties, OutputFile& file) {
-    const PictureInfo& info = picture.Info();
-    std::optional<int> transparent;
-    std::array<std::uint8_t, 256> indexOf;
-    for (std::size_t i = 0; i < indexOf.size(); ++i) {
-        indexOf[i] = static_cast<std::uint8_t>(i);
-        if (i < info.palette.size() && IsClear(info.palette[i])) {
-            transparent = transparent.value_or(static_cast<int>(i));
-            indexOf[i] = static_cast<std::uint8_t>(*transparent);
+// What becomes of an index where the fully transparent entries are one.
+struct Transparency {
+    explicit Transparency(const Palette& palette) {
+        for (std::size_t i = 0; i < indexOf.size(); ++i) {
+            indexOf[i] = static_cast<std::uint8_t>(i);
+            if (i < palette.size() && IsClear(palette[i])) {
+                hasSeveral = hasSeveral || index;
+                index = index.value_or(static_cast<int>(i));
+                indexOf[i] = static_cast<std::uint8_t>(*index);
+            }
         }
     }
+
+    void Unite(std::span<std::uint8_t> indices) const {
+        if (hasSeveral) {
+            std::transform(indices.begin(), indices.end(), indices.begin(), [&](auto i) { return indexOf[i]; });
+        }
+    }
+
+    std::optional<int> index; // of the first
+    bool hasSeveral = false;
+    std::array<std::uint8_t, 256> indexOf;
+};
+
+// `entries` is more than any index of the picture.
+Status WriteIndexed(const PixelSource& picture, std::size_t entries, const PropertyList& properties, OutputFile& file) {
+    const Transparency transparency(picture.Info().palette);
     GifOutput output(file);
-    if (output.Get() == nullptr) {
+    GifFileType* const gif = output.Get();
+    if (gif == nullptr) {
         return Status::OutOfMemory;
     }
-    if (!PutHeader(output.Get(), info, transparent, entries, CommentOf(properties))) {
+    if (!PutHeader(gif, picture.Info(), transparency.index, entries, CommentOf(properties))) {
         return output.Failure();
     }
-    const Status status = ForIndicesOfEachRow(picture, [&](std::vector<std::uint8_t>& indices) {
-        std::transform(indices.begin(), indices.end(), indices.begin(),
-                       [&](std::uint8_t index) { return indexOf[index]; });
-        const bool put = EGifPutLine(output.Get(), indices.data(), static_cast<int>(indices.size())) == GIF_OK;
-        return put ? Status::Ok : output.Failure();
+    GifCompressor compressor(CodeSizeOf(gif),
+                             [&](const std::uint8_t* block) { return EGifPutCodeNext(gif, block) == GIF_OK; });
+    const Status status = ForIndicesOfEachRow(picture, [&](std::span<std::uint8_t> indices) {
+        transparency.Unite(indices);
+        return compressor.Add(indices) ? Status::Ok : output.Failure();
     });
-    return status == Status::Ok ? output.Close() : status;
+    if (status != Status::Ok) {
+        return status;
+    }
+    const bool isFinished = compressor.Finish() && EGifPutCodeNext(gif, nullptr) == GIF_OK;
+    return isFinished ? output.Close() : output.Failure();
 }
 
 } // namespace
