@@ -28,18 +28,18 @@ class ColorHistogram {
   public:
     ColorHistogram();
 
-    // Counts one pixel; its alpha does not matter.
-    void Add(Color color) {
+    // Counts one pixel, or as many as it stands for; its alpha does not matter.
+    void Add(Color color, std::uint32_t pixels = 1) {
         const std::uint32_t key = color & mask_;
         if (key != lastKey_) {
             last_ = FindOrInsert(key);
             lastKey_ = key;
         }
         ColorCell& cell = slots_[last_].cell;
-        ++cell.pixels;
-        cell.red += RedOf(color);
-        cell.green += GreenOf(color);
-        cell.blue += BlueOf(color);
+        cell.pixels += pixels;
+        cell.red += std::uint64_t{RedOf(color)} * pixels;
+        cell.green += std::uint64_t{GreenOf(color)} * pixels;
+        cell.blue += std::uint64_t{BlueOf(color)} * pixels;
     }
 
     std::size_t Size() const { return used_; }

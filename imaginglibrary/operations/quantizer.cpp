@@ -2,15 +2,13 @@
 #include "imaginglibrary/operations/quantizer.h"
 
 #include "imaginglibrary/core/rowconverter.h"
-#include "imaginglibrary/core/rowpump.h"
+#include "imaginglibrary/core/rowpipe.h"
 #include "imaginglibrary/operations/colorhistogram.h"
 #include "imaginglibrary/operations/errordiffusion.h"
 #include "imaginglibrary/operations/palettechoice.h"
 
-#include <algorithm>
 #include <cstring>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 namespace imaginglibrary {
@@ -19,24 +17,19 @@ namespace {
 
 constexpr unsigned LeastOpaqueAlpha = 128;
 
-// Reads rows of any format as Argb32 pixels that are either opaque or, with alpha 0, holes.
-class OpaqueRows : public RowReader {
+// Makes rows of any format Argb32 pixels that are either opaque or, with alpha 0, holes.
+class OpaqueConverter {
   public:
-    static Result<std::unique_ptr<RowReader>> Open(const PixelSource& picture) {
-        auto rows = picture.OpenRows();
-        if (!rows.Ok()) {
-            return rows.GetStatus();
-        }
-        return std::unique_ptr<RowReader>(new OpaqueRows(picture.Info(), std::move(*rows)));
-    }
+    explicit OpaqueConverter(const PictureInfo& info)
+        : toAlpha_(info, PixelFormat::Argb32), toWhite_(info, PixelFormat::Rgb32),
+          mayHaveHoles_(MayBeTransparent(info)), overWhite_(mayHaveHoles_ ? std::size_t{info.width} * 4 : 0) {}
 
-    Status ReadRow(std::uint8_t* row) override {
-        if (const Status status = rows_->ReadRow(source_.data()); status != Status::Ok) {
-            return status;
-        }
-        toAlpha_.Convert(source_.data(), row);
+    bool MayHaveHoles() const { return mayHaveHoles_; }
+
+    void Convert(const std::uint8_t* source, std::uint8_t* row) {
+        toAlpha_.Convert(source, row);
         if (mayHaveHoles_) {
-            toWhite_.Convert(source_.data(), overWhite_.data());
+            toWhite_.Convert(source, overWhite_.data());
             for (std::size_t at = 0; at < overWhite_.size(); at += 4) {
                 if (row[at + 3] < LeastOpaqueAlpha) {
                     row[at + 3] = 0;
@@ -45,45 +38,64 @@ class OpaqueRows : public RowReader {
                 }
             }
         }
-        return Status::Ok;
     }
 
   private:
-    OpaqueRows(const PictureInfo& info, std::unique_ptr<RowReader> rows)
-        : rows_(std::move(rows)), toAlpha_(info, PixelFormat::Argb32), toWhite_(info, PixelFormat::Rgb32),
-          mayHaveHoles_(MayBeTransparent(info)), source_(BytesPerRow(info.format, info.width)),
-          overWhite_(mayHaveHoles_ ? std::size_t{info.width} * 4 : 0) {}
-
-    std::unique_ptr<RowReader> rows_;
     RowConverter toAlpha_;
     RowConverter toWhite_;
     bool mayHaveHoles_;
-    std::vector<std::uint8_t> source_;
     std::vector<std::uint8_t> overWhite_;
 };
 
 Color OpaqueColorOf(const std::uint8_t* pixel) { return MakeColor(pixel[2], pixel[1], pixel[0]); }
 
-// What is to be known about a picture before a palette can be chosen.
-struct Survey {
-    ColorHistogram colors;
-    std::optional<Color> hole; // colour of the first, with alpha 0
-};
+// What is to be known about a picture before a palette can be chosen. Told all rows, in order.
+class Survey {
+  public:
+    explicit Survey(const PictureInfo& info)
+        : converter_(info), row_(std::size_t{info.width} * 4),
+          step_(static_cast<std::uint32_t>(std::uint64_t{info.width} * info.height / PixelsThatSuffice + 1)) {}
 
-Status Count(const PixelSource& picture, Survey& survey) {
-    const std::size_t rowBytes = std::size_t{picture.Info().width} * 4;
-    return ForEachRow(OpaqueRows::Open(picture), rowBytes, picture.Info().height,
-                      [&](std::uint32_t, const std::uint8_t* row) {
-                          for (const std::uint8_t* pixel = row; pixel != row + rowBytes; pixel += 4) {
-                              if (pixel[3] != 0) {
-                                  survey.colors.Add(OpaqueColorOf(pixel));
-                              } else if (!survey.hole) {
-                                  survey.hole = OpaqueColorOf(pixel) & 0x00FFFFFF;
-                              }
-                          }
-                          return Status::Ok;
-                      });
-}
+    void Add(std::uint32_t y, const std::uint8_t* source) {
+        converter_.Convert(source, row_.data());
+        if (converter_.MayHaveHoles() && !hole_) {
+            FindHole();
+        }
+        // The pixels of a sample must not lie above each other, for pictures have edges and patterns that do.
+        const std::uint32_t step = colors_.Size() > FewColors ? step_ : 1;
+        const std::size_t first = (y * 2654435761u >> 16) % step;
+        for (std::size_t at = 4 * first; at < row_.size(); at += 4 * std::size_t{step}) {
+            if (row_[at + 3] != 0) {
+                colors_.Add(OpaqueColorOf(&row_[at]), step);
+            }
+        }
+    }
+
+    const ColorHistogram& Colors() const { return colors_; }
+
+    // The colour of the first one, with alpha 0.
+    std::optional<Color> Hole() const { return hole_; }
+
+  private:
+    // Of pictures with few colours, which a palette holds or nearly holds, every pixel is counted. Once there are more,
+    // a sample of this size tells as much as the whole.
+    static constexpr std::size_t FewColors = 1024;
+    static constexpr std::uint32_t PixelsThatSuffice = 1 << 20;
+
+    void FindHole() {
+        for (std::size_t at = 0; at < row_.size() && !hole_; at += 4) {
+            if (row_[at + 3] == 0) {
+                hole_ = OpaqueColorOf(&row_[at]) & 0x00FFFFFF;
+            }
+        }
+    }
+
+    OpaqueConverter converter_;
+    std::vector<std::uint8_t> row_;
+    std::uint32_t step_;
+    ColorHistogram colors_;
+    std::optional<Color> hole_;
+};
 
 // How pixels become indices in one pass over the picture.
 class RowMapper {
@@ -95,35 +107,20 @@ class RowMapper {
 // Every colour of the picture has its own entry.
 class ExactMapper : public RowMapper {
   public:
-    ExactMapper(const Palette& colors, std::uint32_t width, std::uint8_t hole) : width_(width), hole_(hole) {
-        for (std::size_t i = 0; i < colors.size(); ++i) {
-            indices_.emplace(colors[i], static_cast<std::uint8_t>(i));
-        }
-    }
+    ExactMapper(const Palette& colors, std::uint32_t width, std::uint8_t hole)
+        : nearest_(colors), width_(width), hole_(hole) {}
 
     void MapRow(const std::uint8_t* row, std::uint8_t* indices) override {
         for (std::uint32_t x = 0; x < width_; ++x) {
             const std::uint8_t* pixel = row + 4 * std::size_t{x};
-            indices[x] = pixel[3] == 0 ? hole_ : IndexOf(OpaqueColorOf(pixel));
+            indices[x] = pixel[3] == 0 ? hole_ : nearest_.Find(pixel[2], pixel[1], pixel[0]);
         }
     }
 
   private:
-    std::uint8_t IndexOf(Color color) {
-        if (color != lastColor_) {
-            const auto found = indices_.find(color);
-            // A source that shows other pixels on a second reading gets some index, but no crash.
-            lastIndex_ = found == indices_.end() ? std::uint8_t{0} : found->second;
-            lastColor_ = color;
-        }
-        return lastIndex_;
-    }
-
-    std::unordered_map<Color, std::uint8_t> indices_;
+    NearestColor nearest_; // at no distance
     std::uint32_t width_;
     std::uint8_t hole_;
-    Color lastColor_ = 0; // no opaque colour
-    std::uint8_t lastIndex_ = 0;
 };
 
 class DiffusingMapper : public RowMapper {
@@ -140,12 +137,14 @@ class DiffusingMapper : public RowMapper {
 
 class ReducedRows : public RowReader {
   public:
-    ReducedRows(std::uint32_t width, std::unique_ptr<RowReader> rows, std::unique_ptr<RowMapper> mapper)
-        : rows_(std::move(rows)), mapper_(std::move(mapper)), pixels_(std::size_t{width} * 4) {}
+    ReducedRows(const PictureInfo& source, std::unique_ptr<RowReader> rows, std::unique_ptr<RowMapper> mapper)
+        : rows_(std::move(rows)), converter_(source), mapper_(std::move(mapper)),
+          source_(BytesPerRow(source.format, source.width)), pixels_(std::size_t{source.width} * 4) {}
 
     Status ReadRow(std::uint8_t* row) override {
-        const Status status = rows_->ReadRow(pixels_.data());
+        const Status status = rows_->ReadRow(source_.data());
         if (status == Status::Ok) {
+            converter_.Convert(source_.data(), pixels_.data());
             mapper_->MapRow(pixels_.data(), row);
         }
         return status;
@@ -153,7 +152,9 @@ class ReducedRows : public RowReader {
 
   private:
     std::unique_ptr<RowReader> rows_;
+    OpaqueConverter converter_;
     std::unique_ptr<RowMapper> mapper_;
+    std::vector<std::uint8_t> source_;
     std::vector<std::uint8_t> pixels_;
 };
 
@@ -171,11 +172,12 @@ class ReducedPicture : public PixelSource {
     const PictureInfo& Info() const override { return info_; }
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
-        auto rows = OpaqueRows::Open(picture_);
+        auto rows = picture_.OpenRows();
         if (!rows.Ok()) {
             return rows.GetStatus();
         }
-        return std::unique_ptr<RowReader>(std::make_unique<ReducedRows>(info_.width, std::move(*rows), MakeMapper()));
+        return std::unique_ptr<RowReader>(
+            std::make_unique<ReducedRows>(picture_.Info(), std::move(*rows), MakeMapper()));
     }
 
   private:
@@ -196,15 +198,21 @@ class ReducedPicture : public PixelSource {
 } // namespace
 
 Result<std::unique_ptr<PixelSource>> ReducedToPalette(const PixelSource& picture, unsigned entries) {
-    Survey survey;
-    if (const Status status = Count(picture, survey); status != Status::Ok) {
+    const PictureInfo& info = picture.Info();
+    Survey survey(info);
+    const Status status = PipeRows(picture.OpenRows(), BytesPerRow(info.format, info.width), info.height,
+                                   [&](std::uint32_t y, const std::uint8_t* row) {
+                                       survey.Add(y, row);
+                                       return Status::Ok;
+                                   });
+    if (status != Status::Ok) {
         return status;
     }
-    const unsigned room = entries - (survey.hole ? 1 : 0);
-    const bool exact = survey.colors.IsExact() && survey.colors.Size() <= room;
-    Palette colors = ChoosePalette(survey.colors.Cells(), room);
+    const unsigned room = entries - (survey.Hole() ? 1 : 0);
+    const bool exact = survey.Colors().IsExact() && survey.Colors().Size() <= room;
+    Palette colors = ChoosePalette(survey.Colors().Cells(), room);
     return std::unique_ptr<PixelSource>(
-        std::make_unique<ReducedPicture>(picture, std::move(colors), survey.hole, exact));
+        std::make_unique<ReducedPicture>(picture, std::move(colors), survey.Hole(), exact));
 }
 
 } // namespace imaginglibrary
