@@ -36,7 +36,8 @@ constexpr auto SoftenedErrors = [] {
 }();
 
 int Adjusted(int channel, int sixteenths) {
-    return channel + SoftenedErrors[static_cast<std::size_t>(sixteenths + GreatestError)];
+    constexpr const std::int8_t* OfNoError = &SoftenedErrors[GreatestError];
+    return channel + OfNoError[sixteenths];
 }
 
 } // namespace
@@ -48,46 +49,73 @@ ErrorDiffusion::ErrorDiffusion(const Palette& colors, std::uint32_t width)
     }
 }
 
-void ErrorDiffusion::MapRow(const std::uint8_t* row, std::uint8_t* indices, std::uint8_t hole) {
+// How far a row has come. A pixel gives 7 sixteenths of its error to the one ahead, and to the row below 3 behind it, 5
+// under it and 1 ahead.
+class ErrorDiffusion::Line {
+  public:
+    // What the next pixel gets, with what is given to it from above.
+    template <class Errors> Levels Given(const Errors& above) const {
+        return {above.red + 7 * last_.red, above.green + 7 * last_.green, above.blue + 7 * last_.blue};
+    }
+
+    // Notes the next pixel's error. What the row gives in all to the pixel below and behind.
+    Levels Pass(const Levels& error) {
+        const Levels complete{below_.red + 3 * error.red, below_.green + 3 * error.green, below_.blue + 3 * error.blue};
+        below_ = {last_.red + 5 * error.red, last_.green + 5 * error.green, last_.blue + 5 * error.blue};
+        last_ = error;
+        return complete;
+    }
+
+  private:
+    Levels last_;
+    Levels below_; // what the pixel below the last has got so far
+};
+
+void ErrorDiffusion::MapTwoRows(const std::uint8_t* rows, std::uint8_t* indices, std::uint8_t hole) {
     if (isFromRight_) {
-        MapRowForward<-1>(row, indices, hole);
+        MapTowards<-1>(rows, indices, hole);
     } else {
-        MapRowForward<1>(row, indices, hole);
+        MapTowards<1>(rows, indices, hole);
     }
     isFromRight_ = !isFromRight_;
 }
 
-// A pixel gives 7 sixteenths of its error to the one ahead, and to the next row 3 behind it, 5 below it and 1 ahead. So
-// once it is done, the pixel of the next row behind it has all that it gets, and takes the place of the one above.
+// The lower row is one pixel behind the upper one, where all is known that it is given. What it gives itself takes the
+// place of what the upper row has got.
 template <int Forward>
-void ErrorDiffusion::MapRowForward(const std::uint8_t* row, std::uint8_t* indices, std::uint8_t hole) {
-    std::ptrdiff_t x = Forward > 0 ? 0 : std::ptrdiff_t{width_} - 1;
-    Sixteenths* place = errors_.data() + x + 1;
-    Levels last;
-    Levels behind; // what the next row's pixel behind has got so far
-    const auto store = [&](const Levels& error) {
-        place[-Forward] = {static_cast<std::int16_t>(behind.red + 3 * error.red),
-                           static_cast<std::int16_t>(behind.green + 3 * error.green),
-                           static_cast<std::int16_t>(behind.blue + 3 * error.blue)};
+void ErrorDiffusion::MapTowards(const std::uint8_t* rows, std::uint8_t* indices, std::uint8_t hole) {
+    const auto store = [](Sixteenths& to, const Levels& sixteenths) {
+        to = {static_cast<std::int16_t>(sixteenths.red), static_cast<std::int16_t>(sixteenths.green),
+              static_cast<std::int16_t>(sixteenths.blue)};
     };
-    for (std::uint32_t count = 0; count < width_; ++count, x += Forward, place += Forward) {
-        Levels error;
-        if (row[4 * x + 3] == 0) {
-            indices[x] = hole;
-        } else {
-            const Levels given{place->red + 7 * last.red, place->green + 7 * last.green, place->blue + 7 * last.blue};
-            error = MapPixel(row + 4 * x, given, indices[x]);
+    const auto map = [&](std::ptrdiff_t at, const Levels& given) {
+        if (rows[4 * at + 3] == 0) {
+            indices[at] = hole;
+            return Levels{};
         }
-        store(error);
-        behind = {5 * error.red + last.red, 5 * error.green + last.green, 5 * error.blue + last.blue};
-        last = error;
+        return MapPixel(rows + 4 * at, given, indices[at]);
+    };
+    const std::ptrdiff_t width{width_};
+    std::ptrdiff_t x = Forward > 0 ? 0 : width - 1;
+    Sixteenths* place = errors_.data() + x + 1;
+    Line upper;
+    Line lower;
+    upper.Pass(map(x, upper.Given(*place)));
+    for (std::uint32_t count = 1; count < width_; ++count) {
+        const std::ptrdiff_t behind = x;
+        x += Forward;
+        place += Forward;
+        const Levels above = upper.Pass(map(x, upper.Given(*place)));
+        store(place[-2 * Forward], lower.Pass(map(width + behind, lower.Given(above))));
     }
-    store({});
+    const Levels above = upper.Pass({});
+    store(place[-Forward], lower.Pass(map(width + x, lower.Given(above))));
+    store(place[0], lower.Pass({}));
 }
 
 // The error that is left.
-inline ErrorDiffusion::Levels ErrorDiffusion::MapPixel(const std::uint8_t* pixel, const Levels& sixteenths,
-                                                       std::uint8_t& index) {
+[[gnu::always_inline]] inline ErrorDiffusion::Levels
+ErrorDiffusion::MapPixel(const std::uint8_t* pixel, const Levels& sixteenths, std::uint8_t& index) {
     int blue = Adjusted(pixel[0], sixteenths.blue);
     int green = Adjusted(pixel[1], sixteenths.green);
     int red = Adjusted(pixel[2], sixteenths.red);

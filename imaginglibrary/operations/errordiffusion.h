@@ -8,16 +8,18 @@
 
 namespace imaginglibrary {
 
-// Floyd and Steinberg's error diffusion, every second row from right to left, over rows in order from the top. Holds
-// the errors of one row. Belongs to one thread at a time.
+// Floyd and Steinberg's error diffusion over rows in order from the top. They are mapped in pairs, a pair from left to
+// right, the next one from right to left: a pixel waits for the one before it, and so two rows take little longer than
+// one. Holds the errors of one row. Belongs to one thread at a time.
 class ErrorDiffusion {
   public:
     // `colors` are 1 to 256 opaque colours.
     ErrorDiffusion(const Palette& colors, std::uint32_t width);
 
-    // `row` holds pixels of Argb32. A pixel with alpha 0 becomes `hole`, and neither takes nor makes an error; any
-    // other becomes the index of a colour.
-    void MapRow(const std::uint8_t* row, std::uint8_t* indices, std::uint8_t hole);
+    // `rows` holds pixels of Argb32, first those of the upper row, and `indices` has a place for each. A pixel with
+    // alpha 0 becomes `hole`, and neither takes nor makes an error; any other becomes the index of a colour. Below the
+    // last row of an odd number, holes will do.
+    void MapTwoRows(const std::uint8_t* rows, std::uint8_t* indices, std::uint8_t hole);
 
   private:
     // A value per channel: those of a colour, or an error. A shift finds one among many.
@@ -33,13 +35,15 @@ class ErrorDiffusion {
         std::int16_t blue = 0;
     };
 
-    template <int Forward> void MapRowForward(const std::uint8_t* row, std::uint8_t* indices, std::uint8_t hole);
+    class Line;
+
+    template <int Forward> void MapTowards(const std::uint8_t* rows, std::uint8_t* indices, std::uint8_t hole);
     Levels MapPixel(const std::uint8_t* pixel, const Levels& sixteenths, std::uint8_t& index);
 
     std::vector<Levels> colors_;
     NearestColor nearest_;
     std::uint32_t width_;
-    std::vector<Sixteenths> errors_; // for the row to come; one more at each end than it has pixels
+    std::vector<Sixteenths> errors_; // for the upper row to come; one more at each end than it has pixels
     bool isFromRight_ = false;
 };
 

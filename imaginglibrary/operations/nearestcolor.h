@@ -3,6 +3,7 @@
 
 #include "imaginglibrary/core/pixelformat.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -42,10 +43,22 @@ class NearestColor {
         std::size_t count = 0; // 0: not made yet
     };
 
-    // The upper six bits of each channel, then the lower two of each, so that the colours of a cube follow each other.
+    // Where colours with a value in one channel have their bytes. The upper six bits of each channel tell the cube, and
+    // stand above the lower two.
+    static constexpr std::array<std::uint32_t, 256> PlacesOf(unsigned shiftOfCube, unsigned shiftInCube) {
+        std::array<std::uint32_t, 256> places{};
+        for (std::uint32_t value = 0; value < places.size(); ++value) {
+            places[value] = (value >> 2) << (6 + shiftOfCube) | (value & 3) << shiftInCube;
+        }
+        return places;
+    }
+
     static std::uint32_t PlaceOf(int red, int green, int blue) {
-        const int cube = (red >> 2) << 12 | (green >> 2) << 6 | blue >> 2;
-        return static_cast<std::uint32_t>(cube << 6 | (red & 3) << 4 | (green & 3) << 2 | (blue & 3));
+        static constexpr std::array<std::uint32_t, 256> Reds = PlacesOf(12, 4);
+        static constexpr std::array<std::uint32_t, 256> Greens = PlacesOf(6, 2);
+        static constexpr std::array<std::uint32_t, 256> Blues = PlacesOf(0, 0);
+        return Reds[static_cast<std::size_t>(red)] | Greens[static_cast<std::size_t>(green)] |
+               Blues[static_cast<std::size_t>(blue)];
     }
 
     void Fill(std::uint32_t cube, int red, int green, int blue);

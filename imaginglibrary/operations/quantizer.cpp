@@ -7,6 +7,7 @@
 #include "imaginglibrary/operations/errordiffusion.h"
 #include "imaginglibrary/operations/palettechoice.h"
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <vector>
@@ -97,29 +98,30 @@ class Survey {
     std::optional<Color> hole_;
 };
 
-// How pixels become indices in one pass over the picture.
+// How pixels become indices in one pass over the picture, two rows at a time. Below the last of an odd number of rows
+// come holes.
 class RowMapper {
   public:
     virtual ~RowMapper() = default;
-    virtual void MapRow(const std::uint8_t* row, std::uint8_t* indices) = 0;
+    virtual void MapTwoRows(const std::uint8_t* rows, std::uint8_t* indices) = 0;
 };
 
 // Every colour of the picture has its own entry.
 class ExactMapper : public RowMapper {
   public:
     ExactMapper(const Palette& colors, std::uint32_t width, std::uint8_t hole)
-        : nearest_(colors), width_(width), hole_(hole) {}
+        : nearest_(colors), pixels_(2 * std::size_t{width}), hole_(hole) {}
 
-    void MapRow(const std::uint8_t* row, std::uint8_t* indices) override {
-        for (std::uint32_t x = 0; x < width_; ++x) {
-            const std::uint8_t* pixel = row + 4 * std::size_t{x};
-            indices[x] = pixel[3] == 0 ? hole_ : nearest_.Find(pixel[2], pixel[1], pixel[0]);
+    void MapTwoRows(const std::uint8_t* rows, std::uint8_t* indices) override {
+        for (std::size_t i = 0; i < pixels_; ++i) {
+            const std::uint8_t* pixel = rows + 4 * i;
+            indices[i] = pixel[3] == 0 ? hole_ : nearest_.Find(pixel[2], pixel[1], pixel[0]);
         }
     }
 
   private:
     NearestColor nearest_; // at no distance
-    std::uint32_t width_;
+    std::size_t pixels_;
     std::uint8_t hole_;
 };
 
@@ -128,7 +130,9 @@ class DiffusingMapper : public RowMapper {
     DiffusingMapper(const Palette& colors, std::uint32_t width, std::uint8_t hole)
         : diffusion_(colors, width), hole_(hole) {}
 
-    void MapRow(const std::uint8_t* row, std::uint8_t* indices) override { diffusion_.MapRow(row, indices, hole_); }
+    void MapTwoRows(const std::uint8_t* rows, std::uint8_t* indices) override {
+        diffusion_.MapTwoRows(rows, indices, hole_);
+    }
 
   private:
     ErrorDiffusion diffusion_;
@@ -138,24 +142,46 @@ class DiffusingMapper : public RowMapper {
 class ReducedRows : public RowReader {
   public:
     ReducedRows(const PictureInfo& source, std::unique_ptr<RowReader> rows, std::unique_ptr<RowMapper> mapper)
-        : rows_(std::move(rows)), converter_(source), mapper_(std::move(mapper)),
-          source_(BytesPerRow(source.format, source.width)), pixels_(std::size_t{source.width} * 4) {}
+        : rows_(std::move(rows)), converter_(source), mapper_(std::move(mapper)), rowsLeft_(source.height),
+          source_(BytesPerRow(source.format, source.width)), pixels_(std::size_t{source.width} * 2 * 4),
+          indices_(std::size_t{source.width} * 2) {}
 
     Status ReadRow(std::uint8_t* row) override {
-        const Status status = rows_->ReadRow(source_.data());
-        if (status == Status::Ok) {
-            converter_.Convert(source_.data(), pixels_.data());
-            mapper_->MapRow(pixels_.data(), row);
+        const std::size_t width = indices_.size() / 2;
+        if (!hasLower_) {
+            if (const Status status = MapNextRows(); status != Status::Ok) {
+                return status;
+            }
         }
-        return status;
+        std::copy_n(indices_.data() + (hasLower_ ? width : 0), width, row);
+        hasLower_ = !hasLower_;
+        return Status::Ok;
     }
 
   private:
+    Status MapNextRows() {
+        std::fill(pixels_.begin(), pixels_.end(), std::uint8_t{0});
+        for (std::uint8_t* row : {pixels_.data(), pixels_.data() + pixels_.size() / 2}) {
+            if (rowsLeft_ > 0) {
+                if (const Status status = rows_->ReadRow(source_.data()); status != Status::Ok) {
+                    return status;
+                }
+                converter_.Convert(source_.data(), row);
+                --rowsLeft_;
+            }
+        }
+        mapper_->MapTwoRows(pixels_.data(), indices_.data());
+        return Status::Ok;
+    }
+
     std::unique_ptr<RowReader> rows_;
     OpaqueConverter converter_;
     std::unique_ptr<RowMapper> mapper_;
+    std::uint32_t rowsLeft_; // to be read
     std::vector<std::uint8_t> source_;
-    std::vector<std::uint8_t> pixels_;
+    std::vector<std::uint8_t> pixels_; // of two rows
+    std::vector<std::uint8_t> indices_;
+    bool hasLower_ = false; // whether the second row of indices comes next
 };
 
 class ReducedPicture : public PixelSource {

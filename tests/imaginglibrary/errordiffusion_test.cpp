@@ -42,7 +42,7 @@ std::vector<std::uint8_t> DiffusedPlainly(const Pixels& pixels, int width, const
     std::vector<std::uint8_t> indices(pixels.size() / 4);
     std::vector<std::array<double, 3>> errors(indices.size());
     for (int y = 0; y < height; ++y) {
-        const int forward = y % 2 == 0 ? 1 : -1;
+        const int forward = y % 4 < 2 ? 1 : -1;
         for (int count = 0; count < width; ++count) {
             const int x = forward > 0 ? count : width - 1 - count;
             const auto at = static_cast<std::size_t>(y * width + x);
@@ -77,8 +77,8 @@ std::vector<std::uint8_t> DiffusedPlainly(const Pixels& pixels, int width, const
 std::vector<std::uint8_t> Diffused(const Pixels& pixels, int width, const Palette& palette) {
     ErrorDiffusion diffusion(palette, static_cast<std::uint32_t>(width));
     std::vector<std::uint8_t> indices(pixels.size() / 4);
-    for (std::size_t at = 0; at < indices.size(); at += static_cast<std::size_t>(width)) {
-        diffusion.MapRow(&pixels[4 * at], &indices[at], HoleIndex);
+    for (std::size_t at = 0; at < indices.size(); at += 2 * static_cast<std::size_t>(width)) {
+        diffusion.MapTwoRows(&pixels[4 * at], &indices[at], HoleIndex);
     }
     return indices;
 }

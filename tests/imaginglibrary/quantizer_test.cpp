@@ -131,6 +131,76 @@ TEST(Quantizer, ReadersOfOneResultAgree) {
     EXPECT_EQ(ColorsOf(**reduced), ColorsOf(**reduced));
 }
 
+// Of every three pixels beside each other one is looked at where the picture has this size and so many colours.
+constexpr std::uint32_t SampledWidth = 2048;
+constexpr std::uint32_t SampledHeight = 1024;
+
+TEST(Quantizer, SamplesOfALargePictureShowAllItsColumns) {
+    std::mt19937 random(3);
+    const auto striped = MakePictureOf(SampledWidth, SampledHeight, [&](auto x, auto y) {
+        if (y < 2) {
+            return 0xFF000000 | (x << 4);
+        }
+        const auto strong = static_cast<std::uint8_t>(160 + random() % 64);
+        const auto weak = static_cast<std::uint8_t>(random() % 32);
+        return x % 3 == 0   ? MakeColor(strong, weak, 0)
+               : x % 3 == 1 ? MakeColor(0, strong, weak)
+                            : MakeColor(weak, 0, strong);
+    });
+    EXPECT_GT(QualityOf(*striped), 38);
+}
+
+TEST(Quantizer, ColorsOfSinglePixelsInALargePictureAreExact) {
+    const auto picture = MakePictureOf(SampledWidth, SampledHeight, [](auto x, auto y) {
+        const bool isSingle = y >= SampledHeight - 8 && x < 255 && x % 8 == y % 8;
+        return isSingle ? MakeColor(static_cast<std::uint8_t>(x), 200, 100) : 0xFF0000FF;
+    });
+    const auto reduced = ReducedToPalette(*picture);
+    ASSERT_TRUE(reduced.Ok());
+    EXPECT_EQ((*reduced)->Info().palette.size(), 256u);
+    EXPECT_EQ(ColorsOf(**reduced), ColorsOf(*picture));
+}
+
+TEST(Quantizer, HoleOfASinglePixelInALargePictureIsFound) {
+    const auto picture = MakePictureOf(SampledWidth, SampledHeight, [](auto x, auto y) {
+        if (y == SampledHeight - 1 && x >= 100 && x < 103) {
+            return 0x00123400 | (x - 100);
+        }
+        return 0xFF000000 | (x << 3) | (y >> 7);
+    });
+    const auto reduced = ReducedToPalette(*picture);
+    ASSERT_TRUE(reduced.Ok());
+    EXPECT_EQ((*reduced)->Info().palette.back(), 0x00123400u);
+}
+
+// Three strong colours beside each other, so that a sample would miss two.
+TEST(Quantizer, AThousandColorsAreAllCounted) {
+    const auto picture = MakePictureOf(SampledWidth, SampledHeight, [](auto x, auto y) {
+        if (y == 900 && x >= 700 && x < 703) {
+            return x == 700 ? 0xFFFF0000 : x == 701 ? 0xFF00FF00 : 0xFFFFFF00;
+        }
+        return 0xFF300000 | (x % 32) << 8 | (y * 31 / SampledHeight);
+    });
+    const auto reduced = ReducedToPalette(*picture);
+    ASSERT_TRUE(reduced.Ok());
+    const Palette& palette = (*reduced)->Info().palette;
+    for (const Color color : {0xFFFF0000, 0xFF00FF00, 0xFFFFFF00}) {
+        EXPECT_NE(std::find(palette.begin(), palette.end(), color), palette.end()) << std::hex << color;
+    }
+}
+
+TEST(ColorHistogram, PixelMayStandForSeveral) {
+    ColorHistogram histogram;
+    histogram.Add(0xFF102030, 3);
+    histogram.Add(0xFF102030);
+    ASSERT_EQ(histogram.Size(), 1u);
+    const ColorCell cell = histogram.Cells().front();
+    EXPECT_EQ(cell.pixels, 4u);
+    EXPECT_EQ(cell.red, 4u * 0x10);
+    EXPECT_EQ(cell.green, 4u * 0x20);
+    EXPECT_EQ(cell.blue, 4u * 0x30);
+}
+
 TEST(ColorHistogram, MergesOnlyWhenThereAreTooManyColors) {
     ColorHistogram histogram;
     for (std::uint32_t i = 0; i < 65536; ++i) {

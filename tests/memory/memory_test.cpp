@@ -21,7 +21,7 @@ constexpr std::uint32_t LowHeight = 1000;
 constexpr std::uint32_t FullHeight = 10000; // 100 megapixels
 constexpr long MostKibibytes = 64 * 1024;
 
-// A picture that exists only while its rows are asked for.
+// A picture that exists only while its rows are asked for, with the same colours at every height.
 class TallPicture : public PixelSource {
   public:
     explicit TallPicture(std::uint32_t height)
@@ -38,10 +38,10 @@ class TallPicture : public PixelSource {
         Status ReadRow(std::uint8_t* row) override {
             for (std::uint32_t x = 0; x < Width; ++x) {
                 row[3 * x] = static_cast<std::uint8_t>(x / 40);
-                row[3 * x + 1] = static_cast<std::uint8_t>(y_ / 40);
+                row[3 * x + 1] = static_cast<std::uint8_t>(y_ / 4);
                 row[3 * x + 2] = static_cast<std::uint8_t>((x + y_) / 79);
             }
-            ++y_;
+            y_ = (y_ + 1) % LowHeight;
             return Status::Ok;
         }
 
