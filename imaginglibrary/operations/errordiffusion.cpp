@@ -95,7 +95,7 @@ void ErrorDiffusion::MapTowards(const std::uint8_t* rows, std::uint8_t* indices,
         }
         return MapPixel(rows + 4 * at, given, indices[at]);
     };
-    const std::ptrdiff_t width{width_};
+    const auto width = static_cast<std::ptrdiff_t>(width_);
     std::ptrdiff_t x = Forward > 0 ? 0 : width - 1;
     Sixteenths* place = errors_.data() + x + 1;
     Line upper;

@@ -124,6 +124,49 @@ TEST(Quantizer, DiffusionKeepsTheMeanOfSmallAreas) {
     }
 }
 
+// Grey rows of which only as many may be read as there are.
+class FinitePicture : public PixelSource {
+  public:
+    explicit FinitePicture(std::uint32_t height)
+        : info_{.width = 300, .height = height, .format = PixelFormat::Rgb24, .palette = {}, .resolution = {}} {}
+
+    const PictureInfo& Info() const override { return info_; }
+    Result<std::unique_ptr<RowReader>> OpenRows() const override {
+        return std::unique_ptr<RowReader>(std::make_unique<Rows>(info_.height));
+    }
+
+  private:
+    class Rows : public RowReader {
+      public:
+        explicit Rows(std::uint32_t height) : left_(height) {}
+
+        Status ReadRow(std::uint8_t* row) override {
+            if (left_ == 0) {
+                return Status::Win32Error;
+            }
+            for (std::uint32_t i = 0; i < 900; ++i) {
+                row[i] = static_cast<std::uint8_t>(i + 30 * left_);
+            }
+            --left_;
+            return Status::Ok;
+        }
+
+      private:
+        std::uint32_t left_;
+    };
+
+    PictureInfo info_;
+};
+
+TEST(Quantizer, NothingIsReadBehindTheLastRow) {
+    for (const std::uint32_t height : {1u, 2u, 3u, 8u}) {
+        const FinitePicture picture(height);
+        const auto reduced = ReducedToPalette(picture);
+        ASSERT_TRUE(reduced.Ok());
+        EXPECT_GT(PeakSignalToNoise(ColorsOf(picture), ColorsOf(**reduced)), 25) << height;
+    }
+}
+
 TEST(Quantizer, ReadersOfOneResultAgree) {
     const auto photo = MakePhoto();
     const auto reduced = ReducedToPalette(*photo);
@@ -161,6 +204,24 @@ TEST(Quantizer, ColorsOfSinglePixelsInALargePictureAreExact) {
     EXPECT_EQ(ColorsOf(**reduced), ColorsOf(*picture));
 }
 
+// Dark above in few colours, all of whose pixels are counted, and light below in many. Beside the hole there is room
+// for one colour: the mean.
+TEST(Quantizer, SampledPixelsStandForThoseLeftOut) {
+    const auto picture = MakePictureOf(SampledWidth, SampledHeight, [](auto x, auto y) {
+        if (x == 0 && y == 0) {
+            return 0u;
+        }
+        const auto fine = static_cast<std::uint8_t>(x % 64);
+        return y < SampledHeight / 2 ? MakeColor(10, 10, 10) : MakeColor(210, 210, 178 + fine) ^ (y % 64 << 16);
+    });
+    const auto reduced = ReducedToPalette(*picture, 2);
+    ASSERT_TRUE(reduced.Ok());
+    ASSERT_EQ((*reduced)->Info().palette.size(), 2u);
+    const Color mean = (*reduced)->Info().palette.front();
+    EXPECT_NEAR(GreenOf(mean), 110, 2);
+    EXPECT_NEAR(BlueOf(mean), (10 + 209.5) / 2, 2);
+}
+
 TEST(Quantizer, HoleOfASinglePixelInALargePictureIsFound) {
     const auto picture = MakePictureOf(SampledWidth, SampledHeight, [](auto x, auto y) {
         if (y == SampledHeight - 1 && x >= 100 && x < 103) {
@@ -176,7 +237,7 @@ TEST(Quantizer, HoleOfASinglePixelInALargePictureIsFound) {
 // Three strong colours beside each other, so that a sample would miss two.
 TEST(Quantizer, AThousandColorsAreAllCounted) {
     const auto picture = MakePictureOf(SampledWidth, SampledHeight, [](auto x, auto y) {
-        if (y == 900 && x >= 700 && x < 703) {
+        if (y == SampledHeight - 1 && x >= 700 && x < 703) {
             return x == 700 ? 0xFFFF0000 : x == 701 ? 0xFF00FF00 : 0xFFFFFF00;
         }
         return 0xFF300000 | (x % 32) << 8 | (y * 31 / SampledHeight);
