@@ -1,4 +1,5 @@
 // The property items of JPEG files.
+#include "imaginglibrary/codecs/jpeg/jpegstream.h"
 #include "tests/support/codecs.h"
 #include "tests/support/exifmaker.h"
 #include "tests/support/jpegfiles.h"
@@ -86,6 +87,59 @@ TEST(JpegProperties, MarkersBeyondTheLimitArePassedOver) {
     ASSERT_TRUE(picture.Ok());
     EXPECT_EQ((*picture)->Properties().Find(0x0112), nullptr);
     EXPECT_EQ(ReadAllRows(**picture), Status::Ok);
+}
+
+// A million of a kind before what counts: tens of seconds where the time is not linear.
+TEST(JpegProperties, EndlessSegmentsAreReadInLinearTime) {
+    constexpr int Million = 1000000;
+    const std::string nameless = std::string("\xFF\xE1\x00\x02", 4);
+    const std::string nameOnly = "\xFF\xE1" + NumberBytes(true, 8, 2) + std::string("Exif\0\0", 6);
+    const std::string noProfile = "\xFF\xE2" + NumberBytes(true, 5, 2) + "MPF";
+    const std::string exif = ExifMarker(MakeExif({.main = {{0x0112, 3, 1, NumberBytes(false, 3, 2)}}}));
+    for (const std::string& segment : {JpegComment(""), nameless, nameOnly, noProfile}) {
+        std::string endless;
+        endless.reserve(segment.size() * Million);
+        for (int i = 0; i < Million; ++i) {
+            endless += segment;
+        }
+        const auto properties = PropertiesIn(JpegCodec(), WithMarkers(endless + JpegComment("remark") + exif));
+        ExpectItems(properties, {ShortProperty(0x0112, 3), AsciiProperty(0x9286, "remark")});
+    }
+}
+
+std::vector<std::string> KeptSegments(const std::string& jpeg) {
+    const auto stream = JpegStream::Open(std::make_shared<MemoryInput>(jpeg), JpegMarkers::Keep);
+    std::vector<std::string> contents;
+    for (const auto* kept = (*stream)->Header().marker_list; kept != nullptr; kept = kept->next) {
+        contents.emplace_back(reinterpret_cast<const char*>(kept->data), kept->data_length);
+    }
+    return contents;
+}
+
+std::string ProfilePart(unsigned number) {
+    return std::string("ICC_PROFILE\0", 12) + NumberBytes(true, number, 2) + std::string(40000, 'p');
+}
+
+TEST(JpegProperties, SegmentsAreKeptWholeAndInOrderUpToTheNumberThatHasAMeaning) {
+    std::string markers = ExifMarker("first") + JpegComment("one") + JpegComment("two") + ExifMarker("second");
+    for (unsigned i = 0; i < 257; ++i) {
+        markers += "\xFF\xE2" + NumberBytes(true, ProfilePart(i).size() + 2, 2) + ProfilePart(i);
+    }
+    const auto kept = KeptSegments(WithMarkers(markers));
+    ASSERT_EQ(kept.size(), 2u + 255);
+    EXPECT_EQ(kept[0], std::string("Exif\0\0first", 11));
+    EXPECT_EQ(kept[1], "one");
+    for (unsigned i = 0; i < 255; ++i) {
+        EXPECT_EQ(kept[2 + i], ProfilePart(i)) << i;
+    }
+}
+
+TEST(JpegProperties, SegmentShorterThanItsLengthFieldCountsAsEmpty) {
+    for (const char length : {'\0', '\1'}) {
+        const std::string marker = std::string("\xFF\xFE\0", 3) + length;
+        const auto properties = PropertiesIn(JpegCodec(), WithMarkers(marker + JpegComment("remark")));
+        ExpectItems(properties, {AsciiProperty(0x9286, "remark")});
+    }
 }
 
 const std::vector<Property> JpegCameraItems = {

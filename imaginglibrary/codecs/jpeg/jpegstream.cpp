@@ -11,7 +11,6 @@ namespace imaginglibrary {
 namespace {
 
 constexpr std::size_t BufferBytes = 32768;
-constexpr unsigned WholeMarker = 0xFFFF;
 constexpr JOCTET EndMarker[] = {0xFF, JPEG_EOI};
 
 constexpr std::uint64_t RoundedUp(std::uint64_t value, int step) {
@@ -42,7 +41,7 @@ Result<std::unique_ptr<JpegStream>> JpegStream::Open(std::shared_ptr<const Input
         jpeg_create_decompress(info);
         info->src = &Of(info).source_;
         if (markers == JpegMarkers::Keep) {
-            Of(info).SaveMarkers(WholeMarker);
+            JpegSegments::Request(info, ReadSegment);
         }
         jpeg_read_header(info, TRUE);
     });
@@ -129,13 +128,6 @@ std::vector<std::uint8_t> JpegStream::ColorProfile() {
     return {bytes, bytes + length};
 }
 
-// EXIF, colour profile and comments. 0 bytes have them passed over.
-void JpegStream::SaveMarkers(unsigned mostBytes) {
-    jpeg_save_markers(&info_, JPEG_APP0 + 1, mostBytes);
-    jpeg_save_markers(&info_, JPEG_APP0 + 2, mostBytes);
-    jpeg_save_markers(&info_, JPEG_COM, mostBytes);
-}
-
 // Apart, so that no Result is alive when the callback jumps.
 Result<std::size_t> JpegStream::Refill() {
     const std::uint64_t left = end_ - std::min(end_, position_);
@@ -158,10 +150,6 @@ boolean JpegStream::FillInputBuffer(j_decompress_ptr info) {
     }
     if (failure != Status::Ok) {
         stream.errors_.Leave(failure);
-    }
-    // No honest header is that long, and libjpeg itself has no limit.
-    if (stream.position_ > MaximumMetadataBytes) {
-        stream.SaveMarkers(0);
     }
     if (info->src->bytes_in_buffer == 0) {
         stream.MeetEnd();
@@ -201,6 +189,16 @@ void JpegStream::SkipInputData(j_decompress_ptr info, long count) {
     info->src->next_input_byte += inBuffer;
     info->src->bytes_in_buffer -= inBuffer;
     Of(info).position_ += static_cast<std::size_t>(count) - inBuffer;
+}
+
+// No honest header is longer than the limit, and libjpeg itself has none.
+boolean JpegStream::ReadSegment(j_decompress_ptr info) {
+    if (Of(info).position_ <= MaximumMetadataBytes) {
+        Of(info).segments_.Read(info);
+    } else {
+        JpegSegments::PassOver(info);
+    }
+    return TRUE;
 }
 
 // Without a marker that was read but not looked into.

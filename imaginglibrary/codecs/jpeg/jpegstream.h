@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imaginglibrary/codecs/jpeg/jpegerrors.h"
+#include "imaginglibrary/codecs/jpeg/jpegsegments.h"
 #include "imaginglibrary/files/inputfile.h"
 
 #include <climits>
@@ -11,7 +12,7 @@
 
 namespace imaginglibrary {
 
-// Whether the markers with metadata are kept for Header().marker_list; rows have no use for them.
+// Whether the segments with metadata are kept for Header().marker_list, or passed over; rows have no use for them.
 enum class JpegMarkers { Keep, PassOver };
 
 // The legal order of calls is Open, Start once, ReadRow up to output_height times. Belongs to one thread at a time.
@@ -58,8 +59,8 @@ class JpegStream {
     static JpegStream& Of(j_decompress_ptr info) { return *static_cast<JpegStream*>(info->client_data); }
     static boolean FillInputBuffer(j_decompress_ptr info);
     static void SkipInputData(j_decompress_ptr info, long count);
+    static boolean ReadSegment(j_decompress_ptr info);
 
-    void SaveMarkers(unsigned mostBytes);
     Result<std::size_t> Refill();
     void MeetEnd();
     Status ReadScans();
@@ -73,6 +74,7 @@ class JpegStream {
     std::uint64_t dataStart_ = 0; // known from Start on
     std::uint64_t soundBytes_ = 0;
     std::vector<std::uint8_t> buffer_;
+    JpegSegments segments_;
     bool endedEarly_ = false;
     unsigned eighths_ = 0; // 0 until Start
     std::shared_ptr<FileDamage> damage_;
