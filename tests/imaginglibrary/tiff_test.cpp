@@ -95,14 +95,6 @@ TEST(TiffReader, ChromaticColorsThatAreNotJpegAreConverted) {
     }
 }
 
-TEST(TiffReader, LabColorsAreConverted) {
-    const auto tiff =
-        Opened(TiffCodec(), MakeTiff({.samples = 3, .photometric = PHOTOMETRIC_CIELAB},
-                                     [](auto, auto, unsigned sample) { return sample == 0 ? 255u : 0u; }));
-    ASSERT_NE(tiff, nullptr);
-    EXPECT_GT(PeakSignalToNoise(ColorsOf(*tiff), std::vector<Color>(37 * 19, 0xFFFFFFFF)), 20);
-}
-
 TEST(TiffReader, OrientationIsNotApplied) {
     const auto tiff = Opened(TiffCodec(), MakeTiff({.orientation = ORIENTATION_BOTRIGHT},
                                                    [](auto x, auto y, unsigned) { return x + y * 10; }));

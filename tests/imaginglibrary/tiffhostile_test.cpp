@@ -3,6 +3,7 @@
 #include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
+#include "tests/support/tiffmaker.h"
 
 #include <gtest/gtest.h>
 
@@ -69,9 +70,21 @@ TEST(HostileTiff, EightBitPaletteCutOffReadsAsGrey) {
     EXPECT_EQ((*tiff)->Info().palette, GreyPalette(256));
 }
 
-TEST(HostileTiff, SpoiledBytesNeverCrash) {
+// Those that we write, and kinds that only others do.
+std::vector<std::string> HostileFiles() {
+    std::vector<std::string> files;
     for (const PixelFormat format : HostileFormats) {
-        const std::string whole = BytesWritten(TiffCodec(), *MakePicture(format, 7, 5));
+        files.push_back(BytesWritten(TiffCodec(), *MakePicture(format, 7, 5)));
+    }
+    for (const int bits : {8, 16}) {
+        const TiffSpec lab{.width = 7, .height = 5, .bits = bits, .samples = 4, .photometric = PHOTOMETRIC_CIELAB};
+        files.push_back(MakeTiff(lab, [&](auto x, auto y, unsigned sample) { return Mixed(x, y, sample, bits); }));
+    }
+    return files;
+}
+
+TEST(HostileTiff, SpoiledBytesNeverCrash) {
+    for (const std::string& whole : HostileFiles()) {
         for (std::size_t at = 0; at < whole.size(); ++at) {
             for (const int flip : {0x01, 0x02, 0x80, 0xFF}) {
                 std::string spoiled = whole;

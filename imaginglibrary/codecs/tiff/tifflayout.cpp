@@ -129,6 +129,13 @@ void ChooseRgb(TIFF* tiff, TiffLayout& layout) {
     layout.info.format = layout.hasAlpha ? withAlpha : opaque;
 }
 
+bool ChooseLab(TIFF* tiff, TiffLayout& layout) {
+    layout.colors = TiffColors::Lab;
+    layout.hasAlpha = AlphaFormat(tiff, 3, layout.samples) == PixelFormat::Argb32;
+    layout.info.format = layout.hasAlpha ? PixelFormat::Argb32 : PixelFormat::Rgb24;
+    return layout.samples >= 3 && (layout.bits == 8 || layout.bits == 16);
+}
+
 bool ChooseConverted(TIFF* tiff, TiffLayout& layout) {
     std::array<char, 1024> message;
     layout.colors = TiffColors::Converted;
@@ -165,6 +172,11 @@ bool ChooseColors(TIFF* tiff, TiffLayout& layout) {
             return true;
         }
         return ChooseConverted(tiff, layout);
+    case PHOTOMETRIC_ICCLAB:
+        layout.isIccLab = true;
+        [[fallthrough]];
+    case PHOTOMETRIC_CIELAB:
+        return ChooseLab(tiff, layout);
     default:
         return ChooseConverted(tiff, layout);
     }

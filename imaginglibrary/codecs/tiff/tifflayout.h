@@ -12,13 +12,15 @@ enum class TiffColors {
     Index,    // 1 sample into the palette
     Rgb,      // 3 samples
     Cmyk,     // 4 samples, 0 is no ink
-    Converted // made to 8-bit RGB by libtiff: YCbCr that is not JPEG, CIE L*a*b*, LogLuv
+    Lab,      // CIE L*a*b* of 8 or 16 bits: 3 samples
+    Converted // made to 8-bit RGB by libtiff: YCbCr that is not JPEG, LogLuv
 };
 
 struct TiffLayout {
     PictureInfo info;
     TiffColors colors = TiffColors::Grey;
     bool isInverted = false; // grey that counts from white
+    bool isIccLab = false;   // L*a*b* as ICC profiles encode it, without signs
     bool hasAlpha = false;   // one more sample than the colours have
     bool isPlanar = false;   // each sample has rows of its own
     bool isTiled = false;
@@ -29,7 +31,8 @@ struct TiffLayout {
 
     // How many samples are looked at; they are the first.
     unsigned UsedSamples() const {
-        const unsigned ofColor = colors == TiffColors::Rgb ? 3 : colors == TiffColors::Cmyk ? 4 : 1;
+        const bool hasThree = colors == TiffColors::Rgb || colors == TiffColors::Lab;
+        const unsigned ofColor = hasThree ? 3 : colors == TiffColors::Cmyk ? 4 : 1;
         return ofColor + (hasAlpha ? 1 : 0);
     }
 };
@@ -40,9 +43,9 @@ void PrepareTiff(TIFF* tiff);
 // Reads and checks the directory of a prepared handle. Grey of 1, 2, 4 and 8 bits becomes Indexed1, Indexed4, Indexed4
 // and Indexed8 with a grey palette; any other depth of grey Indexed8. Palettes of 1, 2, 4 and 8 bits become Indexed1,
 // Indexed4, Indexed4 and Indexed8. RGB of 16 bits without alpha becomes Rgb48, all other colours Rgb24. A fourth sample
-// (second, for grey) that is said to be alpha makes Argb32, or Pargb32 where it is associated; one that is not said to
-// be anything is ignored. InvalidParameter for a size beyond the limits, UndecodableContent for what cannot be read,
-// OutOfMemory for tiles beyond the limits.
+// (second, for grey) that is said to be alpha makes Argb32, or Pargb32 where it is associated, which L*a*b* cannot be;
+// one that is not said to be anything is ignored. InvalidParameter for a size beyond the limits, UndecodableContent for
+// what cannot be read, OutOfMemory for tiles beyond the limits.
 Result<TiffLayout> ReadTiffLayout(TIFF* tiff);
 
 } // namespace imaginglibrary

@@ -1,6 +1,7 @@
 // Makes rows of pixels from the decoded samples of a TIFF picture.
 #include "imaginglibrary/codecs/tiff/tiffpixels.h"
 
+#include "imaginglibrary/codecs/tiff/tifflab.h"
 #include "imaginglibrary/core/packing.h"
 
 #include <algorithm>
@@ -50,6 +51,9 @@ void TiffPixels::MakeRow(const TiffPlanes& planes, std::uint8_t* row) {
     const PixelFormat format = layout_.info.format;
     if (format == PixelFormat::Rgb48) {
         return MakeRgb48(planes, row);
+    }
+    if (layout_.colors == TiffColors::Lab) {
+        return MakeLab(planes, row);
     }
     const bool isSingle = layout_.isPlanar || layout_.samples == 1;
     if (IsIndexed(format) && isSingle && layout_.bits == BitsPerPixel(format)) {
@@ -120,6 +124,39 @@ void TiffPixels::MakeCmyk(std::uint8_t* row) const {
         row[0] = WithoutInk(values_[2][x], black);
         row[1] = WithoutInk(values_[1][x], black);
         row[2] = WithoutInk(values_[0][x], black);
+    }
+}
+
+Color TiffPixels::LabColor(const std::array<unsigned, 3>& samples) const {
+    const double unit = layout_.bits == 16 ? 256 : 1;
+    const double greatest = layout_.bits == 16 ? layout_.isIccLab ? 0xFF00 : 0xFFFF : 0xFF;
+    const auto chroma = [&](unsigned sample) {
+        constexpr double Middle = 128;
+        const double value = sample / unit;
+        return layout_.isIccLab ? value - Middle : value < Middle ? value : value - 2 * Middle;
+    };
+    return ColorFromLab(samples[0] * 100 / greatest, chroma(samples[1]), chroma(samples[2]));
+}
+
+void TiffPixels::MakeLab(const TiffPlanes& planes, std::uint8_t* row) {
+    if (layout_.hasAlpha) {
+        ReadSamples(LaneOf(planes, 3), values_[3]);
+    }
+    const std::size_t step = BitsPerPixel(layout_.info.format) / 8;
+    for (std::uint32_t x = 0; x < layout_.info.width; ++x, row += step) {
+        std::array<unsigned, 3> samples;
+        for (unsigned sample = 0; sample < samples.size(); ++sample) {
+            const Lane lane = LaneOf(planes, sample);
+            const std::size_t at = lane.first + x * lane.step;
+            samples[sample] = layout_.bits == 16 ? Load16(lane.bytes + 2 * at) : lane.bytes[at];
+        }
+        const Color color = LabColor(samples);
+        row[0] = BlueOf(color);
+        row[1] = GreenOf(color);
+        row[2] = RedOf(color);
+        if (layout_.hasAlpha) {
+            row[3] = values_[3][x];
+        }
     }
 }
 

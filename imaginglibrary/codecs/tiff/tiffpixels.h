@@ -30,6 +30,8 @@ class TiffPixels {
     void MakeRgb48(const TiffPlanes& planes, std::uint8_t* row) const;
     void MakeColors(std::uint8_t* row) const;
     void MakeCmyk(std::uint8_t* row) const;
+    void MakeLab(const TiffPlanes& planes, std::uint8_t* row);
+    Color LabColor(const std::array<unsigned, 3>& samples) const;
 
     // Reads one sample of every pixel, as it is for indices, else widened or narrowed to 8 bits.
     void ReadSamples(const Lane& lane, std::vector<std::uint8_t>& values) const;
