@@ -82,20 +82,29 @@ PixelFormat IndexedFormat(unsigned bits) {
     }
 }
 
-// The format of pixels with alpha, or Undefined where the samples behind the colours are no alpha.
-PixelFormat AlphaFormat(TIFF* tiff, unsigned ofColor, unsigned samples) {
+// What the file says of the first sample behind the colours. libtiff itself does not tell one of which nothing is said
+// from one that is said to be nothing in particular.
+std::uint16_t ExtraSampleOf(TIFF* tiff) {
     std::uint16_t count = 0;
     std::uint16_t* kinds = nullptr;
-    if (samples <= ofColor || TIFFGetFieldDefaulted(tiff, TIFFTAG_EXTRASAMPLES, &count, &kinds) != 1 || count == 0) {
+    const bool isKnown = TIFFGetFieldDefaulted(tiff, TIFFTAG_EXTRASAMPLES, &count, &kinds) == 1 && count > 0;
+    return isKnown ? kinds[0] : std::uint16_t{EXTRASAMPLE_UNSPECIFIED};
+}
+
+// The format of pixels with alpha, or Undefined where the samples behind the colours are no alpha.
+PixelFormat AlphaFormat(TIFF* tiff, unsigned ofColor, unsigned samples) {
+    if (samples <= ofColor) {
         return PixelFormat::Undefined;
     }
-    switch (kinds[0]) {
+    // Grey with several more samples is the many bands of a sensor.
+    const bool areBands = ofColor == 1 && samples > 2;
+    switch (ExtraSampleOf(tiff)) {
     case EXTRASAMPLE_ASSOCALPHA:
         return PixelFormat::Pargb32;
     case EXTRASAMPLE_UNASSALPHA:
         return PixelFormat::Argb32;
     default:
-        return PixelFormat::Undefined;
+        return areBands ? PixelFormat::Undefined : PixelFormat::Argb32;
     }
 }
 

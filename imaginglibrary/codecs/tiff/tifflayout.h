@@ -43,9 +43,9 @@ void PrepareTiff(TIFF* tiff);
 // Reads and checks the directory of a prepared handle. Grey of 1, 2, 4 and 8 bits becomes Indexed1, Indexed4, Indexed4
 // and Indexed8 with a grey palette; any other depth of grey Indexed8. Palettes of 1, 2, 4 and 8 bits become Indexed1,
 // Indexed4, Indexed4 and Indexed8. RGB of 16 bits without alpha becomes Rgb48, all other colours Rgb24. A fourth sample
-// (second, for grey) that is said to be alpha makes Argb32, or Pargb32 where it is associated, which L*a*b* cannot be;
-// one that is not said to be anything is ignored. InvalidParameter for a size beyond the limits, UndecodableContent for
-// what cannot be read, OutOfMemory for tiles beyond the limits.
+// (second, for grey) makes Argb32, or Pargb32 where it is said to be associated alpha, which L*a*b* cannot be; grey
+// with several more samples has alpha only where the file says so. InvalidParameter for a size beyond the limits,
+// UndecodableContent for what cannot be read, OutOfMemory for tiles beyond the limits.
 Result<TiffLayout> ReadTiffLayout(TIFF* tiff);
 
 } // namespace imaginglibrary
