@@ -132,6 +132,30 @@ TEST_F(Bmp, PaletteIsAsLongAsTheFileSays) {
     EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Blue, Black})) << "an index beyond the palette is black";
 }
 
+TEST_F(Bmp, PixelsMayBeginInThePaletteAndLeaveItWhole) {
+    std::string palette = Bytes({0, 0, 255, 0, 255, 0, 0, 0, 255, 255, 255, 0});
+    palette += Bytes({0x31, 0x02, 0, 0}) + std::string(4 * 12, '\0'); // the fourth entry is four pixels too
+    std::string bytes = BmpFile{.width = 4, .height = 1, .bits = 4, .behindHeader = palette}.Whole();
+    bytes.replace(10, 4, Number32(54 + 4 * 3));
+    const auto picture = OpenBytes(bytes);
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().palette.size(), 16u);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{MakeColor(0, 2, 0x31), Blue, Red, White}));
+}
+
+TEST_F(Bmp, PaletteThatRunsOverTheEndOfTheFileHasTheEntriesBeforeIt) {
+    std::string bytes = BmpFile{.width = 3,
+                                .height = 1,
+                                .bits = 4,
+                                .behindHeader = Bytes({0, 0, 255, 0, 255, 0, 0, 0}),
+                                .pixels = Bytes({0x01, 0x20, 0, 0})}
+                            .Whole();
+    const auto picture = OpenBytes(bytes);
+    ASSERT_TRUE(picture.Ok());
+    EXPECT_EQ((*picture)->Info().palette, (Palette{Red, Blue, MakeColor(0, 0x20, 0x01)}));
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Blue, MakeColor(0, 0x20, 0x01)}));
+}
+
 TEST_F(Bmp, SixteenBitsAre555ByDefault) {
     const auto picture = Open({.height = 1, .bits = 16, .pixels = Bytes({0x00, 0x7C, 0x1F, 0x00})});
     ASSERT_TRUE(picture.Ok());

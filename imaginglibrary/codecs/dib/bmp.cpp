@@ -10,7 +10,6 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <optional>
 #include <vector>
 
 namespace imaginglibrary {
@@ -117,8 +116,7 @@ Result<std::unique_ptr<Decoder>> OpenBmp(std::shared_ptr<const InputFile> file) 
     }
     const std::uint32_t claimed = LittleEndian32(&header[10]);
     const bool isPlausible = claimed > FileHeaderBytes && claimed < file->Size();
-    auto dib = ReadDibHeader(*file, FileHeaderBytes,
-                             isPlausible ? std::optional<std::uint64_t>(claimed) : std::optional<std::uint64_t>());
+    auto dib = ReadDibHeader(*file, FileHeaderBytes);
     if (!dib.Ok()) {
         return dib.GetStatus();
     }

@@ -7,7 +7,6 @@
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <optional>
 
 namespace imaginglibrary {
 
@@ -26,9 +25,9 @@ struct Dib {
     std::uint64_t endOfPalette = 0; // where pixels lie unless the file says otherwise
 };
 
-// Reads the header at `offset` with its palette: the 12-byte OS/2 one, or any of 16 to 124 bytes. `paletteLimit` is
-// where the pixels are known to begin, if they are: no palette entry is read from there on.
-Result<Dib> ReadDibHeader(const InputFile& file, std::uint64_t offset, std::optional<std::uint64_t> paletteLimit);
+// Reads the header at `offset` with its palette: the 12-byte OS/2 one, or any of 16 to 124 bytes. Of a palette that
+// runs over the end of the file there are the entries before it.
+Result<Dib> ReadDibHeader(const InputFile& file, std::uint64_t offset);
 
 // The picture of a DIB whose pixels begin at `pixels`. Uncompressed and bit-field rows are read from the file when they
 // are asked for; formats are those the platform shows: indexed kept, 555 and 565 kept, other 16-bit layouts and 32 bits

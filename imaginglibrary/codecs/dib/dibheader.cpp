@@ -104,22 +104,21 @@ Status ReadMasks(const InputFile& file, std::uint64_t offset, const RawHeader& h
     return Status::Ok;
 }
 
-Status ReadPalette(const InputFile& file, const RawHeader& header, std::optional<std::uint64_t> limit, Dib& dib) {
+// The palette is as long as the header says, wherever the pixels are said to begin: they may lie in it.
+Status ReadPalette(const InputFile& file, const RawHeader& header, Dib& dib) {
     if (dib.bitsPerPixel > 8) {
         return Status::Ok;
     }
     const std::size_t entryBytes = header.length == CoreHeaderBytes ? 3 : 4;
     const std::uint32_t most = 1u << dib.bitsPerPixel;
     const std::uint32_t claimed = header.length == CoreHeaderBytes ? 0 : header.At32(32);
-    std::uint64_t count = claimed == 0 ? most : std::min(claimed, most);
-    if (limit && *limit > dib.endOfPalette) {
-        count = std::min<std::uint64_t>(count, (*limit - dib.endOfPalette) / entryBytes);
+    const std::size_t count = claimed == 0 ? most : std::min(claimed, most);
+    std::vector<std::uint8_t> bytes(count * entryBytes);
+    const auto read = file.ReadAt(dib.endOfPalette, bytes.data(), bytes.size());
+    if (!read.Ok()) {
+        return read.GetStatus();
     }
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(count) * entryBytes);
-    if (const Status status = file.ReadExactlyAt(dib.endOfPalette, bytes.data(), bytes.size()); status != Status::Ok) {
-        return status;
-    }
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < *read / entryBytes; ++i) {
         const std::uint8_t* entry = &bytes[i * entryBytes];
         dib.palette.push_back(MakeColor(entry[2], entry[1], entry[0]));
     }
@@ -129,7 +128,7 @@ Status ReadPalette(const InputFile& file, const RawHeader& header, std::optional
 
 } // namespace
 
-Result<Dib> ReadDibHeader(const InputFile& file, std::uint64_t offset, std::optional<std::uint64_t> paletteLimit) {
+Result<Dib> ReadDibHeader(const InputFile& file, std::uint64_t offset) {
     const auto header = ReadRawHeader(file, offset);
     if (!header.Ok()) {
         return header.GetStatus();
@@ -150,7 +149,7 @@ Result<Dib> ReadDibHeader(const InputFile& file, std::uint64_t offset, std::opti
     if (const Status status = ReadMasks(file, offset, *header, dib); status != Status::Ok) {
         return status;
     }
-    if (const Status status = ReadPalette(file, *header, paletteLimit, dib); status != Status::Ok) {
+    if (const Status status = ReadPalette(file, *header, dib); status != Status::Ok) {
         return status;
     }
     return dib;

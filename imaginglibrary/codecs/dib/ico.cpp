@@ -98,7 +98,7 @@ bool HasAnyAlpha(const std::uint8_t* row, std::uint32_t width) {
 class IconPicture : public Decoder {
   public:
     static Result<std::unique_ptr<Decoder>> Open(std::shared_ptr<const InputFile> file, std::uint64_t offset) {
-        auto dib = ReadDibHeader(*file, offset, std::nullopt);
+        auto dib = ReadDibHeader(*file, offset);
         if (!dib.Ok()) {
             return dib.GetStatus();
         }
