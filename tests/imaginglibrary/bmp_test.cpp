@@ -249,10 +249,69 @@ TEST_F(Bmp, RleRunsBeyondTheRowAreCutOff) {
     EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{White, White, Red, Red}));
 }
 
-TEST_F(Bmp, RleDataThatEndEarlyAreUndecodable) {
-    const auto picture = Open(RleFile(8, 2, 2, Bytes({2, 2, 0, 0, 1, 1})));
+TEST_F(Bmp, RleRowsMayBeStoredFromTheTop) {
+    const auto picture = Open(RleFile(8, 4, -2, Bytes({4, 2, 0, 0, 0, 3, 1, 0, 3, 0, 1, 1, 0, 1})));
     ASSERT_TRUE(picture.Ok());
-    EXPECT_EQ(ReadAllRows(**picture), UndecodableContent);
+    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Red, Red, Red, White, Black, Blue, White}));
+    const auto halves = Open(RleFile(4, 2, -2, Bytes({2, 0x12, 0, 0, 2, 0x33, 0, 1})));
+    ASSERT_TRUE(halves.Ok());
+    EXPECT_EQ(ColorsOf(**halves), (std::vector<Color>{White, Red, Blue, Blue}));
+}
+
+struct ShortRle {
+    std::string pixels;
+    std::vector<Color> colors;
+    bool isDamaged;
+};
+
+TEST_F(Bmp, RleDataThatEndEarlyAreShownAsFarAsTheyGo) {
+    const ShortRle files[] = {
+        {Bytes({2, 2, 0, 0, 1, 1}), {White, Black, Red, Red}, true},
+        {Bytes({2, 2, 0, 0, 1}), {Black, Black, Red, Red}, true},
+        {Bytes({2, 2, 0}), {Black, Black, Red, Red}, true},
+        {Bytes({2, 2}), {Black, Black, Red, Red}, true},
+        {Bytes({1, 2}), {Black, Black, Red, Black}, true},
+        {Bytes({2, 2, 0, 2, 0}), {Black, Black, Red, Red}, true},
+        {Bytes({0, 3, 1}), {Black, Black, White, Black}, true},
+        // What an end mark says is never damage, nor is its absence.
+        {Bytes({2, 2, 0, 1}), {Black, Black, Red, Red}, false},
+        {Bytes({2, 2, 0, 0, 2, 1}), {White, White, Red, Red}, false},
+    };
+    for (const auto& [pixels, colors, isDamaged] : files) {
+        const auto picture = Open(RleFile(8, 2, 2, pixels));
+        ASSERT_TRUE(picture.Ok());
+        EXPECT_EQ(ColorsOf(**picture), colors) << pixels.size();
+        EXPECT_EQ((*picture)->Damage()->IsMet(), isDamaged) << pixels.size();
+    }
+}
+
+TEST_F(Bmp, RlePixelsThatAreMissingInTheLastLiteralAreDamage) {
+    const std::string literal = Bytes({0, 3, 1, 2, 3});
+    const auto whole = Open(RleFile(8, 3, 1, literal));
+    EXPECT_EQ(ColorsOf(**whole), (std::vector<Color>{White, Red, Blue}));
+    EXPECT_FALSE((*whole)->Damage()->IsMet()) << "the padding may be missing";
+    const auto cut = Open(RleFile(8, 3, 1, Bytes({1, 1}) + Bytes({0, 3, 2})));
+    EXPECT_EQ(ColorsOf(**cut), (std::vector<Color>{White, Red, Black}));
+    EXPECT_TRUE((*cut)->Damage()->IsMet());
+    const auto halves = Open(RleFile(4, 6, 1, Bytes({0, 6, 0x12, 0x31})));
+    EXPECT_EQ(ColorsOf(**halves), (std::vector<Color>{White, Red, Blue, White, Black, Black}));
+    EXPECT_TRUE((*halves)->Damage()->IsMet());
+}
+
+TEST_F(Bmp, RleDataWithoutAPixelOrWhoseDamageIsRefusedAreUndecodable) {
+    for (const std::string& pixels : {Bytes({2}), Bytes({0, 3}), Bytes({0, 2, 0})}) {
+        const auto picture = Open(RleFile(8, 2, 2, pixels));
+        ASSERT_TRUE(picture.Ok());
+        EXPECT_EQ(ReadAllRows(**picture), UndecodableContent) << pixels.size();
+    }
+    const auto refused = Open(RleFile(8, 2, 2, Bytes({2, 2})));
+    (*refused)->Damage()->Refuse();
+    EXPECT_EQ(ReadAllRows(**refused), UndecodableContent);
+}
+
+TEST_F(Bmp, DamageOfUncompressedPixelsIsNeverPutUpWith) {
+    const auto picture = Open({.pixels = TrueColorRows});
+    EXPECT_EQ((*picture)->Damage(), nullptr);
 }
 
 TEST_F(Bmp, ResolutionIsInDotsPerInch) {
@@ -275,28 +334,34 @@ TEST_F(Bmp, UnknownCompressionsAreUndecodable) {
 }
 
 TEST_F(Bmp, CutOffAnywhereItGivesAStatus) {
-    const std::string files[] = {BmpFile{.pixels = TrueColorRows}.Whole(),
-                                 RleFile(8, 4, 2, Bytes({4, 2, 0, 0, 0, 3, 1, 0, 3, 0, 1, 1, 0, 1})).Whole()};
-    for (const std::string& whole : files) {
-        // The last row's padding and the run-length end mark may be missing.
-        for (std::size_t length = 0; length + 2 < whole.size(); ++length) {
-            const auto picture = OpenBytes(whole.substr(0, length));
-            const Status status = picture.Ok() ? ReadAllRows(**picture) : picture.GetStatus();
-            EXPECT_EQ(status, UndecodableContent) << "cut at " << length;
-        }
+    const std::string rows = BmpFile{.pixels = TrueColorRows}.Whole();
+    const std::string runs = RleFile(8, 4, 2, Bytes({4, 2, 0, 0, 0, 3, 1, 0, 3, 0, 1, 1, 0, 1})).Whole();
+    const auto statusOfCut = [&](const std::string& whole, std::size_t length) {
+        const auto picture = OpenBytes(whole.substr(0, length));
+        return picture.Ok() ? ReadAllRows(**picture) : picture.GetStatus();
+    };
+    // The last row's padding may be missing.
+    for (std::size_t length = 0; length + 2 < rows.size(); ++length) {
+        EXPECT_EQ(statusOfCut(rows, length), UndecodableContent) << "cut at " << length;
+    }
+    constexpr std::size_t FirstRun = 14 + 40 + 4 * 4 + 2;
+    for (std::size_t length = 0; length < runs.size(); ++length) {
+        EXPECT_EQ(statusOfCut(runs, length), length < FirstRun ? UndecodableContent : Status::Ok) << length;
     }
 }
 
 TEST_F(Bmp, AnyBrokenByteGivesAPictureOrAStatus) {
-    const std::string whole =
-        RleFile(4, 5, 3, Bytes({5, 0x12, 0, 0, 0, 5, 0x12, 0x31, 0x20, 0, 0, 2, 1, 1, 4, 1, 0, 1})).Whole();
-    for (std::size_t at = 2; at < whole.size(); ++at) {
-        for (const int flip : {0x01, 0x80, 0xFF}) {
-            std::string broken = whole;
-            broken[at] = static_cast<char>(broken[at] ^ flip);
-            const auto picture = OpenBytes(broken);
-            if (picture.Ok() && (*picture)->Info().width < 1000 && (*picture)->Info().height < 1000) {
-                (void)ReadAllRows(**picture);
+    for (const std::int32_t height : {3, -3}) {
+        const std::string whole =
+            RleFile(4, 5, height, Bytes({5, 0x12, 0, 0, 0, 5, 0x12, 0x31, 0x20, 0, 0, 2, 1, 1, 4, 1, 0, 1})).Whole();
+        for (std::size_t at = 2; at < whole.size(); ++at) {
+            for (const int flip : {0x01, 0x80, 0xFF}) {
+                std::string broken = whole;
+                broken[at] = static_cast<char>(broken[at] ^ flip);
+                const auto picture = OpenBytes(broken);
+                if (picture.Ok() && (*picture)->Info().width < 1000 && (*picture)->Info().height < 1000) {
+                    (void)ReadAllRows(**picture);
+                }
             }
         }
     }

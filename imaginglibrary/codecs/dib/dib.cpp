@@ -130,9 +130,11 @@ class DibPicture : public Decoder {
 
     const PictureInfo& Info() const override { return info_; }
 
+    std::shared_ptr<FileDamage> Damage() const override { return IsCompressed() ? damage_ : nullptr; }
+
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
         if (IsCompressed()) {
-            return OpenRleRows(file_, dib_, pixels_);
+            return OpenRleRows(file_, dib_, pixels_, *damage_);
         }
         return std::unique_ptr<RowReader>(std::make_unique<StoredRows>(file_, dib_, pixels_));
     }
@@ -154,6 +156,7 @@ class DibPicture : public Decoder {
     Dib dib_;
     std::uint64_t pixels_;
     PictureInfo info_;
+    std::shared_ptr<FileDamage> damage_ = std::make_shared<FileDamage>();
 };
 
 } // namespace

@@ -49,9 +49,9 @@ bool IsKnownLayout(const Dib& dib) {
         return dib.bitsPerPixel == 1 || dib.bitsPerPixel == 4 || dib.bitsPerPixel == 8 || dib.bitsPerPixel == 16 ||
                dib.bitsPerPixel == 24 || dib.bitsPerPixel == 32;
     case DibCompression::Rle8:
-        return dib.bitsPerPixel == 8 && !dib.topDown;
+        return dib.bitsPerPixel == 8;
     case DibCompression::Rle4:
-        return dib.bitsPerPixel == 4 && !dib.topDown;
+        return dib.bitsPerPixel == 4;
     case DibCompression::BitFields:
     case DibCompression::AlphaBitFields:
         return dib.bitsPerPixel == 16 || dib.bitsPerPixel == 32;

@@ -55,14 +55,16 @@ std::uint32_t LiteralBytes(std::uint32_t pixels, unsigned bitsPerPixel) {
     return bytes + bytes % 2;
 }
 
+enum class RleData { Whole, Short, None };
+
 class RleRows : public RowReader {
   public:
     RleRows(std::shared_ptr<const InputFile> file, const Dib& dib)
-        : bytes_(std::move(file)), width_(dib.width), height_(dib.height), bits_(dib.bitsPerPixel),
-          starts_(dib.height) {}
+        : fileBytes_(file->Size()), bytes_(std::move(file)), width_(dib.width), height_(dib.height),
+          bits_(dib.bitsPerPixel), topDown_(dib.topDown), starts_(dib.height) {}
 
-    // Finds the start of every row, counted from the bottom.
-    Status FindRows(std::uint64_t pixels) {
+    // Finds the start of every row, in the file's order.
+    RleData FindRows(std::uint64_t pixels) {
         std::uint32_t row = 0;
         std::uint32_t column = 0;
         bytes_.Seek(pixels);
@@ -74,14 +76,20 @@ class RleRows : public RowReader {
                 column += command.count;
                 break;
             case Command::Kind::Literal:
+                if (!HasLiteral(command)) {
+                    return row == 0 && column == 0 && bytes_.Position() >= fileBytes_ ? RleData::None : RleData::Short;
+                }
                 column += command.count;
                 bytes_.Seek(bytes_.Position() + LiteralBytes(command.count, bits_));
                 break;
             case Command::Kind::EndOfBitmap:
-                return Status::Ok;
+                return RleData::Whole;
             case Command::Kind::EndOfFile:
+                if (row == 0 && column == 0) {
+                    return RleData::None;
+                }
                 // Some writers leave out the end mark; the picture is there all the same.
-                return row + 1 >= height_ && column >= width_ ? Status::Ok : UndecodableContent;
+                return row + 1 >= height_ && column >= width_ ? RleData::Whole : RleData::Short;
             case Command::Kind::EndOfRow:
             case Command::Kind::Move:
                 column = command.kind == Command::Kind::Move ? column + command.count : 0;
@@ -89,7 +97,7 @@ class RleRows : public RowReader {
                 if (step > 0) {
                     row += step;
                     if (row >= height_) {
-                        return Status::Ok;
+                        return RleData::Whole;
                     }
                     starts_[row] = {bytes_.Position(), column};
                 }
@@ -100,7 +108,8 @@ class RleRows : public RowReader {
     }
 
     Status ReadRow(std::uint8_t* row) override {
-        const RowStart start = starts_[height_ - 1 - next_++];
+        const RowStart start = starts_[topDown_ ? next_ : height_ - 1 - next_];
+        ++next_;
         std::fill_n(row, (std::size_t{width_} * bits_ + 7) / 8, std::uint8_t{0});
         if (start.offset == 0) {
             return Status::Ok;
@@ -128,6 +137,11 @@ class RleRows : public RowReader {
     }
 
   private:
+    // But for the byte that pads it, which may be missing at the end of the file.
+    bool HasLiteral(const Command& command) const {
+        return bytes_.Position() + (command.count * bits_ + 7) / 8 <= fileBytes_;
+    }
+
     void Put(std::uint8_t* row, std::uint32_t column, std::uint8_t index) const {
         if (column >= width_) {
             return;
@@ -159,10 +173,12 @@ class RleRows : public RowReader {
         }
     }
 
+    std::uint64_t fileBytes_;
     ByteReader bytes_;
     std::uint32_t width_;
     std::uint32_t height_;
     unsigned bits_;
+    bool topDown_;
     std::vector<RowStart> starts_;
     std::uint32_t next_ = 0;
 };
@@ -170,10 +186,11 @@ class RleRows : public RowReader {
 } // namespace
 
 Result<std::unique_ptr<RowReader>> OpenRleRows(std::shared_ptr<const InputFile> file, const Dib& dib,
-                                               std::uint64_t pixels) {
+                                               std::uint64_t pixels, FileDamage& damage) {
     auto rows = std::make_unique<RleRows>(std::move(file), dib);
-    if (const Status status = rows->FindRows(pixels); status != Status::Ok) {
-        return status;
+    const RleData data = rows->FindRows(pixels);
+    if (data == RleData::None || (data == RleData::Short && damage.Meet() != Status::Ok)) {
+        return UndecodableContent;
     }
     return std::unique_ptr<RowReader>(std::move(rows));
 }
