@@ -128,6 +128,9 @@ TEST_P(PngKinds, PixelsAreExact) {
             ASSERT_TRUE(picture);
             EXPECT_EQ(ColorsOf(*picture), ExpectedColors(file, samples)) << width << 'x' << height << isInterlaced;
         }
+        file.isInterlaced = false;
+        EXPECT_EQ(ColorsOf(PngCodec(), WithLargestWindow(MakePng(file, samples))), ExpectedColors(file, samples))
+            << width << 'x' << height;
     }
 }
 

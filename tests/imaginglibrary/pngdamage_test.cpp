@@ -32,6 +32,7 @@ std::vector<std::string> PngLayouts() {
         files.push_back(MakePng({.depth = 1, .type = PNG_COLOR_TYPE_GRAY, .isInterlaced = isInterlaced},
                                 [](unsigned x, unsigned y, unsigned) { return (x ^ y) & 1; }));
     }
+    files.push_back(WithLargestWindow(files.front()));
     return files;
 }
 
@@ -75,8 +76,7 @@ TEST(PngDamage, AnyDamagedByteGivesAStatusAndSaysNothing) {
 }
 
 TEST(PngDamage, DamagedPixelDataIsUndecodable) {
-    for (const bool isInterlaced : {false, true}) {
-        const std::string whole = WholeFile(isInterlaced);
+    for (const std::string& whole : {WholeFile(), WholeFile(true), WithLargestWindow(WholeFile())}) {
         const std::size_t end = FindChunk(whole, "IEND");
         for (std::size_t i = FindChunk(whole, "IDAT"); i < end; ++i) {
             std::string damaged = whole;
@@ -96,15 +96,79 @@ TEST(PngDamage, OpeningNeedsTheHeaderOnly) {
 }
 
 TEST(PngDamage, TooFewRowsAreUndecodable) {
-    for (const bool isInterlaced : {false, true}) {
-        EXPECT_EQ(ReadAllRows(PngCodec(), WithClaimedSides(WholeFile(isInterlaced), 33, 10)), UndecodableContent);
+    for (const std::string& whole : {WholeFile(), WholeFile(true), WithLargestWindow(WholeFile())}) {
+        EXPECT_EQ(ReadAllRows(PngCodec(), WithClaimedSides(whole, 33, 10)), UndecodableContent);
     }
 }
 
 TEST(PngDamage, WhatStandsBehindThePixelsMayBeBroken) {
-    const std::string whole = WholeFile();
-    EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(whole, "rubbish of any kind", "IEND")), Status::Ok);
-    EXPECT_EQ(ReadAllRows(PngCodec(), whole + "another program's data"), Status::Ok);
+    for (const std::string& whole : {WholeFile(), WithLargestWindow(WholeFile())}) {
+        EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(whole, "rubbish of any kind", "IEND")), Status::Ok);
+        EXPECT_EQ(ReadAllRows(PngCodec(), whole + "another program's data"), Status::Ok);
+        const std::string stream = ImageData(whole);
+        std::string badChunk = PngChunk("IDAT", "no more is needed");
+        badChunk.back() = static_cast<char>(badChunk.back() ^ 1);
+        EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(whole, badChunk, "IEND")), Status::Ok);
+        for (const auto& parts : {std::vector<std::string>{stream + "behind the stream"},
+                                  {stream, "a chunk too many"},
+                                  {"", stream.substr(0, 1), "", stream.substr(1), ""}}) {
+            const std::string file = WithImageData(whole, parts);
+            EXPECT_EQ(ReadAllRows(PngCodec(), file), Status::Ok);
+            EXPECT_EQ(ColorsOf(PngCodec(), file), ColorsOf(PngCodec(), whole));
+        }
+    }
+}
+
+// Whoever writes the sum into a chunk of its own gets it passed over; a wrong one is an error beside the data only.
+TEST(PngDamage, WrongSumIsUndecodableOnlyBesideTheData) {
+    for (const std::string& whole : {WholeFile(), WithLargestWindow(WholeFile())}) {
+        std::string stream = ImageData(whole);
+        const std::size_t sum = stream.size() - 4;
+        stream.back() = static_cast<char>(stream.back() ^ 1);
+        EXPECT_EQ(ReadAllRows(PngCodec(), WithImageData(whole, {stream})), UndecodableContent);
+        EXPECT_EQ(ReadAllRows(PngCodec(), WithImageData(whole, {stream.substr(0, sum), stream.substr(sum)})),
+                  Status::Ok);
+    }
+}
+
+TEST(PngDamage, SurplusRowsArePassedOver) {
+    for (const std::string& whole : {WholeFile(), WithLargestWindow(WholeFile())}) {
+        const std::string file = WithClaimedSides(whole, 33, 8);
+        ASSERT_EQ(ReadAllRows(PngCodec(), file), Status::Ok);
+        std::vector<Color> colors = ColorsOf(PngCodec(), whole);
+        colors.resize(33 * 8);
+        EXPECT_EQ(ColorsOf(PngCodec(), file), colors);
+    }
+}
+
+// Two bands and a half; all that lies in sound chunks is read.
+TEST(PngDamage, RowsBeforeTheDamageAreRead) {
+    constexpr std::uint32_t Width = 700, Height = 300;
+    const PngFile file{.width = Width, .height = Height, .more = [](png_structp png, png_infop) {
+                           png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_PAETH);
+                           png_set_compression_level(png, 0);
+                       }};
+    const std::string whole = MakePng(file, MixedSample);
+    std::string damaged = whole;
+    const std::size_t at = whole.size() / 10 * 9;
+    damaged[at] = static_cast<char>(damaged[at] ^ 1);
+    const auto picture = Opened(PngCodec(), whole);
+    const auto damagedPicture = Opened(PngCodec(), damaged);
+    ASSERT_TRUE(picture && damagedPicture);
+    const auto rows = picture->OpenRows();
+    const auto damagedRows = damagedPicture->OpenRows();
+    ASSERT_TRUE(rows.Ok() && damagedRows.Ok());
+    std::vector<std::uint8_t> row(3 * Width), damagedRow(3 * Width);
+    std::uint32_t read = 0;
+    while ((*damagedRows)->ReadRow(damagedRow.data()) == Status::Ok) {
+        ASSERT_EQ((*rows)->ReadRow(row.data()), Status::Ok);
+        if (read < 260) {
+            ASSERT_EQ(damagedRow, row) << read;
+        }
+        ++read;
+    }
+    EXPECT_GE(read, 260u);
+    EXPECT_LE(read, 276u); // what is left of the damaged chunk, whose checksum comes last
 }
 
 TEST(PngDamage, BrokenAncillaryChunksArePassedOver) {

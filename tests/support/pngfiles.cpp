@@ -115,6 +115,29 @@ std::optional<std::string> ChunkData(const std::string& png, const std::string& 
     return png.substr(at + 8, size);
 }
 
+std::string ImageData(const std::string& png) {
+    std::string stream;
+    std::size_t at = FindChunk(png, "IDAT");
+    while (png.compare(at + 4, 4, "IDAT") == 0) {
+        const std::string data = *ChunkData(png.substr(at), "IDAT");
+        stream += data;
+        at += 12 + data.size();
+    }
+    return stream;
+}
+
+std::string WithImageData(const std::string& png, const std::vector<std::string>& parts) {
+    std::string made = png.substr(0, FindChunk(png, "IDAT"));
+    for (const std::string& part : parts) {
+        made += PngChunk("IDAT", part);
+    }
+    return made + PngChunk("IEND", "");
+}
+
+std::string WithLargestWindow(const std::string& png) {
+    return WithImageData(png, {"\x78\x9C" + ImageData(png).substr(2)});
+}
+
 std::string WithClaimedSides(const std::string& png, std::uint32_t width, std::uint32_t height) {
     const std::size_t at = FindChunk(png, "IHDR");
     const std::string header = BigEndian(width) + BigEndian(height) + ChunkData(png, "IHDR")->substr(8);

@@ -39,6 +39,16 @@ std::size_t FindChunk(const std::string& png, const std::string& type);
 // The data of the first chunk of this type; nothing where there is none.
 std::optional<std::string> ChunkData(const std::string& png, const std::string& type);
 
+// The zlib stream of the file's image data, out of all their chunks.
+std::string ImageData(const std::string& png);
+
+// The file with other image data, a chunk for each part, and nothing behind them but the end.
+std::string WithImageData(const std::string& png, const std::vector<std::string>& parts);
+
+// The file with image data that claim the largest window, as those of large pictures do; libpng makes it as small as
+// the picture.
+std::string WithLargestWindow(const std::string& png);
+
 // The same file with other sides in its header.
 std::string WithClaimedSides(const std::string& png, std::uint32_t width, std::uint32_t height);
 

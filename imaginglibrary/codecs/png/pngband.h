@@ -12,13 +12,6 @@
 
 namespace imaginglibrary {
 
-// What filters need to know of a picture's rows.
-struct PngRowForm {
-    std::size_t rowBytes = 0;
-    std::size_t pixelBytes = 1; // 1 for smaller pixels too
-    bool isIndexed = false;     // neighbouring indexes say nothing about each other, so they are not filtered
-};
-
 // Filled row by row, then done, then read.
 class PngBand : public PieceOfWork {
   public:

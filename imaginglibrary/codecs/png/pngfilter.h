@@ -17,6 +17,13 @@ enum class PngFilter : std::uint8_t {
     Paeth = 4,
 };
 
+// What filters need to know of a picture's rows.
+struct PngRowForm {
+    std::size_t rowBytes = 0;
+    std::size_t pixelBytes = 1; // 1 for smaller pixels too
+    bool isIndexed = false;     // neighbouring indexes say nothing about each other, so they are not filtered
+};
+
 // Filters one row of `above`'s and `to`'s length, whose pixels take `pixelBytes` whole bytes, 1 for smaller ones. Above
 // the first row there are zeros.
 void FilterRow(PngFilter filter, std::span<const std::uint8_t> row, const std::uint8_t* above, std::size_t pixelBytes,

@@ -1,22 +1,57 @@
 // Reads PNG files of every colour type and depth.
 #include "imaginglibrary/codecs/png/pngreader.h"
 
+#include "imaginglibrary/codecs/png/pngpixels.h"
 #include "imaginglibrary/codecs/png/pngpropertyreader.h"
+#include "imaginglibrary/codecs/png/pngrawrows.h"
 #include "imaginglibrary/codecs/png/pngstream.h"
 #include "imaginglibrary/core/bitmap.h"
+
+#include <optional>
+#include <utility>
 
 namespace imaginglibrary {
 
 namespace {
 
+// Of a picture that is not interlaced. Whatever is sound is read by PngRawRows; from the first row where it fails,
+// libpng goes on, which until then has only read the header.
 class PngRows : public RowReader {
   public:
-    explicit PngRows(std::unique_ptr<PngStream> stream) : stream_(std::move(stream)) {}
+    // `stream` reads `file` and has been started; `layout` is what it said before.
+    PngRows(std::unique_ptr<PngStream> stream, std::shared_ptr<const InputFile> file, const PngLayout& layout)
+        : stream_(std::move(stream)), pixels_(layout),
+          rawRows_(std::in_place, std::move(file), stream_->ImageDataOffset(), pixels_.RowForm(), layout.height) {}
 
-    Status ReadRow(std::uint8_t* row) override { return stream_->ReadRow(row); }
+    Status ReadRow(std::uint8_t* row) override {
+        if (rawRows_) {
+            if (const std::uint8_t* const raw = rawRows_->Next(); raw != nullptr) {
+                pixels_.Convert(raw, row);
+                ++rowsRead_;
+                return Status::Ok;
+            }
+            rawRows_.reset();
+            if (const Status status = PassOver(rowsRead_, row); status != Status::Ok) {
+                return status;
+            }
+        }
+        return stream_->ReadRow(row);
+    }
 
   private:
+    Status PassOver(std::uint32_t count, std::uint8_t* row) {
+        for (std::uint32_t y = 0; y < count; ++y) {
+            if (const Status status = stream_->ReadRow(row); status != Status::Ok) {
+                return status;
+            }
+        }
+        return Status::Ok;
+    }
+
     std::unique_ptr<PngStream> stream_;
+    PngPixels pixels_;
+    std::optional<PngRawRows> rawRows_;
+    std::uint32_t rowsRead_ = 0;
 };
 
 // Each pass fills in some pixels of the whole picture.
@@ -54,6 +89,7 @@ class PngPicture : public Decoder {
         if (now.width != info_.width || now.height != info_.height || now.format != info_.format) {
             return UndecodableContent;
         }
+        const PngLayout layout = (*stream)->Layout();
         const auto passes = (*stream)->Start();
         if (!passes.Ok()) {
             return passes.GetStatus();
@@ -61,7 +97,7 @@ class PngPicture : public Decoder {
         if (*passes > 1) {
             return ReadPasses(**stream, *passes, info_);
         }
-        return std::unique_ptr<RowReader>(std::make_unique<PngRows>(std::move(*stream)));
+        return std::unique_ptr<RowReader>(std::make_unique<PngRows>(std::move(*stream), file_, layout));
     }
 
   private:

@@ -3,6 +3,7 @@
 
 #include "imaginglibrary/core/limits.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -153,6 +154,31 @@ PictureInfo PngStream::Info() const {
     }
     return info;
 }
+
+PngLayout PngStream::Layout() const {
+    PngLayout layout{.width = png_get_image_width(png_, header_),
+                     .height = png_get_image_height(png_, header_),
+                     .colorType = png_get_color_type(png_, header_),
+                     .depth = png_get_bit_depth(png_, header_),
+                     .format = Format()};
+    png_bytep alphas = nullptr;
+    int alphaCount = 0;
+    png_color_16p clear = nullptr;
+    const bool hasTransparency = png_get_tRNS(png_, header_, &alphas, &alphaCount, &clear) != 0;
+    if (layout.colorType == PNG_COLOR_TYPE_PALETTE) {
+        layout.palette = ReadPalette();
+        for (std::size_t i = 0; i < std::min(layout.palette.size(), static_cast<std::size_t>(alphaCount)); ++i) {
+            layout.palette[i] = (layout.palette[i] & 0xFFFFFF) | Color{alphas[i]} << 24;
+        }
+    } else if (hasTransparency) {
+        const bool isGrey = layout.colorType == PNG_COLOR_TYPE_GRAY;
+        layout.clear = {isGrey ? clear->gray : clear->red, clear->green, clear->blue};
+    }
+    return layout;
+}
+
+// libpng has read the chunk's length and name.
+std::uint64_t PngStream::ImageDataOffset() const { return bytes_.Position() - 8; }
 
 Result<int> PngStream::Start() {
     int passes = 1;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imaginglibrary/codecs/png/pngerrors.h"
+#include "imaginglibrary/codecs/png/pngpixels.h"
 #include "imaginglibrary/core/picture.h"
 #include "imaginglibrary/files/inputfile.h"
 
@@ -44,6 +45,12 @@ class PngStream {
 
     // What the header says, in the pixel format that the platform shows such a picture in.
     PictureInfo Info() const;
+
+    // How the pixels lie in the file, before Start.
+    PngLayout Layout() const;
+
+    // Where in the file the first chunk of image data begins, before the first row.
+    std::uint64_t ImageDataOffset() const;
 
     // Makes ready to deliver rows in that format. Gives back the number of passes: 1, or 7 for an interlaced file.
     Result<int> Start();
