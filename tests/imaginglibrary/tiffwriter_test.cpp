@@ -194,4 +194,48 @@ TEST(TiffWriter, FailureOfTheFileIsGivenBack) {
     }
 }
 
+// Counts the rows that are read of a picture.
+class CountedPicture : public PixelSource {
+  public:
+    explicit CountedPicture(std::shared_ptr<const PixelSource> picture) : picture_(std::move(picture)) {}
+
+    const PictureInfo& Info() const override { return picture_->Info(); }
+
+    Result<std::unique_ptr<RowReader>> OpenRows() const override {
+        auto rows = picture_->OpenRows();
+        return std::unique_ptr<RowReader>(std::make_unique<Rows>(std::move(*rows), rowsRead_));
+    }
+
+    std::uint32_t RowsRead() const { return rowsRead_; }
+
+  private:
+    class Rows : public RowReader {
+      public:
+        Rows(std::unique_ptr<RowReader> rows, std::uint32_t& count) : rows_(std::move(rows)), count_(count) {}
+
+        Status ReadRow(std::uint8_t* row) override {
+            ++count_;
+            return rows_->ReadRow(row);
+        }
+
+      private:
+        std::unique_ptr<RowReader> rows_;
+        std::uint32_t& count_;
+    };
+
+    std::shared_ptr<const PixelSource> picture_;
+    mutable std::uint32_t rowsRead_ = 0;
+};
+
+// A few strips are under way at most, so a failure ends the reading soon.
+TEST(TiffWriter, StripsAreWrittenWhileRowsAreRead) {
+    constexpr std::uint32_t StripsOfThePicture = 100, RowsOfAStrip = 16;
+    const CountedPicture noise(MakePictureOf(1024, StripsOfThePicture * RowsOfAStrip, [](auto x, auto y) {
+        return ((x * 2654435761u) ^ (y * 40503u * 97u)) * 31;
+    }));
+    MemoryOutput file(100000);
+    EXPECT_EQ(TiffCodec().write(noise, {}, file), Status::AccessDenied);
+    EXPECT_LT(noise.RowsRead(), StripsOfThePicture * RowsOfAStrip / 3);
+}
+
 } // namespace

@@ -3,12 +3,11 @@
 
 #include "imaginglibrary/codecs/tiff/tiffclient.h"
 #include "imaginglibrary/codecs/tiff/tiffproperties.h"
+#include "imaginglibrary/codecs/tiff/tiffstrips.h"
 #include "imaginglibrary/core/rowconverter.h"
 #include "imaginglibrary/core/rowpipe.h"
 
 #include <algorithm>
-#include <cstring>
-#include <utility>
 #include <vector>
 
 namespace imaginglibrary {
@@ -111,23 +110,13 @@ bool SetFields(TIFF* tiff, const PictureInfo& info, const TiffForm& form, std::u
     return isSet && SetResolution(tiff, info.resolution);
 }
 
-void PutRedFirst(std::uint8_t* row, std::uint32_t width, std::size_t samples) {
-    for (std::uint32_t x = 0; x < width; ++x, row += samples) {
-        std::swap(row[0], row[2]);
-    }
-}
-
-Status WriteStrips(const PixelSource& picture, const TiffForm& form, std::size_t rowBytes, TiffOutput& output) {
+// Strips that libtiff compresses.
+Status WriteFaxStrips(const PixelSource& picture, std::size_t rowBytes, TiffOutput& output) {
     const PictureInfo& info = picture.Info();
     const std::uint32_t rowsPerStrip = RowsPerStrip(info, rowBytes);
-    const bool isConverted = form.convertTo != PixelFormat::Undefined;
     std::vector<std::uint8_t> strip(rowBytes * rowsPerStrip);
     const auto writeFullStrip = [&](std::uint32_t y, const std::uint8_t* from) {
-        std::uint8_t* const row = strip.data() + rowBytes * (y % rowsPerStrip);
-        std::copy_n(from, rowBytes, row);
-        if (isConverted) {
-            PutRedFirst(row, info.width, static_cast<std::size_t>(form.samples));
-        }
+        std::copy_n(from, rowBytes, strip.data() + rowBytes * (y % rowsPerStrip));
         const std::uint32_t count = y % rowsPerStrip + 1;
         if (count < rowsPerStrip && y + 1 < info.height) {
             return Status::Ok;
@@ -136,8 +125,20 @@ Status WriteStrips(const PixelSource& picture, const TiffForm& form, std::size_t
         const bool isWritten = TIFFWriteEncodedStrip(output.Get(), y / rowsPerStrip, strip.data(), bytes) == bytes;
         return isWritten ? Status::Ok : output.Failure();
     };
+    return PipeRows(picture.OpenRows(), rowBytes, info.height, writeFullStrip);
+}
+
+Status WriteLzwStrips(const PixelSource& picture, const TiffForm& form, std::size_t rowBytes, TiffOutput& output) {
+    const PictureInfo& info = picture.Info();
+    const bool isConverted = form.convertTo != PixelFormat::Undefined;
+    TiffStrips strips({.rowBytes = rowBytes,
+                       .rowsPerStrip = RowsPerStrip(info, rowBytes),
+                       .samples = static_cast<std::size_t>(form.samples),
+                       .isBlueFirst = isConverted,
+                       .hasDifferences = form.predictor == PREDICTOR_HORIZONTAL},
+                      info.height, output);
     return PipeRows(isConverted ? OpenRowsAs(picture, form.convertTo) : picture.OpenRows(), rowBytes, info.height,
-                    writeFullStrip);
+                    [&](std::uint32_t, const std::uint8_t* row) { return strips.AddRow(row); });
 }
 
 } // namespace
@@ -153,7 +154,8 @@ Status WriteTiff(const PixelSource& picture, const PropertyList& properties, Out
     if (!SetFields((*output)->Get(), info, form, RowsPerStrip(info, rowBytes))) {
         return (*output)->Failure();
     }
-    Status status = WriteStrips(picture, form, rowBytes, **output);
+    Status status = form.compression == COMPRESSION_LZW ? WriteLzwStrips(picture, form, rowBytes, **output)
+                                                        : WriteFaxStrips(picture, rowBytes, **output);
     if (status == Status::Ok) {
         status = (*output)->Finish();
     }
