@@ -164,10 +164,10 @@ TEST(TiffWriter, ColorsWithAlphaAreRgba) {
     }
 }
 
-TEST(TiffWriter, FileIsLittleEndianInStripsOf64Kilobytes) {
-    const Tags tags = TagsOf(*MakePicture(PixelFormat::Rgb24, 1000, 100));
+TEST(TiffWriter, FileIsLittleEndianInStripsOfHalfAMegabyte) {
+    const Tags tags = TagsOf(*MakePicture(PixelFormat::Rgb24, 1000, 300));
     EXPECT_FALSE(tags.isBigEndian);
-    EXPECT_EQ(tags.rowsPerStrip, 65536u / 3000);
+    EXPECT_EQ(tags.rowsPerStrip, 524288u / 3000);
 }
 
 TEST(TiffWriter, ResolutionIsKept) {
@@ -229,7 +229,7 @@ class CountedPicture : public PixelSource {
 
 // A few strips are under way at most, so a failure ends the reading soon.
 TEST(TiffWriter, StripsAreWrittenWhileRowsAreRead) {
-    constexpr std::uint32_t StripsOfThePicture = 100, RowsOfAStrip = 16;
+    constexpr std::uint32_t StripsOfThePicture = 24, RowsOfAStrip = 128;
     const CountedPicture noise(MakePictureOf(1024, StripsOfThePicture * RowsOfAStrip, [](auto x, auto y) {
         return ((x * 2654435761u) ^ (y * 40503u * 97u)) * 31;
     }));

@@ -14,7 +14,8 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr std::size_t StripBytes = 65536;
+// Every strip begins with an empty table of strings, which costs room where strips are small.
+constexpr std::size_t StripBytes = 1 << 19;
 
 // How a picture is laid down in the file.
 struct TiffForm {
