@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t FullPalette = 256;
 constexpr Color Nothing = 0x00000000;
+constexpr std::uint64_t MuchLarger = 4;
 
 // How the indices of the file become pixels of the picture.
 struct GifLayout {
@@ -29,7 +30,6 @@ bool CoversScreen(const GifHeader& header, std::uint32_t width, std::uint32_t he
 }
 
 bool IsAcceptableScreen(const PictureInfo& screen, const GifHeader& image) {
-    constexpr std::uint64_t MuchLarger = 4;
     const std::uint64_t pixels = std::uint64_t{screen.width} * screen.height;
     return IsAcceptableSize(screen.width, screen.height) &&
            (pixels <= MaximumEmptyScreenPixels || pixels <= MuchLarger * image.width * image.height);
@@ -67,25 +67,51 @@ GifLayout LayoutOf(const GifHeader& header, bool hasMoreImages) {
 // Gives the lines of an image from the top, whatever their order in the file.
 class GifLines {
   public:
-    explicit GifLines(std::unique_ptr<GifStream> stream) : stream_(std::move(stream)) {}
+    GifLines(std::unique_ptr<GifStream> stream, std::shared_ptr<FileDamage> damage)
+        : stream_(std::move(stream)), damage_(std::move(damage)) {}
 
     const GifHeader& Header() const { return stream_->Header(); }
 
-    Status ReadLine(std::uint8_t* indices) {
+    // Gives back how many indices the line has.
+    Result<std::size_t> ReadLine(std::uint8_t* indices) {
         if (!Header().isInterlaced) {
-            return stream_->ReadLine(indices) ? Status::Ok : UndecodableContent;
+            return ReadNext(indices);
         }
         if (next_ == 0) {
             if (const Status status = ReadAllLines(); status != Status::Ok) {
                 return status;
             }
         }
-        std::memcpy(indices, lines_[next_].get(), Header().width);
-        lines_[next_++].reset();
-        return Status::Ok;
+        auto& [line, count] = lines_[next_++];
+        std::copy_n(line.get(), count, indices);
+        line.reset();
+        return count;
     }
 
   private:
+    struct Line {
+        std::unique_ptr<std::uint8_t[]> indices; // null where there are none
+        std::size_t count = 0;
+    };
+
+    // A line that is short, or there is nothing of, is put up with where the file itself says that its data end there.
+    Result<std::size_t> ReadNext(std::uint8_t* indices) {
+        const std::size_t count = stream_->ReadLine(indices);
+        pixels_ += count;
+        if (count < Header().width) {
+            if (stream_->GetEnd() != GifPixels::End::Marked || !HasEnough() || damage_->Meet() != Status::Ok) {
+                return UndecodableContent;
+            }
+        }
+        return count;
+    }
+
+    // Some bytes must not cost an hour.
+    bool HasEnough() const {
+        const std::uint64_t promised = std::uint64_t{Header().width} * Header().height;
+        return pixels_ > 0 && (promised <= MaximumEmptyScreenPixels || promised <= MuchLarger * pixels_);
+    }
+
     // Takes memory only as the data comes in, so that a large promise in a small file costs nothing.
     Status ReadAllLines() {
         const std::uint32_t width = Header().width;
@@ -97,9 +123,14 @@ class GifLines {
         constexpr struct { std::uint32_t first, step; } Passes[] = {{0, 8}, {4, 8}, {2, 4}, {1, 2}};
         for (const auto& pass : Passes) {
             for (std::uint32_t y = pass.first; y < height; y += pass.step) {
-                lines_[y] = std::make_unique<std::uint8_t[]>(width);
-                if (!stream_->ReadLine(lines_[y].get())) {
-                    return UndecodableContent;
+                lines_[y].indices = std::make_unique<std::uint8_t[]>(width);
+                const auto count = ReadNext(lines_[y].indices.get());
+                if (!count.Ok()) {
+                    return count.GetStatus();
+                }
+                lines_[y].count = *count;
+                if (*count == 0) {
+                    lines_[y].indices.reset();
                 }
             }
         }
@@ -107,14 +138,17 @@ class GifLines {
     }
 
     std::unique_ptr<GifStream> stream_;
-    std::vector<std::unique_ptr<std::uint8_t[]>> lines_;
+    std::shared_ptr<FileDamage> damage_;
+    std::uint64_t pixels_ = 0; // that were read
+    std::vector<Line> lines_;
     std::uint32_t next_ = 0;
 };
 
 class GifRows : public RowReader {
   public:
-    GifRows(std::shared_ptr<const GifLayout> layout, std::unique_ptr<GifStream> stream)
-        : layout_(std::move(layout)), lines_(std::move(stream)), line_(lines_.Header().width) {}
+    GifRows(std::shared_ptr<const GifLayout> layout, std::unique_ptr<GifStream> stream,
+            std::shared_ptr<FileDamage> damage)
+        : layout_(std::move(layout)), lines_(std::move(stream), std::move(damage)), line_(lines_.Header().width) {}
 
     Status ReadRow(std::uint8_t* row) override {
         const GifHeader& image = lines_.Header();
@@ -123,12 +157,12 @@ class GifRows : public RowReader {
         if (y < image.top || y - image.top >= image.height) {
             return Status::Ok;
         }
-        const Status status = lines_.ReadLine(line_.data());
+        const auto count = lines_.ReadLine(line_.data());
         const std::uint32_t width = layout_->info.width;
-        if (status != Status::Ok || image.left >= width) {
-            return status;
+        if (!count.Ok() || image.left >= width) {
+            return count.GetStatus();
         }
-        PlaceLine(row, image.left, std::min(image.width, width - image.left));
+        PlaceLine(row, image.left, std::min(static_cast<std::uint32_t>(*count), width - image.left));
         return Status::Ok;
     }
 
@@ -168,17 +202,20 @@ class GifDecoder : public Decoder {
 
     const PictureInfo& Info() const override { return layout_->info; }
 
+    std::shared_ptr<FileDamage> Damage() const override { return damage_; }
+
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
         auto stream = GifStream::Open(file_);
         if (!stream) {
             return UndecodableContent;
         }
-        return std::unique_ptr<RowReader>(std::make_unique<GifRows>(layout_, std::move(stream)));
+        return std::unique_ptr<RowReader>(std::make_unique<GifRows>(layout_, std::move(stream), damage_));
     }
 
   private:
     std::shared_ptr<const InputFile> file_;
     std::shared_ptr<const GifLayout> layout_;
+    std::shared_ptr<FileDamage> damage_ = std::make_shared<FileDamage>();
 };
 
 } // namespace

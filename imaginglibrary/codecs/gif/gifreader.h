@@ -14,6 +14,10 @@ namespace imaginglibrary {
 // cover the screen, the rest is transparent: through the transparent entry, or one appended to the palette, or, in a
 // full palette without one, as Argb32.
 //
+// Data that end too early are undecodable where the file breaks off. Where the file itself says that they end, the
+// missing pixels are transparent if the palette has a transparent entry, else its first colour, and the picture's
+// Damage is known.
+//
 // Lines are decoded as they are asked for; an interlaced image is held in memory, a byte per pixel.
 Result<std::unique_ptr<Decoder>> OpenGif(std::shared_ptr<const InputFile> file);
 

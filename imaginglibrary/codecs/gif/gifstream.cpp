@@ -1,7 +1,9 @@
-// A GIF file open at the pixels of its first image, by way of giflib.
+// A GIF file open at the pixels of its first image.
 #include "imaginglibrary/codecs/gif/gifstream.h"
 
-#include <algorithm>
+#include "imaginglibrary/core/bytes.h"
+
+#include <array>
 
 namespace imaginglibrary {
 
@@ -21,27 +23,11 @@ Palette PaletteOf(const ColorMapObject* map) {
 // An exception must not travel through the C library.
 int GifStream::ReadBytes(GifFileType* gif, GifByteType* to, int count) noexcept {
     try {
-        auto& stream = *static_cast<GifStream*>(gif->UserData);
-        if (stream.isInPixels_ && stream.isAtBlock_) {
-            *to = stream.ReadBlockLength();
-            return 1;
-        }
-        stream.isAtBlock_ = true;
-        return static_cast<int>(stream.reader_.Read(to, static_cast<std::size_t>(count)));
+        return static_cast<int>(
+            static_cast<GifStream*>(gif->UserData)->reader_.Read(to, static_cast<std::size_t>(count)));
     } catch (...) {
         return 0;
     }
-}
-
-// Files that end right behind their last pixel are common. Where a file ends, giflib is given as much of the block as
-// there is, and then the end of data; a file that lacks a pixel is found out all the same, for then the end comes too
-// early.
-std::uint8_t GifStream::ReadBlockLength() {
-    const int length = reader_.ReadByte();
-    const std::uint64_t left = size_ - std::min(size_, reader_.Position());
-    const auto given = static_cast<std::uint8_t>(std::min<std::uint64_t>(left, length < 0 ? 0 : length));
-    isAtBlock_ = given == 0;
-    return given;
 }
 
 std::unique_ptr<GifStream> GifStream::Open(const std::shared_ptr<const InputFile>& file) {
@@ -58,12 +44,7 @@ bool GifStream::ReadHeader() {
     GifRecordType record = UNDEFINED_RECORD_TYPE;
     while (DGifGetRecordType(gif_.get(), &record) == GIF_OK) {
         if (record == IMAGE_DESC_RECORD_TYPE) {
-            if (DGifGetImageHeader(gif_.get()) != GIF_OK) {
-                return false;
-            }
-            KeepHeader();
-            isInPixels_ = true;
-            return header_.width > 0 && header_.height > 0;
+            return ReadDescriptor();
         }
         if (record != EXTENSION_RECORD_TYPE || !ReadExtension()) {
             return false;
@@ -94,20 +75,40 @@ bool GifStream::ReadExtension() {
     return true;
 }
 
-void GifStream::KeepHeader() {
-    const GifImageDesc& image = gif_->Image;
+bool GifStream::ReadDescriptor() {
+    constexpr unsigned HasPalette = 0x80;
+    constexpr unsigned IsInterlaced = 0x40;
+    std::array<std::uint8_t, 9> bytes;
+    if (reader_.Read(bytes.data(), bytes.size()) != bytes.size()) {
+        return false;
+    }
     header_.screenWidth = static_cast<std::uint32_t>(gif_->SWidth);
     header_.screenHeight = static_cast<std::uint32_t>(gif_->SHeight);
-    header_.left = static_cast<std::uint32_t>(image.Left);
-    header_.top = static_cast<std::uint32_t>(image.Top);
-    header_.width = static_cast<std::uint32_t>(image.Width);
-    header_.height = static_cast<std::uint32_t>(image.Height);
-    header_.isInterlaced = image.Interlace;
-    header_.palette = PaletteOf(image.ColorMap != nullptr ? image.ColorMap : gif_->SColorMap);
+    header_.left = LittleEndian16(&bytes[0]);
+    header_.top = LittleEndian16(&bytes[2]);
+    header_.width = LittleEndian16(&bytes[4]);
+    header_.height = LittleEndian16(&bytes[6]);
+    const unsigned flags = bytes[8];
+    header_.isInterlaced = (flags & IsInterlaced) != 0;
+    header_.palette = PaletteOf(gif_->SColorMap);
+    if ((flags & HasPalette) != 0 && !ReadPalette(std::size_t{2} << (flags & 7))) {
+        return false;
+    }
+    const int pixelBits = reader_.ReadByte();
+    if (pixelBits < 0 || pixelBits >= static_cast<int>(GifPixels::MostCodeBits)) {
+        return false;
+    }
+    pixels_.emplace(reader_, static_cast<unsigned>(pixelBits));
+    return header_.width > 0 && header_.height > 0;
 }
 
-bool GifStream::ReadLine(std::uint8_t* indices) {
-    return DGifGetLine(gif_.get(), indices, static_cast<int>(header_.width)) == GIF_OK;
+bool GifStream::ReadPalette(std::size_t entries) {
+    std::array<std::uint8_t, 3> color;
+    header_.palette.clear();
+    while (header_.palette.size() < entries && reader_.Read(color.data(), color.size()) == color.size()) {
+        header_.palette.push_back(MakeColor(color[0], color[1], color[2]));
+    }
+    return header_.palette.size() == entries;
 }
 
 } // namespace imaginglibrary

@@ -1,6 +1,7 @@
-// A GIF file open at the pixels of its first image, by way of giflib.
+// A GIF file open at the pixels of its first image.
 #pragma once
 
+#include "imaginglibrary/codecs/gif/gifpixels.h"
 #include "imaginglibrary/core/pixelformat.h"
 #include "imaginglibrary/files/inputfile.h"
 
@@ -25,7 +26,7 @@ struct GifHeader {
     std::optional<int> transparent; // index, from the control extension before the image
 };
 
-// Belongs to one thread at a time.
+// giflib reads what stands before the image, for it is strict about the pixels. Belongs to one thread at a time.
 class GifStream {
   public:
     // Null where the file is broken before its first pixel, or has none.
@@ -33,29 +34,30 @@ class GifStream {
 
     const GifHeader& Header() const { return header_; }
 
-    // The next line as the file has them, an index per pixel of the image's width. False if the data is broken or ends
-    // before the last pixel; what should stand behind that may be missing.
-    bool ReadLine(std::uint8_t* indices);
+    // The next line as the file has them, an index per pixel of the image's width. Gives back how many there are: fewer
+    // where the data are broken or end before the last pixel; what should stand behind that may be missing.
+    std::size_t ReadLine(std::uint8_t* indices) { return pixels_->Read(indices, header_.width); }
+
+    // Why a line was short.
+    GifPixels::End GetEnd() const { return pixels_->GetEnd(); }
 
   private:
     struct Closer {
         void operator()(GifFileType* gif) const { DGifCloseFile(gif, nullptr); }
     };
 
-    explicit GifStream(const std::shared_ptr<const InputFile>& file) : size_(file->Size()), reader_(file) {}
+    explicit GifStream(const std::shared_ptr<const InputFile>& file) : reader_(file) {}
 
     static int ReadBytes(GifFileType* gif, GifByteType* to, int count) noexcept;
-    std::uint8_t ReadBlockLength();
     bool ReadHeader();
     bool ReadExtension();
-    void KeepHeader();
+    bool ReadDescriptor();
+    bool ReadPalette(std::size_t entries);
 
-    std::uint64_t size_; // of the file
     ByteReader reader_;
-    bool isInPixels_ = false;
-    bool isAtBlock_ = true; // among the pixels: whether the length of a block comes next
     GifHeader header_;
     std::unique_ptr<GifFileType, Closer> gif_;
+    std::optional<GifPixels> pixels_;
 };
 
 } // namespace imaginglibrary
