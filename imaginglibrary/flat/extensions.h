@@ -17,7 +17,7 @@ using ImageWatcher = std::int32_t(FLAT_CALL*)(void* context, std::uint32_t rowsD
 // `*isDamaged` becomes 1 where the data of the image's file were met to be damaged or cut off, in whatever was decoded
 // of it so far, else 0. An image shares its file's mark with those that it was cloned, cut out or made smaller from;
 // turning keeps it. Only JPEG files are shown in spite of damage, what is not to be seen of them being grey, and
-// bitmaps whose run-length coded data end early.
+// run-length coded bitmaps and GIFs whose data end early.
 FLAT_EXPORT Status FLAT_CALL ImagingGetImageDamage(GpImage* image, std::int32_t* isDamaged);
 
 // From now on damaged data of the image's file are undecodable (OutOfMemory, as in the other formats), for all images

@@ -123,6 +123,74 @@ TEST(TiffProperties, NoItemSpoilsThePicture) {
     }
 }
 
+std::string libtiffComplaints;
+
+void KeepComplaint(const char* /*module*/, const char* format, va_list arguments) {
+    std::array<char, 500> text{};
+    vsnprintf(text.data(), text.size(), format, arguments);
+    libtiffComplaints += text.data() + std::string("\n");
+}
+
+// What libtiff itself cannot make out in a file, and others refuse it for.
+std::string ComplaintsAbout(const std::string& bytes, const TemporaryFolder& folder) {
+    const auto path = folder / "judged.tif";
+    WriteBytes(path, bytes);
+    libtiffComplaints.clear();
+    const auto errors = TIFFSetErrorHandler(KeepComplaint);
+    const auto warnings = TIFFSetWarningHandler(nullptr); // unknown tags and texts without an end are none of it
+    if (TIFF* tiff = TIFFOpen(path.string().c_str(), "r")) {
+        TIFFClose(tiff);
+    }
+    TIFFSetErrorHandler(errors);
+    TIFFSetWarningHandler(warnings);
+    return libtiffComplaints;
+}
+
+TEST(TiffProperties, StrictReadersHaveNothingAgainstAnyValue) {
+    const TemporaryFolder folder;
+    ASSERT_NE(ComplaintsAbout("no TIFF file", folder), "");
+    for (std::uint32_t tag = 0x00FE; tag < 0x0216; ++tag) {
+        for (const Property& item :
+             {ShortProperty(tag, 0), ShortProperty(tag, 4), ShortProperty(tag, 9), LongProperty(tag, 70000),
+              NumbersProperty<std::uint32_t>(tag, PropertyType::Rational, {0, 1}),
+              NumbersProperty<std::uint32_t>(tag, PropertyType::Rational, {7, 0})}) {
+            EXPECT_EQ(ComplaintsAbout(WrittenWith(TiffCodec(), ListOf({item})), folder), "") << std::hex << tag;
+        }
+    }
+}
+
+TEST(TiffProperties, ValuesThatMeanNothingDoNotTakeTheirPlace) {
+    const std::string plain = WrittenWith(TiffCodec(), {});
+    for (const unsigned value : {0u, 9u, 65535u}) {
+        EXPECT_EQ(WrittenWith(TiffCodec(), ListOf({ShortProperty(0x0112, static_cast<std::uint16_t>(value))})), plain);
+    }
+    const auto horizontal = NumbersProperty<std::uint32_t>(0x011A, PropertyType::Rational, {300, 1});
+    const auto vertical = NumbersProperty<std::uint32_t>(0x011B, PropertyType::Rational, {300, 1});
+    for (const std::uint16_t unit : {std::uint16_t{0}, std::uint16_t{4}}) {
+        const auto properties = PropertiesIn(
+            TiffCodec(), WrittenWith(TiffCodec(), ListOf({horizontal, vertical, ShortProperty(0x0128, unit)})));
+        ExpectItems(properties, {horizontal, vertical, ShortProperty(0x0128, 2)});
+    }
+    for (const std::uint16_t orientation : {std::uint16_t{1}, std::uint16_t{8}}) {
+        const auto item = ShortProperty(0x0112, orientation);
+        ExpectItems(PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), ListOf({item}))), {item});
+    }
+}
+
+// Dots per centimetre that are dots per inch would be another size.
+TEST(TiffProperties, UnitDoesNotTakeItsPlaceWithoutBothResolutions) {
+    const auto unit = ShortProperty(0x0128, 3);
+    for (const auto& [numerator, denominator] : {std::pair{0u, 1u}, {1u, 0u}}) {
+        for (const std::uint32_t tag : {0x011Au, 0x011Bu}) {
+            const auto none = NumbersProperty<std::uint32_t>(tag, PropertyType::Rational, {numerator, denominator});
+            const auto other = NumbersProperty<std::uint32_t>(tag ^ 1, PropertyType::Rational, {40, 1});
+            const auto properties = PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), ListOf({none, other, unit})));
+            ExpectItems(properties, {ShortProperty(0x0128, 2)});
+            EXPECT_NE(*properties.Find(tag), none);
+        }
+    }
+}
+
 TEST(TiffProperties, FullDiskIsTheWritersStatus) {
     const auto items = ListOf({BytesProperty(0xC000, PropertyType::Undefined, std::string(200000, 'x'))});
     MemoryOutput file(100000);

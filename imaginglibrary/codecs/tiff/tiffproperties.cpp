@@ -51,9 +51,26 @@ Status ReadDirectory(OutputFile& file, WrittenDirectory& directory) {
     return Status::Ok;
 }
 
-// Whether an item may stand in place of what the picture's own description made.
-bool GivesWay(std::uint16_t tag) {
-    return tag == 0x0112 || tag == 0x011A || tag == 0x011B || tag == 0x0128; // orientation and resolution
+// Whether an item may stand in place of what the picture's own description made: orientation and resolution, with a
+// value that they can have. Strict readers refuse a file for any other.
+bool MayReplace(std::uint16_t tag, const ExifEntry& item) {
+    constexpr unsigned LastOrientation = 8;
+    constexpr unsigned LastUnit = 3;
+    const auto isOneOf = [&](unsigned last) {
+        const unsigned value = LittleEndian16(item.value.data());
+        return value >= 1 && value <= last;
+    };
+    switch (tag) {
+    case 0x0112:
+        return isOneOf(LastOrientation);
+    case 0x0128:
+        return isOneOf(LastUnit);
+    case 0x011A:
+    case 0x011B:
+        return LittleEndian32(item.value.data()) != 0 && LittleEndian32(item.value.data() + 4) != 0;
+    default:
+        return false;
+    }
 }
 
 // A profile of red, green and blue says nothing about grey.
@@ -65,11 +82,14 @@ bool IsGrey(const ExifDirectory& written) {
 void RemoveWhatIsWritten(const ExifDirectory& written, ExifDirectory& items) {
     for (const auto& [tag, entry] : written) {
         const auto item = items.find(tag);
-        const bool stays = item != items.end() && GivesWay(tag) && item->second.type == entry.type &&
-                           item->second.count == entry.count;
+        const bool stays = item != items.end() && item->second.type == entry.type &&
+                           item->second.count == entry.count && MayReplace(tag, item->second);
         if (!stays) {
             items.erase(tag);
         }
+    }
+    if (!items.contains(0x011A) || !items.contains(0x011B)) {
+        items.erase(0x0128); // the unit of what stands there instead is another
     }
 }
 
