@@ -1,6 +1,7 @@
 // One row per file format: how to know it, how to open it, how to write it. A new format is a new folder and a new row.
 #pragma once
 
+#include "imaginglibrary/codecs/writeoptions.h"
 #include "imaginglibrary/core/guid.h"
 #include "imaginglibrary/core/picture.h"
 #include "imaginglibrary/files/inputfile.h"
@@ -32,8 +33,9 @@ struct Codec {
     Result<std::unique_ptr<Decoder>> (*open)(std::shared_ptr<const InputFile> file);
 
     // Writes a whole picture, row by row, with those of the properties that the format can carry, without committing
-    // the file. Null where the format is only read.
-    Status (*write)(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
+    // the file. Options of other formats are passed over. Null where the format is only read.
+    Status (*write)(const PixelSource& picture, const PropertyList& properties, const WriteOptions& options,
+                    OutputFile& file);
 };
 
 // All formats; those that can be written come first, in the platform's order.

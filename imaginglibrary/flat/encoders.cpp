@@ -1,5 +1,6 @@
 // The list of encoders, and saving with one of them.
 #include "imaginglibrary/codecs/codec.h"
+#include "imaginglibrary/flat/encoderparameters.h"
 #include "imaginglibrary/flat/guard.h"
 #include "imaginglibrary/flat/images.h"
 
@@ -86,7 +87,7 @@ void PutSignatures(const Codec& codec, Block& block, ImageCodecInfo& info) {
     info.signatureMask = block.Put(std::string(pattern.size(), '\xff'));
 }
 
-Status SaveImage(const Image& image, const char16_t* path, const Codec& codec) {
+Status SaveImage(const Image& image, const char16_t* path, const Codec& codec, const WriteOptions& options) {
     const auto picture = image.PictureToRead();
     if (!picture.Ok()) {
         return picture.GetStatus();
@@ -95,7 +96,7 @@ Status SaveImage(const Image& image, const char16_t* path, const Codec& codec) {
     if (!file.Ok()) {
         return file.GetStatus();
     }
-    if (const Status status = codec.write(**picture, *image.Properties(), **file); status != Status::Ok) {
+    if (const Status status = codec.write(**picture, *image.Properties(), options, **file); status != Status::Ok) {
         return status;
     }
     return (*file)->Commit();
@@ -136,17 +137,21 @@ FLAT_EXPORT Status FLAT_CALL GdipGetImageEncoders(std::uint32_t count, std::uint
     });
 }
 
-// The encoders know no parameters: whatever stands in the block is passed over, as the platform does with parameters
-// that an encoder does not know. The target is replaced in one step, or stays as it was.
+// Parameters that an encoder does not know are passed over; see encoderparameters.h. The target is replaced in one
+// step, or stays as it was.
 FLAT_EXPORT Status FLAT_CALL GdipSaveImageToFile(GpImage* handle, const char16_t* path, const Guid* encoder,
-                                                 const EncoderParameters* /*parameters*/) {
+                                                 const EncoderParameters* parameters) {
     return Guarded([&] {
         const auto image = FindImage(handle);
         if (image == nullptr || path == nullptr || encoder == nullptr) {
             return Status::InvalidParameter;
         }
         const Codec* codec = FindEncoder(*encoder);
-        return codec == nullptr ? Status::UnknownImageFormat : SaveImage(*image, path, *codec);
+        if (codec == nullptr) {
+            return Status::UnknownImageFormat;
+        }
+        const auto options = WriteOptionsOf(parameters);
+        return options.Ok() ? SaveImage(*image, path, *codec, *options) : options.GetStatus();
     });
 }
 

@@ -77,7 +77,7 @@ TEST(ColorProfile, ThatIsTooLongForJpegIsLeftOutThere) {
 TEST(ColorProfile, IsLeftOutOfGreyTiffs) {
     MemoryOutput file;
     const PictureInfo info{.width = 3, .height = 3, .format = PixelFormat::Indexed8, .palette = GreyPalette(256)};
-    ASSERT_EQ(TiffCodec().write(**Bitmap::Create(info), ListOf({ProfileItem(Profile())}), file), Status::Ok);
+    ASSERT_EQ(TiffCodec().write(**Bitmap::Create(info), ListOf({ProfileItem(Profile())}), {}, file), Status::Ok);
     ASSERT_EQ(file.Commit(), Status::Ok);
     EXPECT_EQ(PropertiesIn(TiffCodec(), file.Bytes()).Find(ProfileTag), nullptr);
 }

@@ -155,7 +155,7 @@ class BreakingPicture : public PixelSource {
 TEST(GifWriter, FailureOfThePictureIsGivenBack) {
     for (const PixelFormat format : {PixelFormat::Indexed8, PixelFormat::Rgb24}) {
         MemoryOutput file;
-        EXPECT_EQ(GifCodec().write(BreakingPicture(format), {}, file), Status::Win32Error);
+        EXPECT_EQ(GifCodec().write(BreakingPicture(format), {}, {}, file), Status::Win32Error);
     }
 }
 
@@ -167,7 +167,7 @@ TEST(GifWriter, FailureOfTheFileIsGivenBack) {
     });
     for (const std::size_t limit : {0u, 70000u}) {
         MemoryOutput file(limit);
-        EXPECT_EQ(GifCodec().write(*noise, {}, file), Status::AccessDenied) << limit;
+        EXPECT_EQ(GifCodec().write(*noise, {}, {}, file), Status::AccessDenied) << limit;
     }
 }
 

@@ -111,7 +111,7 @@ TEST(JpegWriting, SideAbove65500IsInvalid) {
     for (const auto& [width, height] : {std::pair{65501u, 1u}, {1u, 65501u}}) {
         const auto picture = *Bitmap::Create({.width = width, .height = height, .format = PixelFormat::Indexed1});
         MemoryOutput file;
-        EXPECT_EQ(JpegCodec().write(*picture, {}, file), Status::InvalidParameter);
+        EXPECT_EQ(JpegCodec().write(*picture, {}, {}, file), Status::InvalidParameter);
         EXPECT_EQ(file.Size(), 0u);
     }
     const auto longest = *Bitmap::Create({.width = 65500, .height = 1, .format = PixelFormat::Indexed1});
@@ -122,7 +122,7 @@ TEST(JpegWriting, FullDiskIsTheWritersStatus) {
     const auto picture = MakePicture(PixelFormat::Rgb24, 800, 800);
     ASSERT_GT(BytesWritten(JpegCodec(), *picture).size(), 66000u);
     MemoryOutput file(1000);
-    EXPECT_EQ(JpegCodec().write(*picture, {}, file), MemoryOutput::DiskFull);
+    EXPECT_EQ(JpegCodec().write(*picture, {}, {}, file), MemoryOutput::DiskFull);
 }
 
 TEST(JpegWriting, BrokenSourceIsTheWritersStatus) {
@@ -131,7 +131,7 @@ TEST(JpegWriting, BrokenSourceIsTheWritersStatus) {
     ASSERT_TRUE(cut.Ok());
     (*cut)->Damage()->Refuse();
     MemoryOutput file;
-    EXPECT_EQ(JpegCodec().write(**cut, {}, file), UndecodableContent);
+    EXPECT_EQ(JpegCodec().write(**cut, {}, {}, file), UndecodableContent);
 }
 
 } // namespace

@@ -66,11 +66,12 @@ struct Written {
 
 Written Write(const PngRowForm& form, const std::vector<Row>& rows, Status sinkStatus = Status::Ok) {
     Written written;
-    PngImageData data(form, static_cast<std::uint32_t>(rows.size()), [&](std::span<const std::uint8_t> chunk) {
-        written.chunks.push_back(chunk.size());
-        written.stream.insert(written.stream.end(), chunk.begin(), chunk.end());
-        return sinkStatus;
-    });
+    PngImageData data(form, static_cast<std::uint32_t>(rows.size()), std::nullopt,
+                      [&](std::span<const std::uint8_t> chunk) {
+                          written.chunks.push_back(chunk.size());
+                          written.stream.insert(written.stream.end(), chunk.begin(), chunk.end());
+                          return sinkStatus;
+                      });
     for (const Row& row : rows) {
         std::copy(row.begin(), row.end(), data.NextRow());
         if (written.status = data.EndRow(); written.status != Status::Ok) {

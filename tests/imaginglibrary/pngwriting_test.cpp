@@ -159,7 +159,7 @@ TEST(PngWriting, FullDiskIsTheWritersStatus) {
     ASSERT_GT(BytesWritten(PngCodec(), *noise).size(), 200000u);
     for (const std::size_t room : {0u, 70000u}) {
         MemoryOutput file(room);
-        EXPECT_EQ(PngCodec().write(*noise, {}, file), MemoryOutput::DiskFull);
+        EXPECT_EQ(PngCodec().write(*noise, {}, {}, file), MemoryOutput::DiskFull);
     }
 }
 
@@ -168,7 +168,7 @@ TEST(PngWriting, BrokenSourceIsTheWritersStatus) {
     const auto cut = OpenBytes(PngCodec(), whole.substr(0, whole.size() - 40));
     ASSERT_TRUE(cut.Ok());
     MemoryOutput file;
-    EXPECT_EQ(PngCodec().write(**cut, {}, file), UndecodableContent);
+    EXPECT_EQ(PngCodec().write(**cut, {}, {}, file), UndecodableContent);
 }
 
 } // namespace

@@ -194,7 +194,7 @@ TEST(TiffProperties, UnitDoesNotTakeItsPlaceWithoutBothResolutions) {
 TEST(TiffProperties, FullDiskIsTheWritersStatus) {
     const auto items = ListOf({BytesProperty(0xC000, PropertyType::Undefined, std::string(200000, 'x'))});
     MemoryOutput file(100000);
-    EXPECT_EQ(TiffCodec().write(*MakePicture(PixelFormat::Rgb24, 5, 3), items, file), MemoryOutput::DiskFull);
+    EXPECT_EQ(TiffCodec().write(*MakePicture(PixelFormat::Rgb24, 5, 3), items, {}, file), MemoryOutput::DiskFull);
 }
 
 } // namespace

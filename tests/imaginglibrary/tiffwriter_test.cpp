@@ -190,7 +190,7 @@ TEST(TiffWriter, FailureOfTheFileIsGivenBack) {
         MakePictureOf(400, 400, [](auto x, auto y) { return ((x * 2654435761u) ^ (y * 40503u * 97u)) * 31; });
     for (const std::size_t limit : {0u, 70000u, 300000u}) {
         MemoryOutput file(limit);
-        EXPECT_EQ(TiffCodec().write(*noise, {}, file), Status::AccessDenied) << limit;
+        EXPECT_EQ(TiffCodec().write(*noise, {}, {}, file), Status::AccessDenied) << limit;
     }
 }
 
@@ -234,7 +234,7 @@ TEST(TiffWriter, StripsAreWrittenWhileRowsAreRead) {
         return ((x * 2654435761u) ^ (y * 40503u * 97u)) * 31;
     }));
     MemoryOutput file(100000);
-    EXPECT_EQ(TiffCodec().write(noise, {}, file), Status::AccessDenied);
+    EXPECT_EQ(TiffCodec().write(noise, {}, {}, file), Status::AccessDenied);
     EXPECT_LT(noise.RowsRead(), StripsOfThePicture * RowsOfAStrip / 3);
 }
 

@@ -85,9 +85,9 @@ Status GdipGetImageEncoders(std::uint32_t count, std::uint32_t bytes, imaginglib
     return CallFlat("GdipGetImageEncoders", count, bytes, list);
 }
 
-Status GdipSaveImageToFile(GpImage* image, const char16_t* path, const imaginglibrary::Guid* encoder) {
-    return CallFlat("GdipSaveImageToFile", image, path, encoder,
-                    static_cast<const imaginglibrary::EncoderParameters*>(nullptr));
+Status GdipSaveImageToFile(GpImage* image, const char16_t* path, const imaginglibrary::Guid* encoder,
+                           const imaginglibrary::EncoderParameters* parameters) {
+    return CallFlat("GdipSaveImageToFile", image, path, encoder, parameters);
 }
 
 } // namespace flat

@@ -35,7 +35,8 @@ Status GdipGetImagePixelFormat(GpImage* image, imaginglibrary::PixelFormat* form
 Status GdipGetImageThumbnail(GpImage* image, std::uint32_t width, std::uint32_t height, GpImage** thumbnail);
 Status GdipGetImageEncodersSize(std::uint32_t* count, std::uint32_t* bytes);
 Status GdipGetImageEncoders(std::uint32_t count, std::uint32_t bytes, imaginglibrary::ImageCodecInfo* list);
-Status GdipSaveImageToFile(GpImage* image, const char16_t* path, const imaginglibrary::Guid* encoder);
+Status GdipSaveImageToFile(GpImage* image, const char16_t* path, const imaginglibrary::Guid* encoder,
+                           const imaginglibrary::EncoderParameters* parameters = nullptr);
 
 } // namespace flat
 

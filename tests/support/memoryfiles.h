@@ -72,7 +72,8 @@ inline imaginglibrary::Result<std::unique_ptr<imaginglibrary::Decoder>> OpenByte
 // The file that a codec makes of a picture; empty where it fails.
 inline std::string BytesWritten(const imaginglibrary::Codec& codec, const imaginglibrary::PixelSource& picture) {
     MemoryOutput file;
-    if (codec.write(picture, {}, file) != imaginglibrary::Status::Ok || file.Commit() != imaginglibrary::Status::Ok) {
+    if (codec.write(picture, {}, {}, file) != imaginglibrary::Status::Ok ||
+        file.Commit() != imaginglibrary::Status::Ok) {
         return {};
     }
     return file.Bytes();

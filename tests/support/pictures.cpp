@@ -197,7 +197,7 @@ Status WritePicture(const Codec& codec, const PixelSource& picture, const std::f
     if (!file.Ok()) {
         return file.GetStatus();
     }
-    const Status status = codec.write(picture, {}, **file);
+    const Status status = codec.write(picture, {}, {}, **file);
     return status == Status::Ok ? (*file)->Commit() : status;
 }
 

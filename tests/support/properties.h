@@ -54,7 +54,7 @@ inline imaginglibrary::PropertyList PropertiesIn(const imaginglibrary::Codec& co
 inline std::string WrittenWith(const imaginglibrary::Codec& codec, const imaginglibrary::PropertyList& properties,
                                imaginglibrary::PixelFormat format = imaginglibrary::PixelFormat::Rgb24) {
     MemoryOutput file;
-    EXPECT_EQ(codec.write(*MakePicture(format, 5, 3), properties, file), imaginglibrary::Status::Ok);
+    EXPECT_EQ(codec.write(*MakePicture(format, 5, 3), properties, {}, file), imaginglibrary::Status::Ok);
     EXPECT_EQ(file.Commit(), imaginglibrary::Status::Ok);
     return file.Bytes();
 }

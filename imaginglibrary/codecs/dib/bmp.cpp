@@ -124,7 +124,8 @@ Result<std::unique_ptr<Decoder>> OpenBmp(std::shared_ptr<const InputFile> file) 
     return OpenDib(std::move(file), std::move(*dib), pixels);
 }
 
-Status WriteBmp(const PixelSource& picture, const PropertyList& /*properties*/, OutputFile& file) {
+Status WriteBmp(const PixelSource& picture, const PropertyList& /*properties*/, const WriteOptions& /*options*/,
+                OutputFile& file) {
     const Layout layout = LayoutFor(picture.Info());
     if (layout.fileBytes > std::numeric_limits<std::uint32_t>::max()) {
         return Status::ValueOverflow;

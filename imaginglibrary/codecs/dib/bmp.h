@@ -1,6 +1,7 @@
 // BMP files: read in every historic form, written with the 40-byte header, bottom row first, never compressed.
 #pragma once
 
+#include "imaginglibrary/codecs/writeoptions.h"
 #include "imaginglibrary/core/picture.h"
 #include "imaginglibrary/files/inputfile.h"
 #include "imaginglibrary/files/outputfile.h"
@@ -14,6 +15,7 @@ namespace imaginglibrary {
 Result<std::unique_ptr<Decoder>> OpenBmp(std::shared_ptr<const InputFile> file);
 
 // Rows go through in strips. Properties cannot be stored. ValueOverflow for a file beyond 4 GiB.
-Status WriteBmp(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
+Status WriteBmp(const PixelSource& picture, const PropertyList& properties, const WriteOptions& options,
+                OutputFile& file);
 
 } // namespace imaginglibrary

@@ -192,7 +192,8 @@ Status WriteIndexed(const PixelSource& picture, std::size_t entries, const Prope
 
 } // namespace
 
-Status WriteGif(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
+Status WriteGif(const PixelSource& picture, const PropertyList& properties, const WriteOptions& /*options*/,
+                OutputFile& file) {
     const PictureInfo& info = picture.Info();
     if (IsIndexed(info.format) && std::none_of(info.palette.begin(), info.palette.end(), IsHalfTransparent)) {
         const auto entries = EntriesInUse(picture);

@@ -1,6 +1,7 @@
 // Writes GIF files.
 #pragma once
 
+#include "imaginglibrary/codecs/writeoptions.h"
 #include "imaginglibrary/core/picture.h"
 #include "imaginglibrary/files/outputfile.h"
 
@@ -11,6 +12,7 @@ namespace imaginglibrary {
 // in use; all its fully transparent entries become the first of them. Any other picture, and one with half-transparent
 // entries, is reduced to a palette of its own first. Rows go through one at a time, in up to two readings of the
 // picture.
-Status WriteGif(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
+Status WriteGif(const PixelSource& picture, const PropertyList& properties, const WriteOptions& options,
+                OutputFile& file);
 
 } // namespace imaginglibrary

@@ -15,7 +15,6 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr int Quality = 75;
 constexpr std::size_t BufferBytes = 32768;
 
 UINT16 StoredDensity(double dotsPerInch) {
@@ -46,7 +45,7 @@ class JpegSink {
     JpegSink& operator=(const JpegSink&) = delete;
 
     // `profile` is one that fits into markers, or empty.
-    Status Start(const PictureInfo& picture, const std::vector<JpegMarker>& markers,
+    Status Start(const PictureInfo& picture, int quality, const std::vector<JpegMarker>& markers,
                  std::span<const std::uint8_t> profile) {
         const PictureInfo* header = &picture;
         const std::vector<JpegMarker>* following = &markers;
@@ -58,7 +57,7 @@ class JpegSink {
             info_.input_components = 3;
             info_.in_color_space = JCS_EXT_BGR;
             jpeg_set_defaults(&info_);
-            jpeg_set_quality(&info_, Quality, TRUE);
+            jpeg_set_quality(&info_, quality, TRUE);
             info_.density_unit = 1;
             info_.X_density = StoredDensity(header->resolution.horizontal);
             info_.Y_density = StoredDensity(header->resolution.vertical);
@@ -125,13 +124,14 @@ class JpegSink {
 
 } // namespace
 
-Status WriteJpeg(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
+Status WriteJpeg(const PixelSource& picture, const PropertyList& properties, const WriteOptions& options,
+                 OutputFile& file) {
     const PictureInfo& info = picture.Info();
     if (info.width < 1 || info.height < 1 || info.width > JPEG_MAX_DIMENSION || info.height > JPEG_MAX_DIMENSION) {
         return Status::InvalidParameter;
     }
     JpegSink sink(file);
-    if (const Status status = sink.Start(info, MakeJpegMarkers(properties), ProfileOf(properties));
+    if (const Status status = sink.Start(info, options.quality, MakeJpegMarkers(properties), ProfileOf(properties));
         status != Status::Ok) {
         return status;
     }

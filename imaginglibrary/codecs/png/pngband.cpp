@@ -37,9 +37,10 @@ PngBand::PngBand(const PngRowForm& form, std::size_t rows, Remains before)
 
 std::uint8_t* PngBand::AddRow() { return &rows_[rowCount_++ * form_.rowBytes]; }
 
-void PngBand::Prepare(Band band) {
+void PngBand::Prepare(Band band, std::optional<Effort> effort) {
     band_ = band;
     choice_ = Choose();
+    choice_.effort = effort.value_or(choice_.effort);
 }
 
 PngBand::Remains PngBand::ForTheNext() const {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace imaginglibrary {
@@ -28,8 +29,8 @@ class PngBand : public PieceOfWork {
     std::uint8_t* AddRow();
     bool IsFull() const { return rowCount_ * form_.rowBytes == rows_.size(); }
 
-    // Chooses how to filter and compress. All rows must be there.
-    void Prepare(Band band);
+    // Chooses how to filter and, without an effort, how to compress. All rows must be there.
+    void Prepare(Band band, std::optional<Effort> effort);
     Remains ForTheNext() const;
 
     // Behind Prepare.

@@ -11,6 +11,7 @@ namespace imaginglibrary {
 enum class Effort {
     Quick,    // far quicker than Thorough on what hardly repeats itself, and little larger
     Thorough, // far smaller than Quick on what often repeats itself, and not much slower
+    Utmost,   // as small as it gets, and many times slower
 };
 
 // Whether what follows is the same stream's.

@@ -50,10 +50,10 @@ void DeflateQuickly(std::span<const std::uint8_t> bytes, std::span<const std::ui
 
 void Deflate(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> history, Effort effort, Band band,
              std::vector<std::uint8_t>& to) {
-    if (effort == Effort::Thorough) {
-        return DeflateByZlib(bytes, history, effort, band, to);
+    if (effort == Effort::Quick) {
+        return DeflateQuickly(bytes, history, band, to);
     }
-    DeflateQuickly(bytes, history, band, to);
+    DeflateByZlib(bytes, history, effort, band, to);
 }
 
 } // namespace imaginglibrary

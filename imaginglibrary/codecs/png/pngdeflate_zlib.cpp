@@ -9,12 +9,14 @@ namespace imaginglibrary {
 
 namespace {
 
-// zlib's levels for the two efforts. At the higher one it looks at somewhat more places than it would by itself, which
-// makes screenshots smaller and takes little longer; the numbers before that are the level's own.
-constexpr int QuickLevel = 1;
-constexpr int ThoroughLevel = 6;
-constexpr int GoodLength = 8, LazyLength = 16, NiceLength = 128;
-constexpr int ThoroughTries = 160;
+constexpr int LevelOf(Effort effort) { return effort == Effort::Quick ? 1 : effort == Effort::Thorough ? 6 : 9; }
+
+// zlib looks at somewhat more places than it would by itself at that level, which makes screenshots smaller and takes
+// little longer; the numbers before that are the level's own.
+void LookFurther(z_stream& stream) {
+    constexpr int GoodLength = 8, LazyLength = 16, NiceLength = 128, Tries = 160;
+    deflateTune(&stream, GoodLength, LazyLength, NiceLength, Tries);
+}
 
 } // namespace
 
@@ -23,14 +25,12 @@ void DeflateByZlib(std::span<const std::uint8_t> bytes, std::span<const std::uin
     constexpr int WithoutHeader = -15; // and the largest window
     constexpr int MostMemory = 9;
     constexpr std::size_t FlushBytes = 16; // more than what ends a band that goes on
-    const bool isThorough = effort == Effort::Thorough;
     z_stream stream{};
-    if (deflateInit2(&stream, isThorough ? ThoroughLevel : QuickLevel, Z_DEFLATED, WithoutHeader, MostMemory,
-                     Z_DEFAULT_STRATEGY) != Z_OK) {
+    if (deflateInit2(&stream, LevelOf(effort), Z_DEFLATED, WithoutHeader, MostMemory, Z_DEFAULT_STRATEGY) != Z_OK) {
         throw std::bad_alloc();
     }
-    if (isThorough) {
-        deflateTune(&stream, GoodLength, LazyLength, NiceLength, ThoroughTries);
+    if (effort == Effort::Thorough) {
+        LookFurther(stream);
     }
     deflateSetDictionary(&stream, history.data(), static_cast<uInt>(history.size()));
     const std::size_t before = to.size();

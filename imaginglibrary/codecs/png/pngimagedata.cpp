@@ -20,8 +20,8 @@ constexpr std::uint8_t StreamHeader[] = {0x78, 0x9C};
 
 } // namespace
 
-PngImageData::PngImageData(const PngRowForm& form, std::uint32_t height, Sink sink)
-    : form_(form), rowsLeft_(height), rowsOfBand_(std::max<std::size_t>(BandBytes / form.rowBytes, 1)),
+PngImageData::PngImageData(const PngRowForm& form, std::uint32_t height, std::optional<Effort> effort, Sink sink)
+    : form_(form), rowsLeft_(height), rowsOfBand_(std::max<std::size_t>(BandBytes / form.rowBytes, 1)), effort_(effort),
       sink_(std::move(sink)), before_{std::vector<std::uint8_t>(form.rowBytes), {}} {}
 
 std::uint8_t* PngImageData::NextRow() {
@@ -37,7 +37,7 @@ Status PngImageData::EndRow() {
 }
 
 Status PngImageData::EndBand() {
-    band_->Prepare(rowsLeft_ == 0 ? Band::IsLast : Band::GoesOn);
+    band_->Prepare(rowsLeft_ == 0 ? Band::IsLast : Band::GoesOn, effort_);
     if (rowsLeft_ != 0) {
         before_ = band_->ForTheNext();
     }

@@ -16,7 +16,8 @@ class PngImageData {
     // Takes the content of one chunk.
     using Sink = std::function<Status(std::span<const std::uint8_t>)>;
 
-    PngImageData(const PngRowForm& form, std::uint32_t height, Sink sink);
+    // Without an effort each band gets the one that suits it.
+    PngImageData(const PngRowForm& form, std::uint32_t height, std::optional<Effort> effort, Sink sink);
 
     // Where the next row is to be written to. Raises std::bad_alloc.
     std::uint8_t* NextRow();
@@ -31,6 +32,7 @@ class PngImageData {
     PngRowForm form_;
     std::uint32_t rowsLeft_;
     std::size_t rowsOfBand_;
+    std::optional<Effort> effort_;
     Sink sink_;
     std::unique_ptr<PngBand> band_;
     PngBand::Remains before_; // of the last band

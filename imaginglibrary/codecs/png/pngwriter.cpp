@@ -184,6 +184,18 @@ class PngWriter {
     png_infop trial_ = nullptr;
 };
 
+// Nothing for what suits the picture.
+std::optional<Effort> EffortFor(Compression compression) {
+    switch (compression) {
+    case Compression::Quick:
+        return Effort::Quick;
+    case Compression::Small:
+        return Effort::Utmost;
+    default:
+        return std::nullopt;
+    }
+}
+
 PngRowForm RowFormOf(PixelFormat format, std::uint32_t width) {
     return {.rowBytes = BytesPerRow(format, width),
             .pixelBytes = std::max<std::size_t>(BitsPerPixel(format) / 8, 1),
@@ -202,7 +214,8 @@ void PutRow(const std::uint8_t* row, const PngRowForm& form, std::uint8_t* to) {
 
 } // namespace
 
-Status WritePng(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
+Status WritePng(const PixelSource& picture, const PropertyList& properties, const WriteOptions& options,
+                OutputFile& file) {
     const PictureInfo& info = picture.Info();
     const PixelFormat format = WrittenFormat(info);
     std::optional<PngPalette> palette;
@@ -214,7 +227,7 @@ Status WritePng(const PixelSource& picture, const PropertyList& properties, Outp
         return status;
     }
     const PngRowForm form = RowFormOf(format, info.width);
-    PngImageData data(form, info.height,
+    PngImageData data(form, info.height, EffortFor(options.compression),
                       [&](std::span<const std::uint8_t> chunk) { return writer.WriteImageData(chunk); });
     const Status status =
         ForEachRow(palette ? picture.OpenRows() : OpenRowsAs(picture, format), BytesPerRow(format, info.width),

@@ -8,6 +8,8 @@
 #include "imaginglibrary/core/rowpipe.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace imaginglibrary {
@@ -50,7 +52,7 @@ TiffForm IndexedForm(const PictureInfo& info) {
     return {PHOTOMETRIC_PALETTE, bits, 1};
 }
 
-TiffForm FormOf(const PictureInfo& info) {
+TiffForm UsualForm(const PictureInfo& info) {
     if (MayBeTransparent(info)) {
         return {PHOTOMETRIC_RGB, 8, 4, COMPRESSION_LZW, PREDICTOR_HORIZONTAL, PixelFormat::Argb32};
     }
@@ -60,12 +62,50 @@ TiffForm FormOf(const PictureInfo& info) {
     return {PHOTOMETRIC_RGB, 8, 3, COMPRESSION_LZW, PREDICTOR_HORIZONTAL, PixelFormat::Rgb24};
 }
 
+// Which pictures JPEG is for: colours without alpha, and grey.
+bool SuitsJpeg(const TiffForm& form) {
+    const bool isGrey = form.photometric == PHOTOMETRIC_MINISBLACK && form.samples == 1;
+    return form.bits == 8 && (isGrey || form.samples == 3);
+}
+
+// Nothing for a compression that the picture does not suit.
+std::optional<TiffForm> FormOf(const PictureInfo& info, Compression compression) {
+    TiffForm form = UsualForm(info);
+    switch (compression) {
+    case Compression::None:
+        form.compression = COMPRESSION_NONE;
+        form.predictor = PREDICTOR_NONE;
+        return form;
+    case Compression::Lzw:
+        form.compression = COMPRESSION_LZW;
+        return form;
+    case Compression::Deflate:
+        form.compression = COMPRESSION_ADOBE_DEFLATE;
+        return form;
+    case Compression::Fax:
+        return form.compression == COMPRESSION_CCITTFAX4 ? std::optional(form) : std::nullopt;
+    case Compression::Jpeg:
+        if (!SuitsJpeg(form)) {
+            return std::nullopt;
+        }
+        form.compression = COMPRESSION_JPEG;
+        form.predictor = PREDICTOR_NONE;
+        form.photometric = form.samples == 3 ? PHOTOMETRIC_YCBCR : form.photometric;
+        return form;
+    default:
+        return form;
+    }
+}
+
 std::size_t FileRowBytes(const PictureInfo& info, const TiffForm& form) {
     return (std::size_t{info.width} * static_cast<std::size_t>(form.bits * form.samples) + 7) / 8;
 }
 
-std::uint32_t RowsPerStrip(const PictureInfo& info, std::size_t rowBytes) {
-    return static_cast<std::uint32_t>(std::clamp<std::size_t>(StripBytes / rowBytes, 1, info.height));
+std::uint32_t RowsPerStrip(const PictureInfo& info, const TiffForm& form, std::size_t rowBytes) {
+    constexpr std::size_t JpegBlock = 16;
+    const std::size_t rows = std::clamp<std::size_t>(StripBytes / rowBytes, 1, info.height);
+    return static_cast<std::uint32_t>(
+        form.compression == COMPRESSION_JPEG ? (rows + JpegBlock - 1) / JpegBlock * JpegBlock : rows);
 }
 
 bool SetColorMap(TIFF* tiff, const PictureInfo& info) {
@@ -86,7 +126,7 @@ bool SetResolution(TIFF* tiff, const Resolution& resolution) {
            TIFFSetField(tiff, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH) == 1;
 }
 
-bool SetFields(TIFF* tiff, const PictureInfo& info, const TiffForm& form, std::uint32_t rowsPerStrip) {
+bool SetFields(TIFF* tiff, const PictureInfo& info, const TiffForm& form, int quality, std::uint32_t rowsPerStrip) {
     bool isSet = true;
     const auto set = [&](std::uint32_t tag, auto value) { isSet = isSet && TIFFSetField(tiff, tag, value) == 1; };
     set(TIFFTAG_IMAGEWIDTH, info.width);
@@ -101,6 +141,10 @@ bool SetFields(TIFF* tiff, const PictureInfo& info, const TiffForm& form, std::u
     if (form.predictor != PREDICTOR_NONE) {
         set(TIFFTAG_PREDICTOR, form.predictor);
     }
+    if (form.compression == COMPRESSION_JPEG) {
+        set(TIFFTAG_JPEGQUALITY, quality);
+        set(TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB); // what libtiff is given
+    }
     if (form.samples == 4) {
         std::uint16_t kind = EXTRASAMPLE_UNASSALPHA;
         isSet = isSet && TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &kind) == 1;
@@ -111,13 +155,28 @@ bool SetFields(TIFF* tiff, const PictureInfo& info, const TiffForm& form, std::u
     return isSet && SetResolution(tiff, info.resolution);
 }
 
+// From our order of colours, blue first, to that of the file.
+void PutRedFirst(std::uint8_t* row, std::size_t bytes, std::size_t samples) {
+    for (std::size_t i = 0; i < bytes; i += samples) {
+        std::swap(row[i], row[i + 2]);
+    }
+}
+
+Result<std::unique_ptr<RowReader>> OpenRowsFor(const TiffForm& form, const PixelSource& picture) {
+    return form.convertTo == PixelFormat::Undefined ? picture.OpenRows() : OpenRowsAs(picture, form.convertTo);
+}
+
 // Strips that libtiff compresses.
-Status WriteFaxStrips(const PixelSource& picture, std::size_t rowBytes, TiffOutput& output) {
+Status WriteOtherStrips(const PixelSource& picture, const TiffForm& form, std::size_t rowBytes, TiffOutput& output) {
     const PictureInfo& info = picture.Info();
-    const std::uint32_t rowsPerStrip = RowsPerStrip(info, rowBytes);
+    const std::uint32_t rowsPerStrip = RowsPerStrip(info, form, rowBytes);
     std::vector<std::uint8_t> strip(rowBytes * rowsPerStrip);
     const auto writeFullStrip = [&](std::uint32_t y, const std::uint8_t* from) {
-        std::copy_n(from, rowBytes, strip.data() + rowBytes * (y % rowsPerStrip));
+        std::uint8_t* const row = strip.data() + rowBytes * (y % rowsPerStrip);
+        std::copy_n(from, rowBytes, row);
+        if (form.convertTo != PixelFormat::Undefined) {
+            PutRedFirst(row, rowBytes, static_cast<std::size_t>(form.samples));
+        }
         const std::uint32_t count = y % rowsPerStrip + 1;
         if (count < rowsPerStrip && y + 1 < info.height) {
             return Status::Ok;
@@ -126,37 +185,40 @@ Status WriteFaxStrips(const PixelSource& picture, std::size_t rowBytes, TiffOutp
         const bool isWritten = TIFFWriteEncodedStrip(output.Get(), y / rowsPerStrip, strip.data(), bytes) == bytes;
         return isWritten ? Status::Ok : output.Failure();
     };
-    return PipeRows(picture.OpenRows(), rowBytes, info.height, writeFullStrip);
+    return PipeRows(OpenRowsFor(form, picture), rowBytes, info.height, writeFullStrip);
 }
 
 Status WriteLzwStrips(const PixelSource& picture, const TiffForm& form, std::size_t rowBytes, TiffOutput& output) {
     const PictureInfo& info = picture.Info();
-    const bool isConverted = form.convertTo != PixelFormat::Undefined;
     TiffStrips strips({.rowBytes = rowBytes,
-                       .rowsPerStrip = RowsPerStrip(info, rowBytes),
+                       .rowsPerStrip = RowsPerStrip(info, form, rowBytes),
                        .samples = static_cast<std::size_t>(form.samples),
-                       .isBlueFirst = isConverted,
+                       .isBlueFirst = form.convertTo != PixelFormat::Undefined,
                        .hasDifferences = form.predictor == PREDICTOR_HORIZONTAL},
                       info.height, output);
-    return PipeRows(isConverted ? OpenRowsAs(picture, form.convertTo) : picture.OpenRows(), rowBytes, info.height,
+    return PipeRows(OpenRowsFor(form, picture), rowBytes, info.height,
                     [&](std::uint32_t, const std::uint8_t* row) { return strips.AddRow(row); });
 }
 
 } // namespace
 
-Status WriteTiff(const PixelSource& picture, const PropertyList& properties, OutputFile& file) {
+Status WriteTiff(const PixelSource& picture, const PropertyList& properties, const WriteOptions& options,
+                 OutputFile& file) {
     const PictureInfo& info = picture.Info();
-    const TiffForm form = FormOf(info);
-    const std::size_t rowBytes = FileRowBytes(info, form);
+    const auto form = FormOf(info, options.compression);
+    if (!form) {
+        return Status::InvalidParameter;
+    }
+    const std::size_t rowBytes = FileRowBytes(info, *form);
     auto output = TiffOutput::Create(file);
     if (!output.Ok()) {
         return output.GetStatus();
     }
-    if (!SetFields((*output)->Get(), info, form, RowsPerStrip(info, rowBytes))) {
+    if (!SetFields((*output)->Get(), info, *form, options.quality, RowsPerStrip(info, *form, rowBytes))) {
         return (*output)->Failure();
     }
-    Status status = form.compression == COMPRESSION_LZW ? WriteLzwStrips(picture, form, rowBytes, **output)
-                                                        : WriteFaxStrips(picture, rowBytes, **output);
+    const auto writeStrips = form->compression == COMPRESSION_LZW ? WriteLzwStrips : WriteOtherStrips;
+    Status status = writeStrips(picture, *form, rowBytes, **output);
     if (status == Status::Ok) {
         status = (*output)->Finish();
     }

@@ -1,6 +1,7 @@
 // Writes TIFF files.
 #pragma once
 
+#include "imaginglibrary/codecs/writeoptions.h"
 #include "imaginglibrary/core/picture.h"
 #include "imaginglibrary/files/outputfile.h"
 
@@ -17,6 +18,7 @@ namespace imaginglibrary {
 //
 // The resolution is in dots per inch, 96 where the picture has none. Property items that tell of resolution and
 // orientation take their place; nothing else of the layout follows the items.
-Status WriteTiff(const PixelSource& picture, const PropertyList& properties, OutputFile& file);
+Status WriteTiff(const PixelSource& picture, const PropertyList& properties, const WriteOptions& options,
+                 OutputFile& file);
 
 } // namespace imaginglibrary
