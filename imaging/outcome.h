@@ -40,7 +40,7 @@ struct Outcome {
     Failure first; // the first step whose status was not Ok
     Failure end;   // the step that ended the operation before its time
     bool isWritten = false;
-    bool isDamaged = false; // what could not be decoded of the source is grey
+    bool isDamaged = false; // not all of the source could be decoded
     bool isStampDamaged = false;
     PixelSize source; // in pixels, as far as the operation came to know it
     PixelSize result;

@@ -66,6 +66,9 @@ std::string WhyNotRead(StatusValue status, const std::string& source) {
     if (const auto cause = CauseInSource(status, source)) {
         return CannotRead(source, *cause);
     }
+    if (status == InvalidParameter) {
+        return CannotRead(source, "its size is not acceptable, or it is not a picture that Lumbrix can read");
+    }
     return CannotRead(source, "it is not a picture that Lumbrix can read, or it is damaged");
 }
 
@@ -100,7 +103,21 @@ std::optional<std::string> CauseInTarget(const Subject& subject) {
     return std::nullopt;
 }
 
-std::string WhyNotWritten(StatusValue status, const Subject& subject) {
+bool IsSameOrTurned(PixelSize size, PixelSize source) {
+    return (size.width == source.width && size.height == source.height) ||
+           (size.width == source.height && size.height == source.width);
+}
+
+// A file of the target's format cannot be as large. Where the picture has its size from the source, that is to blame.
+std::string WhyTooLarge(const Outcome& outcome, const Subject& subject) {
+    const std::string limit = TextOf(outcome.result) + " pixels are too many for a file of this format";
+    return IsSameOrTurned(outcome.result, outcome.source)
+               ? Shown(subject.source) + " is too large to become " + Shown(subject.destination) + ": " + limit
+               : CannotWrite(subject.destination, limit);
+}
+
+std::string WhyNotWritten(const Outcome& outcome, const Subject& subject) {
+    const StatusValue status = outcome.first.status;
     if (const auto cause = CauseInTarget(subject)) {
         return CannotWrite(subject.destination, *cause);
     }
@@ -108,7 +125,7 @@ std::string WhyNotWritten(StatusValue status, const Subject& subject) {
     case OutOfMemory:
         return CannotRead(subject.source, "it is damaged, or there is not enough memory for it");
     case InvalidParameter:
-        return CannotWrite(subject.destination, "the size of the picture is not acceptable");
+        return WhyTooLarge(outcome, subject);
     case Win32Error:
         return CannotWrite(subject.destination, "the system failed while writing; the disk may be full");
     default:
@@ -172,7 +189,7 @@ std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
                                           : CannotWrite(subject.destination, "it cannot be given this date");
     case Step::Save:
     case Step::Turn:
-        return WhyNotWritten(status, subject);
+        return WhyNotWritten(outcome, subject);
     default:
         return WhyNotRead(status, subject.source);
     }
@@ -187,7 +204,7 @@ std::string Sentence(const Outcome& outcome, const Subject& subject) {
     if (!outcome.isDamaged && !outcome.isStampDamaged) {
         return {};
     }
-    return Shown(outcome.isDamaged ? subject.source : subject.stamp) + " is damaged: what could not be decoded is grey";
+    return Shown(outcome.isDamaged ? subject.source : subject.stamp) + " is damaged: not all of it could be decoded";
 }
 
 } // namespace lumbrix

@@ -113,7 +113,8 @@ typedef struct lumbrix_job {
     /* To be done. */
     const char* format;        /* of the file to write: "bmp", "jpg", "gif", "tiff" or "png"; null: by its extension */
     int32_t strict;            /* not 0: refuse a damaged picture. Else a damaged JPEG is shown as far as it goes, the
-                                  rest grey. Other formats are refused anyway */
+                                  rest grey, and so are run-length coded BMP and GIF whose data end early, the rest
+                                  in one colour or transparent. Other damage is refused anyway */
     int32_t keep_existing;     /* not 0: do not replace a destination that is there */
     int32_t only_shrink;       /* not 0: lumbrix_resize keeps the size of a picture that is not higher than asked for */
     lumbrix_progress progress; /* null for none. The platform's own imaging library on Windows never calls it */
@@ -122,8 +123,8 @@ typedef struct lumbrix_job {
     /* What came of it; all of it is filled by every call. */
     int32_t status;     /* what the procedure returned */
     int32_t written;    /* 1 where the destination was written, else 0 */
-    int32_t damaged;    /* 1 where a JPEG was seen to be damaged: what could not be decoded of it is grey, or, with
-                           strict, nothing was written. Else 0, and always with the platform's own imaging library */
+    int32_t damaged;    /* 1 where a picture was seen to be damaged that is shown all the same, or, with strict, was
+                           not written for that. Else 0, and always with the platform's own imaging library */
     int32_t width;      /* of the picture that was, or would have been, written, in pixels; of a procedure that only */
     int32_t height;     /* reads, of the picture that was read; 0 where it is not known */
     char message[1024]; /* one sentence that names file and cause; a damaged picture has one too; else empty. A name

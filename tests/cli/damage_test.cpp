@@ -19,7 +19,7 @@ class DamagedPhoto : public Folder {
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.output, output);
         EXPECT_EQ(outcome.errors,
-                  "lumbrix-cli: warning: " + Path("in/cut.jpg") + " is damaged: what could not be decoded is grey\n");
+                  "lumbrix-cli: warning: " + Path("in/cut.jpg") + " is damaged: not all of it could be decoded\n");
     }
 };
 

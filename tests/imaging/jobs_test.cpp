@@ -195,6 +195,23 @@ TEST_F(Jobs, SentencesNameFileAndCause) {
     ExpectFailure(Convert(Path("letter.png"), "b.png"), LUMBRIX_OUT_OF_MEMORY, {"letter.png: it is not a picture"});
 }
 
+TEST_F(Jobs, SentenceNamesTheSourceThatIsTooLarge) {
+    const std::string wide = MakeWhite("wide.png", 65510, 1);
+    const std::string cause = " pixels are too many for a file of this format";
+    ExpectFailure(Convert(wide, "b.jpg"), LUMBRIX_INVALID_PARAMETER,
+                  {wide + " is too large to become " + Path("b.jpg") + ": 65510 x 1" + cause});
+    const lumbrix_turn right{90, nullptr};
+    ExpectFailure(lumbrix_rotate(wide.c_str(), Path("b.jpg").c_str(), &right, &job_), LUMBRIX_INVALID_PARAMETER,
+                  {wide + " is too large to become " + Path("b.jpg") + ": 1 x 65510" + cause});
+    ExpectFailure(Resize(MakeWhite("a.png", 6551, 1), "b.jpg", 10), LUMBRIX_INVALID_PARAMETER,
+                  {"cannot write " + Path("b.jpg") + ": 65510 x 10" + cause});
+    // A bitmap's header that claims 65,536 pixels in a row.
+    const std::string header("BM\0\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\0\0\1\0\1\0\0\0\1\0\1\0", 30);
+    WriteBytes(folder_ / "huge.bmp", header + std::string(24 + 8192, '\0'));
+    ExpectFailure(Convert(Path("huge.bmp"), "b.png"), LUMBRIX_INVALID_PARAMETER,
+                  {"cannot read " + Path("huge.bmp") + ": its size is not acceptable"});
+}
+
 TEST_F(Jobs, LongNamesAreShortenedInTheirMiddle) {
     const std::string name = "first" + std::string(3000, 'x') + "last.png";
     lumbrix_convert(name.c_str(), name.c_str(), &job_);
