@@ -255,6 +255,22 @@ TEST(GifPixels, LargePictureOfNextToNothingIsUndecodable) {
               UndecodableContent);
 }
 
+TEST(GifPixels, LargePictureOfWhichAQuarterCameIsShown) {
+    // Each chain of ever longer strings has some eight million pixels.
+    const auto statusOf = [](int chains) {
+        CodeWriter codes(2);
+        for (int chain = 0; chain < chains; ++chain) {
+            codes.Put(4).Put(1);
+            for (unsigned code = 6; code < 4096; ++code) {
+                codes.Put(code);
+            }
+        }
+        return ReadAllRows(GifCodec(), CodedGif{.width = 8192, .height = 8193, .data = codes.Bytes()}.Whole());
+    };
+    EXPECT_EQ(statusOf(2), UndecodableContent);
+    EXPECT_EQ(statusOf(3), Status::Ok);
+}
+
 TEST(GifPixels, SpoiledOrCutBytesNeverCrash) {
     for (const CodedGif& gif : {CodedGif{.pixelBits = 11, .data = SingleCodes(11, 12)},
                                 CodedGif{.data = SingleCodes(2, 7), .isInterlaced = true, .transparent = 3},

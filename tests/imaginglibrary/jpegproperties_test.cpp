@@ -134,6 +134,21 @@ TEST(JpegProperties, SegmentsAreKeptWholeAndInOrderUpToTheNumberThatHasAMeaning)
     }
 }
 
+TEST(JpegProperties, CutOrSpoiledSegmentsGiveAPictureOrAStatus) {
+    const std::string profile = ProfilePart(1).substr(0, 40);
+    const std::string markers =
+        ExifMarker("a block") + JpegComment("remark") + "\xFF\xE2" + NumberBytes(true, profile.size() + 2, 2) + profile;
+    const std::string whole = WithMarkers(markers);
+    for (std::size_t at = BehindStart; at < BehindStart + markers.size(); ++at) {
+        EXPECT_EQ(OpenBytes(JpegCodec(), whole.substr(0, at)).GetStatus(), UndecodableContent) << at;
+        for (const int flip : {0x01, 0x80, 0xFF}) {
+            std::string spoiled = whole;
+            spoiled[at] = static_cast<char>(spoiled[at] ^ flip);
+            ReadAllRows(JpegCodec(), spoiled);
+        }
+    }
+}
+
 TEST(JpegProperties, SegmentShorterThanItsLengthFieldCountsAsEmpty) {
     for (const char length : {'\0', '\1'}) {
         const std::string marker = std::string("\xFF\xFE\0", 3) + length;

@@ -68,7 +68,7 @@ bool GifPixels::TakeCode(unsigned code) {
         return false;
     }
     // The only code that may stand for a string before it is known is that of the string behind the previous one.
-    const bool isAhead = code == nextCode_ && previous_ != NoCode && nextCode_ < Codes;
+    const bool isAhead = code == nextCode_ && previous_ != NoCode;
     const bool isKnown = code < clearCode_ || (code > endCode && code < nextCode_);
     if (!isAhead && !isKnown) {
         end_ = code == endCode ? End::Marked : End::Broken;
