@@ -11,6 +11,8 @@ inline constexpr Option FolderOptions[] = {
     {"--skip-existing", nullptr, "leave targets that are there already as they are"},
     {"--jobs", "N", "how many files are worked on at a time (one for each processor)"},
     StrictOption,
+    QualityOption,
+    CompressionOption,
 };
 
 int RunFolder(const Arguments& arguments);

@@ -1,7 +1,9 @@
 // One operation of the engine, as the command line orders it and hears of it.
 #include "cli/job.h"
 
+#include "base/lettercase.h"
 #include "cli/interrupt.h"
+#include "cli/numbers.h"
 #include "cli/text.h"
 
 #include <cstdio>
@@ -9,6 +11,19 @@
 namespace lumbrix::cli {
 
 namespace {
+
+constexpr std::int32_t HighestQuality = 100;
+constexpr const char* Compressions[] = {"default", "fast", "small", "none", "lzw", "deflate", "group4", "jpeg"};
+
+// The word that a job can point to for good.
+const char* CompressionFrom(const std::string& text) {
+    for (const char* word : Compressions) {
+        if (LowerCase(text) == word) {
+            return word;
+        }
+    }
+    throw WrongUsage{"unknown compression '" + text + "': use " + CompressionOption.purpose};
+}
 
 std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* /*context*/, std::uint32_t /*rowsDone*/, std::uint32_t /*rows*/) {
     return MustStop() ? 0 : 1;
@@ -24,7 +39,15 @@ void RequireName(const std::string& file) {
 
 Job::Job() { job_.progress = GoOnUnlessStopped; }
 
-Job::Job(const Arguments& arguments) : Job() { job_.strict = arguments.Has(StrictOption.name) ? 1 : 0; }
+Job::Job(const Arguments& arguments) : Job() {
+    job_.strict = arguments.Has(StrictOption.name) ? 1 : 0;
+    if (const auto quality = arguments.ValueOf(QualityOption.name)) {
+        job_.quality = WholeNumber(*quality, "quality", 1, HighestQuality);
+    }
+    if (const auto word = arguments.ValueOf(CompressionOption.name)) {
+        job_.compression = CompressionFrom(*word);
+    }
+}
 
 void Job::Expect(std::int32_t status) const {
     if (status == LUMBRIX_ABORTED) {

@@ -11,6 +11,9 @@ namespace lumbrix::cli {
 
 // For every command that writes.
 inline constexpr Option StrictOption{"--strict", nullptr, "refuse a damaged picture instead of showing what is left"};
+inline constexpr Option QualityOption{"--quality", "N", "of JPEG, from 1 (small) to 100 (good) (75)"};
+inline constexpr Option CompressionOption{"--compression", "WORD",
+                                          "PNG: fast, default, small; TIFF: default, none, lzw, deflate, group4, jpeg"};
 
 // Throws WrongUsage for a name that is empty or blank.
 void RequireName(const std::string& file);

@@ -6,7 +6,7 @@
 
 namespace lumbrix::cli {
 
-inline constexpr Option WritingOptions[] = {StrictOption};
+inline constexpr Option WritingOptions[] = {StrictOption, QualityOption, CompressionOption};
 
 int RunConvert(const Arguments& arguments);
 int RunThumb(const Arguments& arguments);

@@ -99,7 +99,8 @@ StatusValue Course::Save(ImageHandle image, const std::string& destination, cons
 }
 
 StatusValue Course::Save(ImageHandle image, const std::string& destination, const Clsid& encoder) {
-    const FlatStatus status = SaveImageFile(image, destination, encoder);
+    const FlatStatus status = SaveImageFile(image, destination, encoder, wishes_.encoding);
+    outcome_.isCompressionChosen = wishes_.encoding.compression.has_value();
     outcome_.isWritten = status == Done && ImagingLibraryHandle != nullptr;
     Take(Step::Save, status);
     return status;

@@ -7,6 +7,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <utility>
@@ -21,6 +22,26 @@ constexpr std::pair<std::string_view, std::string_view> MimeWords[] = {
     {"JPG", "image/jpeg"}, {"JPEG", "image/jpeg"}, {"TMP", "image/jpeg"},  {"PNG", "image/png"},
     {"TIF", "image/tiff"}, {"TIFF", "image/tiff"}, {"WMF", "image/x-wmf"},
 };
+
+struct CompressionWord {
+    std::string_view word;
+    std::string_view mimeWord;
+    std::int32_t number;
+};
+
+// The platform's numbers, and behind them those of our own imaging library.
+constexpr CompressionWord CompressionWords[] = {
+    {"lzw", "image/tiff", 2},        {"group4", "image/tiff", 4},     {"none", "image/tiff", 6},
+    {"fast", "image/png", 0x10001},  {"small", "image/png", 0x10002}, {"deflate", "image/tiff", 0x10003},
+    {"jpeg", "image/tiff", 0x10004},
+};
+
+// EncoderParameters with room for both.
+struct EncoderChoices {
+    std::uint32_t count;
+    EncoderParameter items[2];
+};
+static_assert(offsetof(EncoderChoices, items) == offsetof(EncoderParameters, parameter));
 
 } // namespace
 
@@ -81,8 +102,32 @@ Clsid ClsidFromText(const std::string& text) {
     return clsid;
 }
 
-FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder) {
-    return GdipSaveImageToFile(image, ToWide(name).c_str(), &encoder, nullptr);
+FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder, const Encoding& encoding) {
+    if (encoding.IsUsual()) {
+        return GdipSaveImageToFile(image, ToWide(name).c_str(), &encoder, nullptr);
+    }
+    EncoderChoices choices{};
+    const auto choose = [&](const Clsid& id, const std::optional<std::int32_t>& value) {
+        if (value) {
+            choices.items[choices.count++] = {id, 1, EncoderParameterValueTypeLong, &*value};
+        }
+    };
+    choose(EncoderQuality, encoding.quality);
+    choose(EncoderCompression, encoding.compression);
+    return SaveImageWithParameters(image, ToWide(name).c_str(), &encoder,
+                                   reinterpret_cast<const EncoderParameters*>(&choices));
+}
+
+std::optional<std::int32_t> CompressionOf(std::string_view word, std::string_view mimeWord) {
+    if (word == "default") {
+        return 0;
+    }
+    for (const CompressionWord& known : CompressionWords) {
+        if (known.word == word && known.mimeWord == mimeWord) {
+            return known.number;
+        }
+    }
+    return std::nullopt;
 }
 
 FlatStatus SaveImageFileAs(ImageHandle image, const std::string& name, std::string_view mimeWord) {

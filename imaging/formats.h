@@ -2,8 +2,10 @@
 #pragma once
 
 #include "imaging/gdiplus/flattypes.h"
+#include "imaging/outcome.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,7 +32,12 @@ Clsid ClsidFromText(const std::string& text);
 std::string MimeWordForOutput(const std::string& source, const std::string& destination);
 
 // Encodes and writes, replacing a file that can be replaced.
-FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder);
+FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder,
+                         const Encoding& encoding = {});
+
+// The imaging library's number for a compression: of TIFF "none", "lzw", "deflate", "group4" and "jpeg", of PNG "fast"
+// and "small"; 0 for "default". Nothing for any other word, and for one of another format.
+std::optional<std::int32_t> CompressionOf(std::string_view word, std::string_view mimeWord);
 
 // The same with the encoder for a MIME word; without one the imaging library gets 16 zero bytes, and refuses.
 FlatStatus SaveImageFileAs(ImageHandle image, const std::string& name, std::string_view mimeWord);

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace lumbrix {
 
@@ -42,7 +43,8 @@ struct Outcome {
     bool isWritten = false;
     bool isDamaged = false; // not all of the source could be decoded
     bool isStampDamaged = false;
-    PixelSize source; // in pixels, as far as the operation came to know it
+    bool isCompressionChosen = false; // of a file that was to be written
+    PixelSize source;                 // in pixels, as far as the operation came to know it
     PixelSize result;
 };
 
@@ -53,11 +55,20 @@ enum class Conduct { Established, Truthful };
 // Told how many of all rows that an operation reads are done; false ends it with Aborted.
 using Progress = std::function<bool(std::uint32_t rowsDone, std::uint32_t rows)>;
 
+// How a file is to be encoded; what is not set is left to the imaging library.
+struct Encoding {
+    std::optional<std::int32_t> quality;     // of JPEG, 0 to 100
+    std::optional<std::int32_t> compression; // a number of the imaging library's
+
+    bool IsUsual() const { return !quality && !compression; }
+};
+
 struct Wishes {
     Conduct conduct = Conduct::Truthful;
     bool refusesDamage = false; // else a damaged picture is shown as far as it goes, where its format allows that
     bool keepsExisting = false; // a destination that is there is not replaced
     bool onlyShrinks = false;   // a resize does not enlarge: what is not larger keeps its size
+    Encoding encoding;
     Progress progress;
 };
 

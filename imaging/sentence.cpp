@@ -125,7 +125,9 @@ std::string WhyNotWritten(const Outcome& outcome, const Subject& subject) {
     case OutOfMemory:
         return CannotRead(subject.source, "it is damaged, or there is not enough memory for it");
     case InvalidParameter:
-        return WhyTooLarge(outcome, subject);
+        return outcome.isCompressionChosen
+                   ? CannotWrite(subject.destination, "the picture is not of the kind that this compression is for")
+                   : WhyTooLarge(outcome, subject);
     case Win32Error:
         return CannotWrite(subject.destination, "the system failed while writing; the disk may be full");
     default:

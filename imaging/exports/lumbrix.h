@@ -117,6 +117,13 @@ typedef struct lumbrix_job {
                                   in one colour or transparent. Other damage is refused anyway */
     int32_t keep_existing;     /* not 0: do not replace a destination that is there */
     int32_t only_shrink;       /* not 0: lumbrix_resize keeps the size of a picture that is not higher than asked for */
+    const char* compression;   /* null or "default": what suits the picture. Of TIFF also "none", "lzw", "deflate",
+                                  "group4" (for black and white only) and "jpeg" (not for alpha and palettes), of PNG
+                                  "fast" and "small"; LUMBRIX_INVALID_PARAMETER for any other word, for another format
+                                  and for a picture that it does not suit. The platform's own imaging library on
+                                  Windows knows "none", "lzw" and "group4" only */
+    int32_t quality;           /* of JPEG, also in TIFF: 1 (small) to 100 (good); 0: 75. Anything else is
+                                  LUMBRIX_INVALID_PARAMETER. Other formats have none, and pass it over */
     lumbrix_progress progress; /* null for none. The platform's own imaging library on Windows never calls it */
     void* context;             /* handed to progress */
 
@@ -132,7 +139,7 @@ typedef struct lumbrix_job {
 } lumbrix_job;
 
 #define LUMBRIX_JOB_INIT                                                                                               \
-    { sizeof(lumbrix_job), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "" }
+    { sizeof(lumbrix_job), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "" }
 
 /* Each of these returns a status, writes `destination` only if all went well, and replaces it in one step. The source's
    properties (EXIF and the like) go along unchanged, but for lumbrix_thumb. A picture with a palette is drawn on as

@@ -80,6 +80,33 @@ template <class Operate> int32_t Run(lumbrix_job* job, const Subject& subject, O
     return Report(job, outcome, Sentence(outcome, subject));
 }
 
+// Whether a job's quality and compression mean something for the format; they become wishes then.
+bool TakeEncoding(const lumbrix_job* job, const std::string& mimeWord, Wishes& wishes) {
+    constexpr int32_t HighestQuality = 100;
+    if (job == nullptr) {
+        return true;
+    }
+    if (job->quality != 0) {
+        wishes.encoding.quality = job->quality;
+    }
+    const auto compression = CompressionOf(job->compression != nullptr ? job->compression : "default", mimeWord);
+    if (compression && *compression != 0) {
+        wishes.encoding.compression = compression;
+    }
+    return compression && job->quality >= 0 && job->quality <= HighestQuality;
+}
+
+// The same for one that writes a file of a format, "" for one that is unknown.
+template <class Operate>
+int32_t RunWriting(lumbrix_job* job, const Subject& subject, const std::string& mimeWord, Operate operate) {
+    Wishes wishes = WishesOf(job);
+    if (!mimeWord.empty() && !TakeEncoding(job, mimeWord, wishes)) {
+        return ReportFailure(job, InvalidParameter, "the quality or the compression is none that the format has");
+    }
+    const Outcome outcome = operate(wishes);
+    return Report(job, outcome, Sentence(outcome, subject));
+}
+
 // Lets no exception out. `body` makes the texts of the caller its own and calls Run.
 template <class Body> int32_t TruthfulDoor(lumbrix_job* job, Body body) noexcept {
     if (job != nullptr && job->size < SmallestJob) {
@@ -99,8 +126,9 @@ template <class Operate>
 int32_t RunToFile(const char* source, const char* destination, lumbrix_job* job, Operate operate) {
     return TruthfulDoor(job, [&] {
         const Subject subject{Text(source), Text(destination), {}, {}};
-        return Run(job, subject,
-                   [&](const Wishes& wishes) { return operate(subject, MimeWordOf(subject, job), wishes); });
+        const std::string mimeWord = MimeWordOf(subject, job);
+        return RunWriting(job, subject, mimeWord,
+                          [&](const Wishes& wishes) { return operate(subject, mimeWord, wishes); });
     });
 }
 
@@ -184,8 +212,9 @@ int32_t LUMBRIX_CALL lumbrix_annotate(const char* source, const char* destinatio
         const Annotation text{from.x,    from.y,      Text(from.text), subject.font,   from.font_size,
                               from.bold, from.italic, from.underline,  from.strikeout, from.alpha,
                               from.blue, from.green,  from.red};
-        return Run(job, subject, [&](const Wishes& wishes) {
-            return Annotate({subject.source, subject.destination, MimeWordOf(subject, job), text}, wishes);
+        const std::string mimeWord = MimeWordOf(subject, job);
+        return RunWriting(job, subject, mimeWord, [&](const Wishes& wishes) {
+            return Annotate({subject.source, subject.destination, mimeWord, text}, wishes);
         });
     });
 }
@@ -197,10 +226,9 @@ int32_t LUMBRIX_CALL lumbrix_stamp(const char* source, const char* destination, 
     }
     return TruthfulDoor(job, [&] {
         const Subject subject{Text(source), Text(destination), Text(place->stamp), {}};
-        return Run(job, subject, [&](const Wishes& wishes) {
-            return Stamp(
-                {subject.source, subject.destination, MimeWordOf(subject, job), place->x, place->y, subject.stamp},
-                wishes);
+        const std::string mimeWord = MimeWordOf(subject, job);
+        return RunWriting(job, subject, mimeWord, [&](const Wishes& wishes) {
+            return Stamp({subject.source, subject.destination, mimeWord, place->x, place->y, subject.stamp}, wishes);
         });
     });
 }
@@ -209,7 +237,7 @@ int32_t LUMBRIX_CALL lumbrix_date_stamp(const char* source, const char* destinat
                                         lumbrix_job* job) {
     return TruthfulDoor(job, [&] {
         const Subject subject{Text(source), Text(destination), {}, {}};
-        return Run(job, subject, [&](const Wishes& wishes) {
+        return RunWriting(job, subject, "image/jpeg", [&](const Wishes& wishes) {
             return StampDate({subject.source, subject.destination, Text(date)}, wishes);
         });
     });

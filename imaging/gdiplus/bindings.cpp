@@ -205,7 +205,12 @@ FlatStatus GdipGetImageEncoders(std::uint32_t count, std::uint32_t bytes, void* 
 FlatStatus GdipSaveImageToFile(ImageHandle image, const char16_t* name, const Clsid* encoder, const void* /*ignored*/) {
     const std::int32_t flush = EncoderValueFlush;
     const EncoderParameters parameters{1, {{EncoderSaveFlag, 1, EncoderParameterValueTypeLong, &flush}}};
-    return Call<FlatStatus>("GdipSaveImageToFile", image, name, encoder, &parameters);
+    return SaveImageWithParameters(image, name, encoder, &parameters);
+}
+
+FlatStatus SaveImageWithParameters(ImageHandle image, const char16_t* name, const Clsid* encoder,
+                                   const EncoderParameters* parameters) {
+    return Call<FlatStatus>("GdipSaveImageToFile", image, name, encoder, parameters);
 }
 
 } // namespace lumbrix

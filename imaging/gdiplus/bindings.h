@@ -83,4 +83,8 @@ FlatStatus GdipGetImageEncoders(std::uint32_t count, std::uint32_t bytes, void* 
 // parameter block, a save flag with the value "flush".
 FlatStatus GdipSaveImageToFile(ImageHandle image, const char16_t* name, const Clsid* encoder, const void* ignored);
 
+// The same function with a parameter block of the caller's.
+FlatStatus SaveImageWithParameters(ImageHandle image, const char16_t* name, const Clsid* encoder,
+                                   const EncoderParameters* parameters);
+
 } // namespace lumbrix

@@ -96,6 +96,10 @@ struct EncoderParameters {
 
 // {292266FC-AC40-47BF-8CFC-A85B89A655DE}
 inline constexpr Clsid EncoderSaveFlag{0x292266FC, 0xAC40, 0x47BF, {0x8C, 0xFC, 0xA8, 0x5B, 0x89, 0xA6, 0x55, 0xDE}};
+// {1D5BE4B5-FA4A-452D-9CDD-5DB35105E7EB}
+inline constexpr Clsid EncoderQuality{0x1D5BE4B5, 0xFA4A, 0x452D, {0x9C, 0xDD, 0x5D, 0xB3, 0x51, 0x05, 0xE7, 0xEB}};
+// {E09D739D-CCD4-44EE-8EBA-3FBF8BE4FC58}
+inline constexpr Clsid EncoderCompression{0xE09D739D, 0xCCD4, 0x44EE, {0x8E, 0xBA, 0x3F, 0xBF, 0x8B, 0xE4, 0xFC, 0x58}};
 inline constexpr std::uint32_t EncoderParameterValueTypeLong = 4;
 inline constexpr std::int32_t EncoderValueFlush = 20;
 

@@ -24,14 +24,34 @@ TEST_F(CommandLine, ThumbHasItsHeight) {
     EXPECT_EQ(Run({"size", Path("thumb.png")}).output, "20 x 40\n");
 }
 
+TEST_F(CommandLine, QualityAndCompressionAreChosen) {
+    const auto sizeOf = [&](const std::string& name) { return std::filesystem::file_size(Path(name)); };
+    EXPECT_EQ(Run({"convert", Path("source.bmp"), Path("a.jpg"), "--quality", "5"}).status, 0);
+    EXPECT_EQ(Run({"convert", Path("source.bmp"), Path("b.jpg"), "--quality", "100"}).status, 0);
+    EXPECT_LT(sizeOf("a.jpg"), sizeOf("b.jpg"));
+    EXPECT_EQ(Run({"convert", Path("source.bmp"), Path("a.tif"), "--compression", "NONE"}).status, 0);
+    EXPECT_EQ(Run({"convert", Path("source.bmp"), Path("b.tif"), "--compression", "lzw"}).status, 0);
+    EXPECT_NE(sizeOf("a.tif"), sizeOf("b.tif"));
+}
+
+TEST_F(CommandLine, QualityAndCompressionWithoutAMeaningAreWrongCalls) {
+    for (const char* quality : {"0", "101", "x"}) {
+        EXPECT_EQ(Run({"convert", Path("source.bmp"), Path("a.jpg"), "--quality", quality}).status, 2);
+    }
+    const Outcome outcome = Run({"convert", Path("source.bmp"), Path("a.tif"), "--compression", "zip"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.errors.find("zip"), std::string::npos);
+    EXPECT_NE(outcome.errors.find("deflate"), std::string::npos);
+}
+
 TEST_F(CommandLine, HelpNamesEveryCommandAndOption) {
     const Outcome outcome = Run({"--help"});
     EXPECT_EQ(outcome.status, 0);
     for (const char* word :
-         {"convert",         "thumb",    "resize",      "crop",        "rotate",        "annotate", "stamp",
-          "folder",          "size",     "properties",  "date",        "SOURCE TARGET", "--font",   "--size",
-          "--bold",          "--italic", "--underline", "--strikeout", "--color",       "--alpha",  "--recursive",
-          "--skip-existing", "--jobs",   "--strict",    "--version",   "icon"}) {
+         {"convert",         "thumb",    "resize",      "crop",        "rotate",        "annotate",  "stamp",
+          "folder",          "size",     "properties",  "date",        "SOURCE TARGET", "--font",    "--size",
+          "--bold",          "--italic", "--underline", "--strikeout", "--color",       "--alpha",   "--recursive",
+          "--skip-existing", "--jobs",   "--strict",    "--version",   "icon",          "--quality", "--compression"}) {
         EXPECT_NE(outcome.output.find(word), std::string::npos) << word;
     }
 }

@@ -253,6 +253,76 @@ TEST_F(Jobs, ProgressReachesAllRowsAndCancels) {
     EXPECT_EQ(ReadBytes(folder_ / "c.png"), "old");
 }
 
+TEST_F(Jobs, QualityIsTheCallersInEveryOperation) {
+    const auto noise =
+        MakePictureOf(64, 48, [](auto x, auto y) { return 0xFF000000 | ((x * 2654435761u) ^ (y * 40503u * 97u)); });
+    const std::string source = Make("a.png", *noise);
+    const lumbrix_rectangle part{0, 0, 40, 40};
+    const lumbrix_turn quarter{90, nullptr};
+    const auto sizeAt = [&](int32_t quality, const auto& operate) {
+        job_.quality = quality;
+        EXPECT_EQ(operate(source.c_str(), Path("b.jpg").c_str()), 0) << job_.message;
+        return ReadBytes(folder_ / "b.jpg").size();
+    };
+    const auto expectFollows = [&](const auto& operate) {
+        EXPECT_LT(sizeAt(10, operate) * 5, sizeAt(0, operate) * 4);
+        EXPECT_EQ(sizeAt(75, operate), sizeAt(0, operate));
+        EXPECT_LT(sizeAt(0, operate), sizeAt(100, operate));
+    };
+    expectFollows([&](auto from, auto to) { return lumbrix_convert(from, to, &job_); });
+    expectFollows([&](auto from, auto to) { return lumbrix_thumb(from, to, 40, &job_); });
+    expectFollows([&](auto from, auto to) { return lumbrix_resize(from, to, 40, &job_); });
+    expectFollows([&](auto from, auto to) { return lumbrix_crop(from, to, &part, &job_); });
+    expectFollows([&](auto from, auto to) { return lumbrix_rotate(from, to, &quarter, &job_); });
+    expectFollows([&](auto from, auto to) { return lumbrix_date_stamp(from, to, "2026", &job_); });
+    const std::string stamp = MakeWhite("stamp.png", 2, 2);
+    const lumbrix_stamp_place place{stamp.c_str(), 0, 0};
+    expectFollows([&](auto from, auto to) { return lumbrix_stamp(from, to, &place, &job_); });
+}
+
+TEST_F(Jobs, QualityWithoutAMeaningIsRefused) {
+    const std::string source = MakeWhite("a.png", 10, 8);
+    for (const int32_t quality : {-1, 101}) {
+        job_.quality = quality;
+        ExpectFailure(Convert(source, "b.jpg"), LUMBRIX_INVALID_PARAMETER, {"quality"});
+        EXPECT_FALSE(Exists("b.jpg"));
+    }
+    job_.quality = 1;
+    ExpectWritten(Convert(source, "b.png"), 10, 8);
+}
+
+TEST_F(Jobs, CompressionIsTheCallers) {
+    const std::string source = MakeWhite("a.png", 100, 100);
+    const auto tiffSizeWith = [&](const char* word) {
+        job_.compression = word;
+        ExpectWritten(Convert(source, "b.tif"), 100, 100);
+        return ReadBytes(folder_ / "b.tif").size();
+    };
+    EXPECT_GT(tiffSizeWith("none"), 40000u); // four channels
+    EXPECT_EQ(tiffSizeWith("default"), tiffSizeWith(nullptr));
+    EXPECT_EQ(tiffSizeWith("lzw"), tiffSizeWith(nullptr));
+    EXPECT_LT(tiffSizeWith("deflate"), tiffSizeWith("lzw"));
+    job_.compression = "small";
+    ExpectWritten(Convert(source, "b.png"), 100, 100);
+    job_.compression = "fast";
+    ExpectWritten(Convert(source, "b.png"), 100, 100);
+}
+
+TEST_F(Jobs, CompressionThatFormatOrPictureLacksIsRefused) {
+    const std::string source = MakeWhite("a.png", 10, 8); // with alpha
+    for (const auto& [word, name] : {std::pair("zip", "b.tif"), std::pair("small", "b.tif"), std::pair("lzw", "b.png"),
+                                     std::pair("none", "b.bmp"), std::pair("jpeg", "b.jpg")}) {
+        job_.compression = word;
+        ExpectFailure(Convert(source, name), LUMBRIX_INVALID_PARAMETER, {"compression", "format"});
+        EXPECT_FALSE(Exists(name));
+    }
+    for (const char* word : {"group4", "jpeg"}) {
+        job_.compression = word;
+        ExpectFailure(Convert(source, "b.tif"), LUMBRIX_INVALID_PARAMETER, {"b.tif", "compression", "kind"});
+        EXPECT_FALSE(Exists("b.tif"));
+    }
+}
+
 TEST_F(Jobs, JobMayBeLeftOut) {
     const std::string source = MakeWhite("a.png", 10, 8);
     EXPECT_EQ(lumbrix_convert(source.c_str(), Path("b.jpg").c_str(), nullptr), 0);
