@@ -91,8 +91,8 @@ bool GifStream::ReadDescriptor() {
     const unsigned flags = bytes[8];
     header_.isInterlaced = (flags & IsInterlaced) != 0;
     header_.palette = PaletteOf(gif_->SColorMap);
-    if ((flags & HasPalette) != 0 && !ReadPalette(std::size_t{2} << (flags & 7))) {
-        return false;
+    if ((flags & HasPalette) != 0) {
+        ReadPalette(std::size_t{2} << (flags & 7));
     }
     const int pixelBits = reader_.ReadByte();
     if (pixelBits < 0 || pixelBits >= static_cast<int>(GifPixels::MostCodeBits)) {
@@ -102,13 +102,13 @@ bool GifStream::ReadDescriptor() {
     return header_.width > 0 && header_.height > 0;
 }
 
-bool GifStream::ReadPalette(std::size_t entries) {
+// One that is cut off has nothing behind it, which is noticed there.
+void GifStream::ReadPalette(std::size_t entries) {
     std::array<std::uint8_t, 3> color;
     header_.palette.clear();
     while (header_.palette.size() < entries && reader_.Read(color.data(), color.size()) == color.size()) {
         header_.palette.push_back(MakeColor(color[0], color[1], color[2]));
     }
-    return header_.palette.size() == entries;
 }
 
 } // namespace imaginglibrary

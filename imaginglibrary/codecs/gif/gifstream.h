@@ -52,7 +52,7 @@ class GifStream {
     bool ReadHeader();
     bool ReadExtension();
     bool ReadDescriptor();
-    bool ReadPalette(std::size_t entries);
+    void ReadPalette(std::size_t entries);
 
     ByteReader reader_;
     GifHeader header_;

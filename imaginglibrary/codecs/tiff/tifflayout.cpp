@@ -142,7 +142,7 @@ bool ChooseLab(TIFF* tiff, TiffLayout& layout) {
     layout.colors = TiffColors::Lab;
     layout.hasAlpha = AlphaFormat(tiff, 3, layout.samples) == PixelFormat::Argb32;
     layout.info.format = layout.hasAlpha ? PixelFormat::Argb32 : PixelFormat::Rgb24;
-    return layout.samples >= 3 && (layout.bits == 8 || layout.bits == 16);
+    return layout.bits == 8 || layout.bits == 16;
 }
 
 bool ChooseConverted(TIFF* tiff, TiffLayout& layout) {
