@@ -250,9 +250,12 @@ TEST_F(Bmp, RleRunsBeyondTheRowAreCutOff) {
 }
 
 TEST_F(Bmp, RleRowsMayBeStoredFromTheTop) {
-    const auto picture = Open(RleFile(8, 4, -2, Bytes({4, 2, 0, 0, 0, 3, 1, 0, 3, 0, 1, 1, 0, 1})));
-    ASSERT_TRUE(picture.Ok());
-    EXPECT_EQ(ColorsOf(**picture), (std::vector<Color>{Red, Red, Red, Red, White, Black, Blue, White}));
+    const auto bytes = Open(RleFile(8, 4, -2, Bytes({4, 2, 0, 0, 0, 3, 1, 0, 3, 0, 1, 1, 0, 1})));
+    ASSERT_TRUE(bytes.Ok());
+    EXPECT_EQ(ColorsOf(**bytes), (std::vector<Color>{Red, Red, Red, Red, White, Black, Blue, White}));
+}
+
+TEST_F(Bmp, RleRowsOfHalfBytesMayBeStoredFromTheTop) {
     const auto halves = Open(RleFile(4, 2, -2, Bytes({2, 0x12, 0, 0, 2, 0x33, 0, 1})));
     ASSERT_TRUE(halves.Ok());
     EXPECT_EQ(ColorsOf(**halves), (std::vector<Color>{White, Red, Blue, Blue}));
@@ -286,16 +289,21 @@ TEST_F(Bmp, RleDataThatEndEarlyAreShownAsFarAsTheyGo) {
 }
 
 TEST_F(Bmp, RlePixelsThatAreMissingInTheLastLiteralAreDamage) {
-    const std::string literal = Bytes({0, 3, 1, 2, 3});
-    const auto whole = Open(RleFile(8, 3, 1, literal));
-    EXPECT_EQ(ColorsOf(**whole), (std::vector<Color>{White, Red, Blue}));
-    EXPECT_FALSE((*whole)->Damage()->IsMet()) << "the padding may be missing";
-    const auto cut = Open(RleFile(8, 3, 1, Bytes({1, 1}) + Bytes({0, 3, 2})));
-    EXPECT_EQ(ColorsOf(**cut), (std::vector<Color>{White, Red, Black}));
-    EXPECT_TRUE((*cut)->Damage()->IsMet());
-    const auto halves = Open(RleFile(4, 6, 1, Bytes({0, 6, 0x12, 0x31})));
-    EXPECT_EQ(ColorsOf(**halves), (std::vector<Color>{White, Red, Blue, White, Black, Black}));
-    EXPECT_TRUE((*halves)->Damage()->IsMet());
+    struct {
+        BmpFile file;
+        std::vector<Color> colors;
+        bool isDamaged;
+    } const cases[] = {
+        {RleFile(8, 3, 1, Bytes({0, 3, 1, 2, 3})), {White, Red, Blue}, false}, // the padding may be missing
+        {RleFile(8, 3, 1, Bytes({1, 1, 0, 3, 2})), {White, Red, Black}, true},
+        {RleFile(4, 6, 1, Bytes({0, 6, 0x12, 0x31})), {White, Red, Blue, White, Black, Black}, true},
+    };
+    for (const auto& [file, colors, isDamaged] : cases) {
+        const auto picture = Open(file);
+        ASSERT_TRUE(picture.Ok());
+        EXPECT_EQ(ColorsOf(**picture), colors);
+        EXPECT_EQ((*picture)->Damage()->IsMet(), isDamaged);
+    }
 }
 
 TEST_F(Bmp, RleDataWithoutAPixelOrWhoseDamageIsRefusedAreUndecodable) {
