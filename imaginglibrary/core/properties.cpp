@@ -50,4 +50,8 @@ void PropertyList::Add(Property property) {
     }
 }
 
+void PropertyList::RemoveIf(const std::function<bool(const Property&)>& isUnwanted) {
+    std::erase_if(items_, isUnwanted);
+}
+
 } // namespace imaginglibrary

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -46,8 +48,17 @@ class PropertyList {
     // Like Set, but an item that is there already stays: the first of a file's several sources counts.
     void Add(Property property);
 
+    void RemoveIf(const std::function<bool(const Property&)>& isUnwanted);
+
+    // The EXIF block that items were read from, as it stood in the file; null where there is none. It goes along with
+    // the list, so that a writer can leave as it was what no item has changed, and what no item tells of.
+    using Block = std::shared_ptr<const std::vector<std::uint8_t>>;
+    const Block& SourceExif() const { return sourceExif_; }
+    void SetSourceExif(Block block) { sourceExif_ = std::move(block); }
+
   private:
     std::vector<Property> items_;
+    Block sourceExif_;
 };
 
 } // namespace imaginglibrary

@@ -82,6 +82,15 @@ TEST(ColorProfile, IsLeftOutOfGreyTiffs) {
     EXPECT_EQ(PropertiesIn(TiffCodec(), file.Bytes()).Find(ProfileTag), nullptr);
 }
 
+TEST(ColorProfile, OfGreyGoesWhereGreyIsWritten) {
+    MemoryOutput file;
+    const PictureInfo info{.width = 3, .height = 3, .format = PixelFormat::Indexed8, .palette = GreyPalette(256)};
+    const auto profile = Profile("GRAY");
+    ASSERT_EQ(TiffCodec().write(**Bitmap::Create(info), ListOf({ProfileItem(profile)}), file), Status::Ok);
+    ASSERT_EQ(file.Commit(), Status::Ok);
+    ExpectItems(PropertiesIn(TiffCodec(), file.Bytes()), {ProfileItem(profile, PropertyType::Undefined)});
+}
+
 TEST(ColorProfile, ThatLacksAPartInJpegIsPassedOver) {
     std::string bytes = WrittenWith(JpegCodec(), ListOf({ProfileItem(Profile("RGB ", 150000))}));
     const std::size_t second = FindMarker(bytes, 0xE2, FindMarker(bytes, 0xE2) + 2);

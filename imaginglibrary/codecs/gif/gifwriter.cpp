@@ -136,12 +136,6 @@ unsigned CodeSizeOf(const GifFileType* gif) {
     return std::max(2u, static_cast<unsigned>(gif->SColorMap->BitsPerPixel));
 }
 
-// Empty where there is none.
-std::string CommentOf(const PropertyList& properties) {
-    const Property* item = properties.Find(CommentTag);
-    return item != nullptr && IsTextComment(*item) ? std::string(TextOf(*item)) : std::string();
-}
-
 // What becomes of an index where the fully transparent entries are one.
 struct Transparency {
     explicit Transparency(const Palette& palette) {
@@ -174,7 +168,7 @@ Status WriteIndexed(const PixelSource& picture, std::size_t entries, const Prope
     if (gif == nullptr) {
         return Status::OutOfMemory;
     }
-    if (!PutHeader(gif, picture.Info(), transparency.index, entries, CommentOf(properties))) {
+    if (!PutHeader(gif, picture.Info(), transparency.index, entries, std::string(TextCommentOf(properties)))) {
         return output.Failure();
     }
     GifCompressor compressor(CodeSizeOf(gif),

@@ -63,15 +63,22 @@ void AddQuantisation(const jpeg_decompress_struct& header, int component, std::u
 
 PropertyList ReadJpegProperties(const jpeg_decompress_struct& header, std::vector<std::uint8_t> colorProfile) {
     PropertyList properties;
-    ReadExif(BytesOf(FindMarker(header, ExifMarker, ExifName)), ExifThumbnail::Keep, properties);
+    auto behindOthers = ReadExif(BytesOf(FindMarker(header, ExifMarker, ExifName)), ExifThumbnail::Keep, properties);
     if (const std::string_view comment = FindMarker(header, JPEG_COM, {}); !comment.empty()) {
-        properties.Add(AsciiProperty(CommentTag, comment));
+        if (properties.Find(CommentTag) == nullptr) {
+            properties.Add(AsciiProperty(CommentTag, comment));
+        } else {
+            behindOthers.push_back(AsciiProperty(CommentTag + BesideTags, comment));
+        }
     }
     if (!colorProfile.empty()) {
         properties.Add({ColorProfileTag, PropertyType::Byte, std::move(colorProfile)});
     }
     AddQuantisation(header, 1, ChrominanceTableTag, properties);
     AddQuantisation(header, 0, LuminanceTableTag, properties);
+    for (Property& item : behindOthers) {
+        properties.Add(std::move(item));
+    }
     return properties;
 }
 
@@ -81,9 +88,10 @@ std::vector<JpegMarker> MakeJpegMarkers(const PropertyList& properties) {
     for (const Property& item : properties.Items()) {
         if (!IsTextComment(item)) {
             block.Add(item);
-        } else if (const auto text = TextOf(item).substr(0, MostMarkerBytes); !text.empty()) {
-            markers.push_back({JPEG_COM, {text.begin(), text.end()}});
         }
+    }
+    if (const auto text = TextCommentOf(properties).substr(0, MostMarkerBytes); !text.empty()) {
+        markers.push_back({JPEG_COM, {text.begin(), text.end()}});
     }
     block.Shorten(MostMarkerBytes - ExifName.size());
     if (const auto bytes = block.MakeBlock(); !bytes.empty()) {

@@ -7,7 +7,9 @@
 
 namespace imaginglibrary {
 
-// The ICC profile to embed in a file of red, green and blue; empty where there is none, or one for other colours.
+// The ICC profile to embed in a file of red, green and blue, or of grey; empty where there is none, or one for other
+// colours.
 std::span<const std::uint8_t> RgbProfileOf(const PropertyList& properties);
+std::span<const std::uint8_t> GreyProfileOf(const PropertyList& properties);
 
 } // namespace imaginglibrary

@@ -69,10 +69,10 @@ class ExifReader {
   public:
     ExifReader(const InputFile& source, PropertyList& properties) : source_(source), properties_(properties) {}
 
-    void Read(ExifThumbnail thumbnail) {
+    std::vector<Property> Read(ExifThumbnail thumbnail) {
         std::array<std::uint8_t, TiffHeaderBytes> header;
         if (!ReadBytes(0, header.data(), header.size()) || !ReadByteOrder(header.data())) {
-            return;
+            return {};
         }
         const Directory main = ReadDirectory(Number32(&header[4]));
         AddItems(main, ExifPlace::Main);
@@ -83,6 +83,7 @@ class ExifReader {
         if (thumbnail == ExifThumbnail::Keep) {
             AddThumbnail(ReadDirectory(main.next));
         }
+        return std::move(beside_);
     }
 
   private:
@@ -145,7 +146,7 @@ class ExifReader {
         for (const Entry& entry : directory.entries) {
             KeepPointer(entry);
             if (const auto tag = ItemTagOf(place, entry.tag)) {
-                AddItem(entry, *tag);
+                AddItem(entry, *tag, place);
             }
         }
     }
@@ -160,7 +161,7 @@ class ExifReader {
         }
     }
 
-    void AddItem(const Entry& entry, std::uint16_t tag) {
+    void AddItem(const Entry& entry, std::uint16_t tag, ExifPlace place) {
         const std::uint64_t size = std::uint64_t{entry.count} * ElementBytes(entry.type);
         if (!IsItemType(entry.type) || size == 0 || (IsListOfPlaces(entry.tag) && size > MaximumPlacesBytes)) {
             return;
@@ -173,7 +174,17 @@ class ExifReader {
         }
         SwapUnlessNative(property.value, property.type, order_);
         TerminateText(property);
-        properties_.Add(std::move(property));
+        if (place == ExifPlace::Gps && PlaceOf(property) == place && IsOfMain(tag)) {
+            property.tag += BesideTags;
+            beside_.push_back(std::move(property));
+        } else {
+            properties_.Add(std::move(property));
+        }
+    }
+
+    bool IsOfMain(std::uint16_t tag) const {
+        const Property* item = properties_.Find(tag);
+        return item != nullptr && PlaceOf(*item) == ExifPlace::Main;
     }
 
     bool ReadValue(std::uint64_t offset, std::uint64_t size, std::vector<std::uint8_t>& value) {
@@ -209,6 +220,7 @@ class ExifReader {
 
     const InputFile& source_;
     PropertyList& properties_;
+    std::vector<Property> beside_;
     std::endian order_ = std::endian::little;
     std::vector<std::uint32_t> visited_; // directories
     struct {
@@ -220,12 +232,14 @@ class ExifReader {
 
 } // namespace
 
-void ReadExif(std::span<const std::uint8_t> block, ExifThumbnail thumbnail, PropertyList& properties) {
-    ExifReader(MemoryBlock(block), properties).Read(thumbnail);
+std::vector<Property> ReadExif(std::span<const std::uint8_t> block, ExifThumbnail thumbnail, PropertyList& properties) {
+    return ExifReader(MemoryBlock(block), properties).Read(thumbnail);
 }
 
 void ReadTiffProperties(const InputFile& file, PropertyList& properties) {
-    ExifReader(file, properties).Read(ExifThumbnail::PassOver);
+    for (Property& item : ExifReader(file, properties).Read(ExifThumbnail::PassOver)) {
+        properties.Add(std::move(item));
+    }
 }
 
 } // namespace imaginglibrary

@@ -35,6 +35,9 @@ constexpr RenamedTag RenamedTags[] = {
 
 constexpr TagRange GpsTags = {0x0000, 0x001F};
 
+// The name of a program in the main directory; the GPS directory has a number under this tag.
+constexpr std::uint32_t ProcessingSoftwareTag = 0x000B;
+
 // Those of the interoperability directory that no other directory uses.
 constexpr TagRange OwnInteropTags = {0x1000, 0x1002};
 
@@ -119,12 +122,40 @@ std::string_view TextOf(const Property& property) {
 }
 
 bool IsTextComment(const Property& property) {
-    return property.tag == CommentTag && property.type == PropertyType::Ascii;
+    const bool isComment = property.tag == CommentTag || property.tag == CommentTag + BesideTags;
+    return isComment && property.type == PropertyType::Ascii;
 }
 
-ExifPlace PlaceOf(std::uint32_t itemTag) {
+std::string_view TextCommentOf(const PropertyList& properties) {
+    for (const std::uint32_t tag : {CommentTag, CommentTag + BesideTags}) {
+        const Property* item = properties.Find(tag);
+        if (item != nullptr && IsTextComment(*item) && !TextOf(*item).empty()) {
+            return TextOf(*item);
+        }
+    }
+    return {};
+}
+
+bool IsBlankUserComment(const Property& property) {
+    constexpr std::ptrdiff_t CodeBytes = 8; // which characters follow
+    if (property.tag != CommentTag || property.type != PropertyType::Undefined) {
+        return false;
+    }
+    const auto& value = property.value;
+    return std::ssize(value) <= CodeBytes || std::all_of(value.begin() + CodeBytes, value.end(),
+                                                         [](std::uint8_t byte) { return byte == 0 || byte == ' '; });
+}
+
+ExifPlace PlaceOf(const Property& item) {
+    const std::uint32_t itemTag = item.tag;
+    if (itemTag >= BesideTags && GpsTags.Has(itemTag - BesideTags)) {
+        return ExifPlace::Gps;
+    }
     if (itemTag > 0xFFFF || IsIn(UnwrittenTags, itemTag)) {
         return ExifPlace::Nowhere;
+    }
+    if (itemTag == ProcessingSoftwareTag && item.type == PropertyType::Ascii) {
+        return ExifPlace::Main;
     }
     if (const RenamedTag* renamed = FindRenamed(itemTag)) {
         return renamed->directory;

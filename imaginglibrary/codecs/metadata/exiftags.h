@@ -26,6 +26,10 @@ inline constexpr std::uint32_t ThumbnailDataTag = 0x501B;
 inline constexpr std::uint32_t CommentTag = 0x9286;
 inline constexpr std::uint16_t ColorProfileTag = 0x8773;
 
+// Added to the tag of what has no room in the list since another item has its tag: a comment beside that of EXIF, and
+// an entry of the GPS directory whose number the main directory uses as well. No tag in a file is that large.
+inline constexpr std::uint32_t BesideTags = 0x01000000;
+
 inline constexpr std::uint16_t TiffMagic = 42; // of the classic kind
 inline constexpr std::size_t TiffHeaderBytes = 8;
 inline constexpr std::size_t TiffEntryBytes = 12;
@@ -46,9 +50,15 @@ std::string_view TextOf(const Property& property);
 // Whether the item is a comment in plain text, which JPEG, PNG and GIF keep outside of EXIF.
 bool IsTextComment(const Property& property);
 
+// The comment in plain text among the items, up to its NUL; empty where there is none.
+std::string_view TextCommentOf(const PropertyList& properties);
+
+// Whether an item is a comment as EXIF has it, without a word in it.
+bool IsBlankUserComment(const Property& property);
+
 // The directory of an EXIF block that an item is written to.
 enum class ExifPlace { Nowhere, Main, Exif, Gps, Interop, Thumbnail };
-ExifPlace PlaceOf(std::uint32_t itemTag);
+ExifPlace PlaceOf(const Property& item);
 
 // The item that an entry of a directory becomes: its own tag, but the interoperability and the thumbnail directory use
 // tags of the others, so their items have tags of their own. Nothing for an entry that is none.

@@ -108,7 +108,7 @@ ExifDirectory* ExifBlock::DirectoryOf(ExifPlace place) {
 }
 
 void ExifBlock::Add(Property property) {
-    ExifDirectory* directory = DirectoryOf(PlaceOf(property.tag));
+    ExifDirectory* directory = DirectoryOf(PlaceOf(property));
     const std::size_t element = ElementBytes(property.type);
     TerminateText(property);
     if (directory == nullptr || element == 0 || property.value.empty() || property.value.size() % element != 0) {

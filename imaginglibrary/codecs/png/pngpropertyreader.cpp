@@ -94,7 +94,9 @@ PropertyList PngPropertyReader::MakeProperties(const std::optional<PngStream::Do
     }
     AddHistogram();
     AddColorProfile();
-    ReadExif(ContentOf("eXIf"), ExifThumbnail::PassOver, properties_);
+    for (Property& item : ReadExif(ContentOf("eXIf"), ExifThumbnail::PassOver, properties_)) {
+        properties_.Add(std::move(item));
+    }
     return std::move(properties_);
 }
 

@@ -63,8 +63,9 @@ std::optional<std::uint32_t> TagOfKeyword(std::string_view keyword) {
 }
 
 const char* KeywordOf(const Property& property) {
-    const auto* found = std::find_if(std::begin(Keywords), std::end(Keywords),
-                                     [&](const Keyword& known) { return known.tag == property.tag; });
+    const std::uint32_t tag = IsTextComment(property) ? CommentTag : property.tag;
+    const auto* found =
+        std::find_if(std::begin(Keywords), std::end(Keywords), [=](const Keyword& known) { return known.tag == tag; });
     return found == std::end(Keywords) || property.type != PropertyType::Ascii ? nullptr : found->name;
 }
 

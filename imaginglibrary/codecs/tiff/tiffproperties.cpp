@@ -73,7 +73,6 @@ bool MayReplace(std::uint16_t tag, const ExifEntry& item) {
     }
 }
 
-// A profile of red, green and blue says nothing about grey.
 bool IsGrey(const ExifDirectory& written) {
     const auto photometric = written.find(0x0106);
     return photometric != written.end() && LittleEndian16(photometric->second.value.data()) < 2;
@@ -109,9 +108,13 @@ Status AddTiffProperties(const PropertyList& properties, OutputFile& file) {
     for (const Property& item : properties.Items()) {
         block.Add(item);
     }
+    const Property* userComment = properties.Find(CommentTag);
+    if (const auto text = TextCommentOf(properties);
+        !text.empty() && userComment != nullptr && IsBlankUserComment(*userComment)) {
+        block.Add(AsciiProperty(CommentTag, text));
+    }
     block.DropThumbnail();
-    const auto profile = RgbProfileOf(properties);
-    if (block.IsEmpty() && profile.empty()) {
+    if (block.IsEmpty() && properties.Find(ColorProfileTag) == nullptr) {
         return Status::Ok;
     }
     WrittenDirectory written;
@@ -119,7 +122,8 @@ Status AddTiffProperties(const PropertyList& properties, OutputFile& file) {
         return status;
     }
     RemoveWhatIsWritten(written.entries, block.Main());
-    if (!profile.empty() && !IsGrey(written.entries)) {
+    const auto profile = IsGrey(written.entries) ? GreyProfileOf(properties) : RgbProfileOf(properties);
+    if (!profile.empty()) {
         block.Main()[ColorProfileTag] = {
             PropertyType::Undefined, static_cast<std::uint32_t>(profile.size()), {profile.begin(), profile.end()}};
     }
