@@ -32,6 +32,9 @@ inline constexpr std::size_t MaximumMetadataEntries = 4096;
 // Longest list of the places of strips and tiles that is shown as a property item, in bytes.
 inline constexpr std::size_t MaximumPlacesBytes = 65536;
 
+// Longest XMP packet, and most image resources, that are carried from file to file, in bytes.
+inline constexpr std::size_t MaximumCarriedBytes = std::size_t{4} << 20;
+
 // Longest comment of a GIF file that is read, in bytes.
 inline constexpr std::size_t MaximumCommentBytes = std::size_t{1} << 20;
 

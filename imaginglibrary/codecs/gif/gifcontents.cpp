@@ -2,6 +2,7 @@
 #include "imaginglibrary/codecs/gif/gifcontents.h"
 
 #include "imaginglibrary/codecs/metadata/exiftags.h"
+#include "imaginglibrary/codecs/metadata/xmp.h"
 #include "imaginglibrary/core/bytes.h"
 #include "imaginglibrary/core/limits.h"
 
@@ -108,10 +109,15 @@ class GifScanner {
         GifByteType* block = nullptr; // its first byte is its length
         bool isRead = DGifGetExtension(gif_.get(), &kind, &block) == GIF_OK;
         std::string content;
-        const std::size_t most = kind == COMMENT_EXT_FUNC_CODE ? MaximumCommentBytes : MostOtherBytes;
+        std::size_t most = kind == COMMENT_EXT_FUNC_CODE ? MaximumCommentBytes : MostOtherBytes;
+        std::size_t skipped = 1; // bytes of a block: its length
         while (isRead && block != nullptr) {
-            content.append(reinterpret_cast<const char*>(block + 1),
-                           std::min<std::size_t>(block[0], most - content.size()));
+            content.append(reinterpret_cast<const char*>(block) + skipped,
+                           std::min<std::size_t>(block[0] + 1 - skipped, most - content.size()));
+            if (kind == APPLICATION_EXT_FUNC_CODE && content == GifXmpApplication && packet_.empty()) {
+                skipped = 0; // the packet itself is read as lengths and blocks
+                most = MaximumCarriedBytes;
+            }
             isRead = DGifGetExtensionNext(gif_.get(), &block) == GIF_OK;
         }
         KeepExtension(kind, content);
@@ -130,6 +136,7 @@ class GifScanner {
             break;
         case APPLICATION_EXT_FUNC_CODE:
             KeepLoopCount(content);
+            KeepPacket(content);
             break;
         default:
             break;
@@ -157,6 +164,12 @@ class GifScanner {
         }
     }
 
+    void KeepPacket(std::string_view content) {
+        if (packet_.empty() && content.starts_with(GifXmpApplication)) {
+            packet_ = PacketOfGif(content.substr(GifXmpApplication.size()));
+        }
+    }
+
     PropertyList MakeProperties() const {
         PropertyList properties;
         if (delays_.size() > 1) {
@@ -174,6 +187,9 @@ class GifScanner {
         }
         if (!comment_.empty()) {
             properties.Add(AsciiProperty(CommentTag, comment_));
+        }
+        if (!packet_.empty()) {
+            properties.Add(XmpProperty(packet_));
         }
         return properties;
     }
@@ -194,6 +210,7 @@ class GifScanner {
     std::vector<std::uint32_t> delays_; // one for each image
     std::uint16_t loopCount_ = 1;       // 0 is for ever
     std::string comment_;
+    std::string packet_; // XMP
 };
 
 } // namespace

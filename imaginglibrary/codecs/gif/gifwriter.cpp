@@ -3,6 +3,7 @@
 
 #include "imaginglibrary/codecs/gif/gifcompressor.h"
 #include "imaginglibrary/codecs/metadata/exiftags.h"
+#include "imaginglibrary/codecs/metadata/xmp.h"
 #include "imaginglibrary/core/packing.h"
 #include "imaginglibrary/core/rowpipe.h"
 #include "imaginglibrary/operations/quantizer.h"
@@ -118,15 +119,28 @@ bool PutTransparentIndex(GifFileType* gif, int index) {
     return EGifPutExtension(gif, GRAPHICS_EXT_FUNC_CODE, bytes.size(), bytes.data()) == GIF_OK;
 }
 
+// Its bytes stand for lengths of blocks too, so they are cut where a reader of blocks cuts them. `content` leads such a
+// reader to its end.
+bool PutXmp(GifFileType* gif, const std::string& content) {
+    bool isPut = EGifPutExtensionLeader(gif, APPLICATION_EXT_FUNC_CODE) == GIF_OK &&
+                 EGifPutExtensionBlock(gif, GifXmpApplication.size(), GifXmpApplication.data()) == GIF_OK;
+    for (std::size_t at = 0; isPut && at < content.size();) {
+        const int length = static_cast<unsigned char>(content[at]);
+        isPut = EGifPutExtensionBlock(gif, length, &content[at + 1]) == GIF_OK;
+        at += 1 + static_cast<std::size_t>(length);
+    }
+    return isPut && EGifPutExtensionTrailer(gif) == GIF_OK;
+}
+
 bool PutHeader(GifFileType* gif, const PictureInfo& info, std::optional<int> transparent, std::size_t entries,
-               const std::string& comment) {
+               const std::string& comment, const std::string& xmp) {
     const auto table = MakeTable(info.palette, entries);
     const int width = static_cast<int>(info.width);
     const int height = static_cast<int>(info.height);
-    const bool hasExtensions = transparent || !comment.empty();
+    const bool hasExtensions = transparent || !comment.empty() || !xmp.empty();
     EGifSetGifVersion(gif, hasExtensions);
     return table != nullptr && EGifPutScreenDesc(gif, width, height, BitsOfPrimary, 0, table.get()) == GIF_OK &&
-           (comment.empty() || EGifPutComment(gif, comment.c_str()) == GIF_OK) &&
+           (comment.empty() || EGifPutComment(gif, comment.c_str()) == GIF_OK) && (xmp.empty() || PutXmp(gif, xmp)) &&
            (!transparent || PutTransparentIndex(gif, *transparent)) &&
            EGifPutImageDesc(gif, 0, 0, width, height, false, nullptr) == GIF_OK;
 }
@@ -134,6 +148,12 @@ bool PutHeader(GifFileType* gif, const PictureInfo& info, std::optional<int> tra
 // What giflib has written in front of the pixels.
 unsigned CodeSizeOf(const GifFileType* gif) {
     return std::max(2u, static_cast<unsigned>(gif->SColorMap->BitsPerPixel));
+}
+
+// Empty where there is none.
+std::string XmpFor(const PropertyList& properties) {
+    const auto packet = XmpOf(properties);
+    return packet.empty() ? std::string() : GifContentOf(packet);
 }
 
 // What becomes of an index where the fully transparent entries are one.
@@ -168,7 +188,8 @@ Status WriteIndexed(const PixelSource& picture, std::size_t entries, const Prope
     if (gif == nullptr) {
         return Status::OutOfMemory;
     }
-    if (!PutHeader(gif, picture.Info(), transparency.index, entries, std::string(TextCommentOf(properties)))) {
+    if (!PutHeader(gif, picture.Info(), transparency.index, entries, std::string(TextCommentOf(properties)),
+                   XmpFor(properties))) {
         return output.Failure();
     }
     GifCompressor compressor(CodeSizeOf(gif),

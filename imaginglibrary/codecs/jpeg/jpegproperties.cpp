@@ -3,10 +3,15 @@
 
 #include "imaginglibrary/codecs/metadata/exifreader.h"
 #include "imaginglibrary/codecs/metadata/exifwriter.h"
+#include "imaginglibrary/codecs/metadata/photoshop.h"
+#include "imaginglibrary/codecs/metadata/xmp.h"
+
+#include "imaginglibrary/core/limits.h"
 
 #include <algorithm>
 #include <cstring>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace imaginglibrary {
@@ -20,6 +25,8 @@ constexpr std::uint32_t ChrominanceTableTag = 0x5091;
 constexpr int ExifMarker = JPEG_APP0 + 1;
 constexpr std::size_t MostMarkerBytes = 65533; // its length counts itself
 constexpr std::string_view ExifName = "Exif\0\0"sv;
+constexpr int ResourcesMarker = JPEG_APP0 + 13;
+constexpr std::string_view ResourcesName = "Photoshop 3.0\0"sv;
 
 std::string_view ContentOf(const jpeg_marker_struct& marker) {
     return {reinterpret_cast<const char*>(marker.data), marker.data_length};
@@ -38,6 +45,25 @@ std::string_view FindMarker(const jpeg_decompress_struct& header, int kind, std:
         }
     }
     return {};
+}
+
+// XMP, the IPTC data and the image resources, which a file may have in several segments.
+void AddPackets(const jpeg_decompress_struct& header, PropertyList& properties) {
+    JpegXmpReader xmp;
+    std::string resources;
+    for (const jpeg_marker_struct* marker = header.marker_list; marker != nullptr; marker = marker->next) {
+        const std::string_view content = ContentOf(*marker);
+        if (marker->marker == ExifMarker) {
+            xmp.Add(content);
+        } else if (marker->marker == ResourcesMarker && content.starts_with(ResourcesName) &&
+                   resources.size() + content.size() <= MaximumCarriedBytes) {
+            resources += content.substr(ResourcesName.size());
+        }
+    }
+    if (const std::string packet = xmp.Packet(); !packet.empty()) {
+        properties.Set(XmpProperty(packet));
+    }
+    AddResources(resources, properties);
 }
 
 // Null where there is none; libjpeg checks a table's number only when it needs the table.
@@ -79,25 +105,48 @@ PropertyList ReadJpegProperties(const jpeg_decompress_struct& header, std::vecto
     for (Property& item : behindOthers) {
         properties.Add(std::move(item));
     }
+    AddPackets(header, properties);
     return properties;
 }
+
+namespace {
+
+bool IsPacket(const Property& item) { return item.tag == XmpTag || item.tag == IptcTag || item.tag == ResourcesTag; }
+
+void AddMarker(int kind, std::string_view content, std::vector<JpegMarker>& markers) {
+    markers.push_back({kind, {content.begin(), content.end()}});
+}
+
+void AddResourceMarkers(const PropertyList& properties, std::vector<JpegMarker>& markers) {
+    constexpr std::size_t MostBytes = MostMarkerBytes - ResourcesName.size();
+    const std::string resources = ResourcesFor(properties);
+    for (std::size_t at = 0; at < resources.size(); at += MostBytes) {
+        AddMarker(ResourcesMarker, std::string(ResourcesName) + resources.substr(at, MostBytes), markers);
+    }
+}
+
+} // namespace
 
 std::vector<JpegMarker> MakeJpegMarkers(const PropertyList& properties) {
     std::vector<JpegMarker> markers;
     ExifBlock block;
     for (const Property& item : properties.Items()) {
-        if (!IsTextComment(item)) {
+        if (!IsTextComment(item) && !IsPacket(item)) {
             block.Add(item);
         }
     }
-    if (const auto text = TextCommentOf(properties).substr(0, MostMarkerBytes); !text.empty()) {
-        markers.push_back({JPEG_COM, {text.begin(), text.end()}});
-    }
     block.Shorten(MostMarkerBytes - ExifName.size());
     if (const auto bytes = block.MakeBlock(); !bytes.empty()) {
-        JpegMarker exif{ExifMarker, {ExifName.begin(), ExifName.end()}};
-        exif.content.insert(exif.content.end(), bytes.begin(), bytes.end());
-        markers.insert(markers.begin(), std::move(exif));
+        AddMarker(ExifMarker, ExifName, markers);
+        auto& content = markers.back().content;
+        content.insert(content.end(), bytes.begin(), bytes.end());
+    }
+    for (const std::string& segment : MakeJpegXmp(XmpOf(properties))) {
+        AddMarker(ExifMarker, segment, markers);
+    }
+    AddResourceMarkers(properties, markers);
+    if (const auto text = TextCommentOf(properties).substr(0, MostMarkerBytes); !text.empty()) {
+        AddMarker(JPEG_COM, text, markers);
     }
     return markers;
 }

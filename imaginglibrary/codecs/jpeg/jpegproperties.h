@@ -12,7 +12,8 @@
 namespace imaginglibrary {
 
 // The items of a file whose header was read and whose markers were kept: those of EXIF, a comment, the colour profile,
-// and the two quantisation tables in their natural order.
+// the two quantisation tables in their natural order, what shares its tag with one of these, XMP, IPTC data and image
+// resources.
 PropertyList ReadJpegProperties(const jpeg_decompress_struct& header, std::vector<std::uint8_t> colorProfile);
 
 struct JpegMarker {

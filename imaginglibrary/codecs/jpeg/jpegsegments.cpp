@@ -20,10 +20,13 @@ struct Kind {
 
 constexpr std::array<Kind, JpegSegments::Kinds> KindsKept = {{
     {JPEG_APP0 + 1, "Exif\0\0"sv, 1},
-    {JPEG_APP0 + 2, "ICC_PROFILE\0"sv, 255}, // its parts are numbered by a byte
+    {JPEG_APP0 + 1, "http://ns.adobe.com/xap/1.0/\0"sv, 1},
+    {JPEG_APP0 + 1, "http://ns.adobe.com/xmp/extension/\0"sv, 256}, // 16 MiB of them
+    {JPEG_APP0 + 2, "ICC_PROFILE\0"sv, 255},                        // its parts are numbered by a byte
+    {JPEG_APP0 + 13, "Photoshop 3.0\0"sv, 256},
     {JPEG_COM, {}, 1},
 }};
-constexpr std::size_t LongestName = 12;
+constexpr std::size_t LongestName = 35;
 static_assert(std::ranges::all_of(KindsKept, [](const Kind& kind) { return kind.name.size() <= LongestName; }));
 
 void ReadBytes(j_decompress_ptr info, std::span<JOCTET> bytes) {

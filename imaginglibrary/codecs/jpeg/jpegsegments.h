@@ -9,12 +9,12 @@
 
 namespace imaginglibrary {
 
-// The segments of one decompressor: the first one with EXIF, the first comment and all parts of a colour profile become
-// the list Header().marker_list in the file's order. libjpeg's own keeping walks that list at every segment, of which a
+// The segments of one decompressor: the first ones with EXIF, XMP and a comment, and all parts of extended XMP, a colour
+// profile and image resources become the list Header().marker_list in the file's order. libjpeg's own keeping walks that list at every segment, of which a
 // file may have millions; here the time is linear in the file, and the list is short.
 class JpegSegments {
   public:
-    static constexpr std::size_t Kinds = 3;
+    static constexpr std::size_t Kinds = 6;
 
     // Has every segment that may be one of these handed to `read`, which must call Read or PassOver.
     static void Request(j_decompress_ptr info, jpeg_marker_parser_method read);

@@ -2,6 +2,7 @@
 #include "imaginglibrary/codecs/png/pngproperties.h"
 
 #include "imaginglibrary/codecs/metadata/exifwriter.h"
+#include "imaginglibrary/codecs/metadata/xmp.h"
 #include "imaginglibrary/codecs/png/pngtexts.h"
 #include "imaginglibrary/core/limits.h"
 
@@ -24,7 +25,7 @@ PngMetadata MakePngMetadata(const PropertyList& properties) {
         if (!text.empty() && text.size() <= MostWrittenBytes) {
             metadata.texts.push_back({keyword, std::string(text), NeedsUtf8(text)});
         }
-        const bool isWritersOwn = item.tag == PngGammaTag || item.tag == PngRenderingIntentTag;
+        const bool isWritersOwn = item.tag == PngGammaTag || item.tag == PngRenderingIntentTag || item.tag == XmpTag;
         if (isWritersOwn || IsTextComment(item)) {
             continue;
         }
@@ -32,6 +33,9 @@ PngMetadata MakePngMetadata(const PropertyList& properties) {
         if (keyword == nullptr) {
             others.Add(item);
         }
+    }
+    if (const auto packet = XmpOf(properties); !packet.empty()) {
+        metadata.texts.push_back({PngXmpKeyword, std::string(packet), true});
     }
     others.DropThumbnail();
     all.DropThumbnail();

@@ -12,6 +12,8 @@ namespace imaginglibrary {
 inline constexpr std::uint32_t PngGammaTag = 0x0301;
 inline constexpr std::uint32_t PngRenderingIntentTag = 0x0303;
 
+inline constexpr char PngXmpKeyword[] = "XML:com.adobe.xmp";
+
 struct PngText {
     const char* keyword;
     std::string text;

@@ -7,6 +7,7 @@
 
 #include "imaginglibrary/codecs/metadata/exifreader.h"
 #include "imaginglibrary/codecs/metadata/exiftags.h"
+#include "imaginglibrary/codecs/metadata/xmp.h"
 #include "imaginglibrary/codecs/png/pngproperties.h"
 #include "imaginglibrary/codecs/png/pngtexts.h"
 #include "imaginglibrary/core/bytes.h"
@@ -97,11 +98,18 @@ PropertyList PngPropertyReader::MakeProperties(const std::optional<PngStream::Do
     for (Property& item : ReadExif(ContentOf("eXIf"), ExifThumbnail::PassOver, properties_)) {
         properties_.Add(std::move(item));
     }
+    if (!packet_.empty() && packet_.size() <= MaximumCarriedBytes) {
+        properties_.Set(XmpProperty(packet_));
+    }
     return std::move(properties_);
 }
 
 void PngPropertyReader::AddText(std::string_view name, std::string_view content) {
     const auto keyword = TakeString(content);
+    if (keyword == PngXmpKeyword && name == "iTXt" && packet_.empty()) {
+        packet_ = InternationalText(content).value_or(std::string());
+        return;
+    }
     const auto tag = keyword ? TagOfKeyword(*keyword) : std::nullopt;
     if (!tag || properties_.Find(*tag) != nullptr) {
         return;

@@ -19,7 +19,7 @@ class PngPropertyReader : public PngChunkReader {
     void ReadChunk(std::string_view name, std::span<const std::uint8_t> content) noexcept override;
 
     // Texts, then gamma, chromaticities, rendering intent, dots per unit, histogram and colour profile, then the items
-    // of EXIF. To be called once, behind the chunks.
+    // of EXIF, at last XMP. To be called once, behind the chunks.
     PropertyList MakeProperties(const std::optional<PngStream::DotsPerUnit>& dots);
 
   private:
@@ -33,6 +33,7 @@ class PngPropertyReader : public PngChunkReader {
     void AddColorProfile();
 
     PropertyList properties_;
+    std::string packet_;                                      // XMP
     std::map<std::string, std::vector<std::uint8_t>> chunks_; // the first of each name, texts left aside
     std::size_t chunksRead_ = 0;
     std::size_t bytesLeft_ = MaximumMetadataBytes;
