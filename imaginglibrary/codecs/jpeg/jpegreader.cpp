@@ -3,6 +3,7 @@
 
 #include "imaginglibrary/codecs/jpeg/jpegproperties.h"
 #include "imaginglibrary/codecs/jpeg/jpegstream.h"
+#include "imaginglibrary/codecs/metadata/exifresolution.h"
 #include "imaginglibrary/core/limits.h"
 
 #include <cstring>
@@ -232,6 +233,7 @@ Result<std::unique_ptr<Decoder>> OpenJpeg(std::shared_ptr<const InputFile> file)
         return info.GetStatus();
     }
     auto properties = ReadJpegProperties((*stream)->Header(), (*stream)->ColorProfile());
+    info->resolution = ResolutionOr(info->resolution, properties);
     return std::unique_ptr<Decoder>(
         std::make_unique<JpegPicture>(JpegSource{std::move(file), std::make_shared<FileDamage>()}, std::move(*info),
                                       FullSize, std::move(properties)));

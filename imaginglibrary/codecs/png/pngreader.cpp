@@ -2,6 +2,7 @@
 #include "imaginglibrary/codecs/png/pngreader.h"
 
 #include "imaginglibrary/codecs/png/pngpixels.h"
+#include "imaginglibrary/codecs/metadata/exifresolution.h"
 #include "imaginglibrary/codecs/png/pngpropertyreader.h"
 #include "imaginglibrary/codecs/png/pngrawrows.h"
 #include "imaginglibrary/codecs/png/pngstream.h"
@@ -113,8 +114,10 @@ Result<std::unique_ptr<Decoder>> OpenPng(std::shared_ptr<const InputFile> file) 
     if (!stream.Ok()) {
         return stream.GetStatus();
     }
-    return std::unique_ptr<Decoder>(
-        std::make_unique<PngPicture>(std::move(file), (*stream)->Info(), properties.MakeProperties((*stream)->Dots())));
+    PropertyList items = properties.MakeProperties((*stream)->Dots());
+    PictureInfo info = (*stream)->Info();
+    info.resolution = ResolutionOr(info.resolution, items);
+    return std::unique_ptr<Decoder>(std::make_unique<PngPicture>(std::move(file), std::move(info), std::move(items)));
 }
 
 } // namespace imaginglibrary
