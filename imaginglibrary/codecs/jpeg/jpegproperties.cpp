@@ -1,6 +1,7 @@
 // The property items of JPEG files, as they are read and as they are written.
 #include "imaginglibrary/codecs/jpeg/jpegproperties.h"
 
+#include "imaginglibrary/codecs/metadata/exifeditor.h"
 #include "imaginglibrary/codecs/metadata/exifreader.h"
 #include "imaginglibrary/codecs/metadata/exifwriter.h"
 #include "imaginglibrary/codecs/metadata/photoshop.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -89,7 +91,11 @@ void AddQuantisation(const jpeg_decompress_struct& header, int component, std::u
 
 PropertyList ReadJpegProperties(const jpeg_decompress_struct& header, std::vector<std::uint8_t> colorProfile) {
     PropertyList properties;
-    auto behindOthers = ReadExif(BytesOf(FindMarker(header, ExifMarker, ExifName)), ExifThumbnail::Keep, properties);
+    const auto exif = BytesOf(FindMarker(header, ExifMarker, ExifName));
+    auto behindOthers = ReadExif(exif, ExifThumbnail::Keep, properties);
+    if (!exif.empty()) {
+        properties.SetSourceExif(std::make_shared<const std::vector<std::uint8_t>>(exif.begin(), exif.end()));
+    }
     if (const std::string_view comment = FindMarker(header, JPEG_COM, {}); !comment.empty()) {
         if (properties.Find(CommentTag) == nullptr) {
             properties.Add(AsciiProperty(CommentTag, comment));
@@ -125,18 +131,28 @@ void AddResourceMarkers(const PropertyList& properties, std::vector<JpegMarker>&
     }
 }
 
+// Empty where there is nothing to write.
+std::vector<std::uint8_t> MakeExif(const PropertyList& properties) {
+    constexpr std::size_t MostBytes = MostMarkerBytes - ExifName.size();
+    std::vector<Property> items;
+    std::ranges::copy_if(properties.Items(), std::back_inserter(items),
+                         [](const Property& item) { return !IsTextComment(item) && !IsPacket(item); });
+    if (const auto edited = EditedExif(properties, items); edited && edited->Block().size() <= MostBytes) {
+        return edited->Block();
+    }
+    ExifBlock block;
+    for (Property& item : items) {
+        block.Add(std::move(item));
+    }
+    block.Shorten(MostBytes);
+    return block.MakeBlock();
+}
+
 } // namespace
 
 std::vector<JpegMarker> MakeJpegMarkers(const PropertyList& properties) {
     std::vector<JpegMarker> markers;
-    ExifBlock block;
-    for (const Property& item : properties.Items()) {
-        if (!IsTextComment(item) && !IsPacket(item)) {
-            block.Add(item);
-        }
-    }
-    block.Shorten(MostMarkerBytes - ExifName.size());
-    if (const auto bytes = block.MakeBlock(); !bytes.empty()) {
+    if (const auto bytes = MakeExif(properties); !bytes.empty()) {
         AddMarker(ExifMarker, ExifName, markers);
         auto& content = markers.back().content;
         content.insert(content.end(), bytes.begin(), bytes.end());

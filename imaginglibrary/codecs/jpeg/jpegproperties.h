@@ -21,8 +21,9 @@ struct JpegMarker {
     std::vector<std::uint8_t> content;
 };
 
-// The markers that carry the items, in their order in the file. Of what is longer than a marker may be, the thumbnail,
-// then the largest values are left out; a comment is cut.
+// The markers that carry the items, in their order in the file. An EXIF block that came with them stays as it is but
+// for what is changed. Of what is longer than a marker may be, the thumbnail, then the largest values are left out; a
+// comment is cut.
 std::vector<JpegMarker> MakeJpegMarkers(const PropertyList& properties);
 
 } // namespace imaginglibrary

@@ -27,14 +27,19 @@ std::size_t BytesOf(const ExifDirectory& directory) {
     return bytes;
 }
 
-void Append16(std::vector<std::uint8_t>& bytes, std::uint16_t number) {
-    bytes.resize(bytes.size() + sizeof number);
-    PutLittleEndian16(&bytes[bytes.size() - sizeof number], number);
+void Append(std::vector<std::uint8_t>& bytes, std::uint32_t number, int count, std::endian order) {
+    for (int i = 0; i < count; ++i) {
+        const int shift = 8 * (order == std::endian::little ? i : count - 1 - i);
+        bytes.push_back(static_cast<std::uint8_t>(number >> shift));
+    }
 }
 
-void Append32(std::vector<std::uint8_t>& bytes, std::uint32_t number) {
-    bytes.resize(bytes.size() + sizeof number);
-    PutLittleEndian32(&bytes[bytes.size() - sizeof number], number);
+void Append16(std::vector<std::uint8_t>& bytes, std::uint16_t number, std::endian order = std::endian::little) {
+    Append(bytes, number, 2, order);
+}
+
+void Append32(std::vector<std::uint8_t>& bytes, std::uint32_t number, std::endian order = std::endian::little) {
+    Append(bytes, number, 4, order);
 }
 
 void AppendValue(std::vector<std::uint8_t>& bytes, const std::vector<std::uint8_t>& value, std::size_t length) {
@@ -44,25 +49,25 @@ void AppendValue(std::vector<std::uint8_t>& bytes, const std::vector<std::uint8_
 
 // `start` is where the first of the bytes stands in the file.
 void AppendDirectory(std::vector<std::uint8_t>& bytes, const ExifDirectory& directory, std::uint32_t start,
-                     std::uint32_t next) {
+                     std::uint32_t next, std::endian order = std::endian::little) {
     if (directory.empty()) {
         return;
     }
     auto valueAt =
         static_cast<std::uint32_t>(start + bytes.size() + CountBytes + TiffEntryBytes * directory.size() + NextBytes);
-    Append16(bytes, static_cast<std::uint16_t>(directory.size()));
+    Append16(bytes, static_cast<std::uint16_t>(directory.size()), order);
     for (const auto& [tag, entry] : directory) {
-        Append16(bytes, tag);
-        Append16(bytes, static_cast<std::uint16_t>(entry.type));
-        Append32(bytes, entry.count);
+        Append16(bytes, tag, order);
+        Append16(bytes, static_cast<std::uint16_t>(entry.type), order);
+        Append32(bytes, entry.count, order);
         if (entry.value.size() <= TiffInlineBytes) {
             AppendValue(bytes, entry.value, TiffInlineBytes);
         } else {
-            Append32(bytes, valueAt);
+            Append32(bytes, valueAt, order);
             valueAt += static_cast<std::uint32_t>(Even(entry.value.size()));
         }
     }
-    Append32(bytes, next);
+    Append32(bytes, next, order);
     for (const auto& [tag, entry] : directory) {
         if (entry.value.size() > TiffInlineBytes) {
             AppendValue(bytes, entry.value, Even(entry.value.size()));
@@ -88,6 +93,13 @@ void SetPointer(ExifDirectory& directory, std::uint16_t tag, std::uint64_t to) {
 bool IsPointer(ExifPlace directory, std::uint16_t tag) { return !ItemTagOf(directory, tag).has_value(); }
 
 } // namespace
+
+std::vector<std::uint8_t> MakeDirectory(const ExifDirectory& directory, std::uint32_t start, std::uint32_t next,
+                                        std::endian order) {
+    std::vector<std::uint8_t> bytes;
+    AppendDirectory(bytes, directory, start, next, order);
+    return bytes;
+}
 
 ExifDirectory* ExifBlock::DirectoryOf(ExifPlace place) {
     switch (place) {

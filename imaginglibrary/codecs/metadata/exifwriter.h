@@ -7,7 +7,7 @@
 
 namespace imaginglibrary {
 
-// An entry of a little-endian directory; the value is in the file's byte order. One of up to four bytes is what stands
+// An entry of a directory; the value is in the file's byte order. One of up to four bytes is what stands
 // in the entry itself, whatever the count says.
 struct ExifEntry {
     PropertyType type;
@@ -17,6 +17,10 @@ struct ExifEntry {
 
 // By tag, in the order that files must have.
 using ExifDirectory = std::map<std::uint16_t, ExifEntry>;
+
+// The bytes of a directory that stands at `start` in a file of this byte order, its values behind it.
+std::vector<std::uint8_t> MakeDirectory(const ExifDirectory& directory, std::uint32_t start, std::uint32_t next,
+                                        std::endian order);
 
 // All directories of a block, little-endian.
 class ExifBlock {

@@ -95,8 +95,12 @@ PropertyList PngPropertyReader::MakeProperties(const std::optional<PngStream::Do
     }
     AddHistogram();
     AddColorProfile();
-    for (Property& item : ReadExif(ContentOf("eXIf"), ExifThumbnail::PassOver, properties_)) {
+    const auto exif = ContentOf("eXIf");
+    for (Property& item : ReadExif(exif, ExifThumbnail::PassOver, properties_)) {
         properties_.Add(std::move(item));
+    }
+    if (!exif.empty()) {
+        properties_.SetSourceExif(std::make_shared<const std::vector<std::uint8_t>>(exif.begin(), exif.end()));
     }
     if (!packet_.empty() && packet_.size() <= MaximumCarriedBytes) {
         properties_.Set(XmpProperty(packet_));

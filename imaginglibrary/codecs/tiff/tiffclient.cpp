@@ -134,14 +134,15 @@ Result<std::unique_ptr<TiffInput>> TiffInput::Open(std::shared_ptr<const InputFi
     return input;
 }
 
-Result<std::unique_ptr<TiffOutput>> TiffOutput::Create(OutputFile& file) {
+Result<std::unique_ptr<TiffOutput>> TiffOutput::Create(OutputFile& file, std::endian order) {
     std::unique_ptr<TiffOutput> output(new TiffOutput(file));
     const auto options = MakeOptions();
     if (!options) {
         return Status::OutOfMemory;
     }
-    // "l": little-endian on every machine.
-    output->tiff_.reset(TIFFClientOpenExt("picture", "wlm", output.get(), &TiffOutputCallbacks::Read,
+    // The byte order is the same on every machine.
+    const char* const mode = order == std::endian::little ? "wlm" : "wbm";
+    output->tiff_.reset(TIFFClientOpenExt("picture", mode, output.get(), &TiffOutputCallbacks::Read,
                                           &TiffOutputCallbacks::Write, &TiffOutputCallbacks::Seek, &LeaveOpen,
                                           &TiffOutputCallbacks::Size, nullptr, nullptr, options.get()));
     if (!output->tiff_) {

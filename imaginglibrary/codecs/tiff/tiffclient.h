@@ -6,6 +6,7 @@
 
 #include <tiffio.h>
 
+#include <bit>
 #include <memory>
 
 namespace imaginglibrary {
@@ -36,10 +37,10 @@ class TiffInput {
     std::unique_ptr<TIFF, TiffCloser> tiff_;
 };
 
-// A little-endian TIFF file being written.
+// A TIFF file being written.
 class TiffOutput {
   public:
-    static Result<std::unique_ptr<TiffOutput>> Create(OutputFile& file);
+    static Result<std::unique_ptr<TiffOutput>> Create(OutputFile& file, std::endian order = std::endian::little);
 
     TIFF* Get() const { return tiff_.get(); }
 

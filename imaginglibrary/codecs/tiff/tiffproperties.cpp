@@ -3,9 +3,14 @@
 
 #include "imaginglibrary/codecs/metadata/colorprofile.h"
 #include "imaginglibrary/codecs/metadata/exifwriter.h"
+#include "imaginglibrary/codecs/metadata/photoshop.h"
+#include "imaginglibrary/codecs/metadata/xmp.h"
 #include "imaginglibrary/core/bytes.h"
+#include "imaginglibrary/core/limits.h"
 
+#include <algorithm>
 #include <array>
+#include <limits>
 
 namespace imaginglibrary {
 
@@ -18,6 +23,21 @@ struct WrittenDirectory {
     std::uint32_t next = 0;
 };
 
+// Numbers in the file's byte order.
+struct FileNumbers {
+    std::endian order;
+
+    std::uint16_t Get16(const std::uint8_t* bytes) const {
+        return order == std::endian::little ? LittleEndian16(bytes) : BigEndian16(bytes);
+    }
+    std::uint32_t Get32(const std::uint8_t* bytes) const {
+        return order == std::endian::little ? LittleEndian32(bytes) : BigEndian32(bytes);
+    }
+    ExifEntry EntryAt(const std::uint8_t* bytes) const {
+        return {static_cast<PropertyType>(Get16(bytes + 2)), Get32(bytes + 4), {bytes + 8, bytes + 12}};
+    }
+};
+
 Status ReadBack(OutputFile& file, std::uint64_t offset, std::uint8_t* to, std::size_t count) {
     const auto read = file.ReadAt(offset, to, count);
     if (!read.Ok()) {
@@ -26,28 +46,24 @@ Status ReadBack(OutputFile& file, std::uint64_t offset, std::uint8_t* to, std::s
     return *read == count ? Status::Ok : Status::GenericError;
 }
 
-ExifEntry EntryOf(const std::uint8_t* bytes) {
-    return {static_cast<PropertyType>(LittleEndian16(bytes + 2)), LittleEndian32(bytes + 4), {bytes + 8, bytes + 12}};
-}
-
-Status ReadDirectory(OutputFile& file, WrittenDirectory& directory) {
+Status ReadDirectory(OutputFile& file, FileNumbers numbers, WrittenDirectory& directory) {
     std::array<std::uint8_t, 4> number;
     if (const Status status = ReadBack(file, DirectoryOffsetAt, number.data(), 4); status != Status::Ok) {
         return status;
     }
-    const std::uint32_t start = LittleEndian32(number.data());
+    const std::uint32_t start = numbers.Get32(number.data());
     if (const Status status = ReadBack(file, start, number.data(), 2); status != Status::Ok) {
         return status;
     }
-    const std::size_t entries = LittleEndian16(number.data());
+    const std::size_t entries = numbers.Get16(number.data());
     std::vector<std::uint8_t> bytes(TiffEntryBytes * entries + 4);
     if (const Status status = ReadBack(file, start + 2, bytes.data(), bytes.size()); status != Status::Ok) {
         return status;
     }
     for (std::size_t at = 0; at < TiffEntryBytes * entries; at += TiffEntryBytes) {
-        directory.entries.emplace(LittleEndian16(&bytes[at]), EntryOf(&bytes[at]));
+        directory.entries.emplace(numbers.Get16(&bytes[at]), numbers.EntryAt(&bytes[at]));
     }
-    directory.next = LittleEndian32(&bytes[TiffEntryBytes * entries]);
+    directory.next = numbers.Get32(&bytes[TiffEntryBytes * entries]);
     return Status::Ok;
 }
 
@@ -73,9 +89,9 @@ bool MayReplace(std::uint16_t tag, const ExifEntry& item) {
     }
 }
 
-bool IsGrey(const ExifDirectory& written) {
+bool IsGrey(const ExifDirectory& written, FileNumbers numbers) {
     const auto photometric = written.find(0x0106);
-    return photometric != written.end() && LittleEndian16(photometric->second.value.data()) < 2;
+    return photometric != written.end() && numbers.Get16(photometric->second.value.data()) < 2;
 }
 
 void RemoveWhatIsWritten(const ExifDirectory& written, ExifDirectory& items) {
@@ -92,49 +108,127 @@ void RemoveWhatIsWritten(const ExifDirectory& written, ExifDirectory& items) {
     }
 }
 
-Status WriteDirectories(const std::vector<std::uint8_t>& bytes, std::uint32_t start, OutputFile& file) {
+bool IsPacket(std::uint32_t tag) { return tag == XmpTag || tag == IptcTag || tag == ResourcesTag; }
+
+// A blank comment of EXIF gives way to the one beside it.
+std::vector<Property> ItemsFor(const PropertyList& properties) {
+    std::vector<Property> items = properties.Items();
+    const auto blank = std::ranges::find_if(items, IsBlankUserComment);
+    if (const auto text = TextCommentOf(properties); !text.empty() && blank != items.end()) {
+        *blank = AsciiProperty(CommentTag, text);
+    }
+    return items;
+}
+
+// Entries of the block that the file begins with, as they stand: what they point to is where it was. Those that no item
+// tells of may be broken.
+ExifDirectory EntriesOf(const ExifEditor& exif) {
+    const FileNumbers numbers{exif.Order()};
+    ExifDirectory entries;
+    const auto bytes = exif.MainEntries();
+    for (std::size_t at = 0; at < bytes.size(); at += TiffEntryBytes) {
+        const std::uint16_t tag = numbers.Get16(&bytes[at]);
+        ExifEntry entry = numbers.EntryAt(&bytes[at]);
+        const std::uint64_t size = std::uint64_t{entry.count} * ElementBytes(entry.type);
+        const bool isWhole =
+            size != 0 && (size <= TiffInlineBytes || numbers.Get32(&bytes[at + 8]) + size <= exif.Block().size());
+        const bool isPointer = tag == ExifPointerTag || tag == GpsPointerTag;
+        const bool hasPlace = PlaceOf({tag, entry.type, {}}) != ExifPlace::Nowhere;
+        if (isWhole && (isPointer || hasPlace)) {
+            entries.emplace(tag, std::move(entry));
+        }
+    }
+    return entries;
+}
+
+void SetBytes(ExifDirectory& directory, std::uint16_t tag, PropertyType type, std::span<const std::uint8_t> bytes) {
+    if (!bytes.empty()) {
+        directory[tag] = {type, static_cast<std::uint32_t>(bytes.size()), {bytes.begin(), bytes.end()}};
+    }
+}
+
+// XMP and the like, which the block does not hold.
+void SetPackets(const PropertyList& properties, ExifDirectory& directory) {
+    for (const Property& item : properties.Items()) {
+        if (IsPacket(item.tag) && (item.type == PropertyType::Byte || item.type == PropertyType::Undefined)) {
+            SetBytes(directory, static_cast<std::uint16_t>(item.tag), item.type, item.value);
+        }
+    }
+}
+
+Status WriteDirectories(const std::vector<std::uint8_t>& bytes, std::uint32_t start, FileNumbers numbers,
+                        OutputFile& file) {
     if (const Status status = file.WriteAt(start, bytes.data(), bytes.size()); status != Status::Ok) {
         return status;
     }
     std::array<std::uint8_t, 4> offset;
-    PutLittleEndian32(offset.data(), start);
+    for (std::size_t i = 0; i < offset.size(); ++i) {
+        offset[numbers.order == std::endian::little ? i : 3 - i] = static_cast<std::uint8_t>(start >> 8 * i);
+    }
     return file.WriteAt(DirectoryOffsetAt, offset.data(), offset.size());
+}
+
+// The new directories of a file without a block, or the main directory of one that has the others already.
+std::vector<std::uint8_t> MakeDirectories(ExifBlock& block, const ExifEditor* exif, std::uint64_t start,
+                                          std::uint32_t next) {
+    if (exif == nullptr) {
+        return block.MakeDirectories(start, next);
+    }
+    if (start > std::numeric_limits<std::uint32_t>::max()) {
+        return {};
+    }
+    auto bytes = MakeDirectory(block.Main(), static_cast<std::uint32_t>(start), next, exif->Order());
+    return start + bytes.size() > std::numeric_limits<std::uint32_t>::max() ? std::vector<std::uint8_t>() : bytes;
 }
 
 } // namespace
 
-Status AddTiffProperties(const PropertyList& properties, OutputFile& file) {
+std::optional<ExifEditor> ExifOfSource(const PropertyList& properties) {
+    std::vector<Property> items = ItemsFor(properties);
+    std::erase_if(items,
+                  [](const Property& item) { return IsPacket(item.tag) || PlaceOf(item) == ExifPlace::Thumbnail; });
+    auto exif = EditedExif(properties, items);
+    if (exif) {
+        exif->DropThumbnail();
+    }
+    return exif;
+}
+
+Status AddExifOfSource(const ExifEditor& exif, OutputFile& file) {
+    const auto bytes = std::span(exif.Block()).subspan(TiffHeaderBytes);
+    return file.WriteAt(TiffHeaderBytes, bytes.data(), bytes.size());
+}
+
+Status AddTiffProperties(const PropertyList& properties, const ExifEditor* exif, OutputFile& file) {
+    const FileNumbers numbers{exif != nullptr ? exif->Order() : std::endian::little};
     ExifBlock block;
-    for (const Property& item : properties.Items()) {
-        block.Add(item);
+    if (exif != nullptr) {
+        block.Main() = EntriesOf(*exif);
+        SetPackets(properties, block.Main());
+    } else {
+        for (Property& item : ItemsFor(properties)) {
+            block.Add(std::move(item));
+        }
+        block.DropThumbnail();
     }
-    const Property* userComment = properties.Find(CommentTag);
-    if (const auto text = TextCommentOf(properties);
-        !text.empty() && userComment != nullptr && IsBlankUserComment(*userComment)) {
-        block.Add(AsciiProperty(CommentTag, text));
-    }
-    block.DropThumbnail();
     if (block.IsEmpty() && properties.Find(ColorProfileTag) == nullptr) {
         return Status::Ok;
     }
     WrittenDirectory written;
-    if (const Status status = ReadDirectory(file, written); status != Status::Ok) {
+    if (const Status status = ReadDirectory(file, numbers, written); status != Status::Ok) {
         return status;
     }
     RemoveWhatIsWritten(written.entries, block.Main());
-    const auto profile = IsGrey(written.entries) ? GreyProfileOf(properties) : RgbProfileOf(properties);
-    if (!profile.empty()) {
-        block.Main()[ColorProfileTag] = {
-            PropertyType::Undefined, static_cast<std::uint32_t>(profile.size()), {profile.begin(), profile.end()}};
-    }
+    SetBytes(block.Main(), ColorProfileTag, PropertyType::Undefined,
+             IsGrey(written.entries, numbers) ? GreyProfileOf(properties) : RgbProfileOf(properties));
     if (block.IsEmpty()) {
         return Status::Ok;
     }
     block.Main().merge(written.entries);
     const std::uint64_t start = (file.Size() + 1) / 2 * 2;
-    const auto bytes = block.MakeDirectories(start, written.next);
+    const auto bytes = MakeDirectories(block, exif, start, written.next);
     // Items without room below 4 GiB are left out; the picture is whole without them.
-    return bytes.empty() ? Status::Ok : WriteDirectories(bytes, static_cast<std::uint32_t>(start), file);
+    return bytes.empty() ? Status::Ok : WriteDirectories(bytes, static_cast<std::uint32_t>(start), numbers, file);
 }
 
 } // namespace imaginglibrary

@@ -210,9 +210,15 @@ Status WriteTiff(const PixelSource& picture, const PropertyList& properties, con
         return Status::InvalidParameter;
     }
     const std::size_t rowBytes = FileRowBytes(info, *form);
-    auto output = TiffOutput::Create(file);
+    const auto exif = ExifOfSource(properties);
+    auto output = TiffOutput::Create(file, exif ? exif->Order() : std::endian::little);
     if (!output.Ok()) {
         return output.GetStatus();
+    }
+    if (exif) {
+        if (const Status status = AddExifOfSource(*exif, file); status != Status::Ok) {
+            return status;
+        }
     }
     if (!SetFields((*output)->Get(), info, *form, options.quality, RowsPerStrip(info, *form, rowBytes))) {
         return (*output)->Failure();
@@ -222,7 +228,7 @@ Status WriteTiff(const PixelSource& picture, const PropertyList& properties, con
     if (status == Status::Ok) {
         status = (*output)->Finish();
     }
-    return status == Status::Ok ? AddTiffProperties(properties, file) : status;
+    return status == Status::Ok ? AddTiffProperties(properties, exif ? &*exif : nullptr, file) : status;
 }
 
 } // namespace imaginglibrary

@@ -7,7 +7,8 @@
 
 namespace imaginglibrary {
 
-// A little-endian file of one picture, in strips of about 64 KiB, written as the rows come:
+// A file of one picture, little-endian but where an EXIF block of the other order came with the items, in strips of
+// about 64 KiB, written as the rows come:
 //
 //   Indexed1 in black and white          bilevel, CCITT group 4
 //   Indexed4 and Indexed8 in a grey ramp  grey of 4 or 8 bits, LZW, horizontal differences where there are 8
