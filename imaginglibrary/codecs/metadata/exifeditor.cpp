@@ -25,6 +25,9 @@ constexpr std::size_t BytesOfDirectory(std::size_t entries) {
     return CountBytes + TiffEntryBytes * entries + NextBytes;
 }
 
+// Gamma and rendering intent, which every PNG file has: no reason to change a block.
+bool IsOfPngColors(std::uint32_t tag) { return tag == 0x0301 || tag == 0x0303; }
+
 } // namespace
 
 std::optional<ExifEditor> ExifEditor::Open(std::vector<std::uint8_t> block) {
@@ -335,7 +338,8 @@ std::optional<ExifEditor> EditedExif(const PropertyList& source, std::span<const
     }
     for (const Property& item : items) {
         const Property* before = known.Find(item.tag);
-        if (before != nullptr && *before == item) {
+        const bool isUnchanged = before != nullptr && *before == item;
+        if (isUnchanged || (before == nullptr && IsOfPngColors(item.tag))) {
             continue;
         }
         if (PlaceOf(item) == ExifPlace::Thumbnail) {

@@ -10,8 +10,8 @@ namespace imaginglibrary {
 
 // Makers' notes hold offsets that count from the block's start, so nothing may be moved that nobody asked to change: a
 // value that is not longer than the old one takes its place, a longer one goes to the end of the block, and so does a
-// directory that gets more entries. The legal order of calls is Open, then Set and DropThumbnail as wanted, then Finish
-// once, then the others.
+// directory that gets more entries. The legal order of calls is Open, then Set as wanted, then Finish once, then the
+// others; DropThumbnail at any time.
 class ExifEditor {
   public:
     // Nothing for a block whose directories are not all whole.
