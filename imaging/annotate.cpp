@@ -50,6 +50,7 @@ bool BeginDrawing(Course& course, const OwnedImage& source, DrawnOn& drawn) {
 void SaveDrawn(Course& course, const DrawnOn& drawn, const std::string& destination, const std::string& mimeWord) {
     std::uint32_t state = 0;
     GdipSaveGraphics(drawn.surface.Get(), &state);
+    course.FitMetadataTo(drawn.image);
     course.Watch(drawn.image, static_cast<std::uint32_t>(course.Result().result.height));
     course.Save(drawn.image, destination, mimeWord);
 }

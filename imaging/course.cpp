@@ -93,6 +93,12 @@ bool Course::FindEncoderChecked(const std::string& mimeWord, Clsid& encoder) {
     return EndUnlessAllWentWell();
 }
 
+void Course::FitMetadataTo(ImageHandle image) const {
+    if (!IsEstablished()) {
+        FitMetadata(image);
+    }
+}
+
 StatusValue Course::Save(ImageHandle image, const std::string& destination, const std::string& mimeWord) {
     Clsid encoder;
     return FindEncoder(mimeWord, encoder) ? Save(image, destination, encoder) : NoEncoder;

@@ -55,6 +55,10 @@ class Course {
     // stays open.
     bool FindEncoderChecked(const std::string& mimeWord, Clsid& encoder);
 
+    // A truthful operation has the metadata of what it made tell of that, where the imaging library can; as established
+    // they go along as they are.
+    void FitMetadataTo(ImageHandle image) const;
+
     // Writes the image. Its properties are the caller's business. The status of the save, or that of the encoder.
     StatusValue Save(ImageHandle image, const std::string& destination, const std::string& mimeWord);
     StatusValue Save(ImageHandle image, const std::string& destination, const Clsid& encoder);

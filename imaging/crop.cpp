@@ -61,6 +61,7 @@ Outcome Crop(const CropOrder& order, const Wishes& wishes) {
         return outcome;
     }
     CopyImageProperties(image.Get(), clone.Get());
+    course.FitMetadataTo(clone.Get());
     course.Watch(clone.Get(), static_cast<std::uint32_t>(order.height));
     if (course.Save(clone.Get(), order.destination, order.mimeWord) == OutOfMemory && IsUndecodable(clone.Get())) {
         course.Fail(Step::Draw, OutOfMemory); // a part may be decoded as late as this

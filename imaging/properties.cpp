@@ -4,6 +4,7 @@
 #include "imaging/blank.h"
 #include "imaging/course.h"
 #include "imaging/gdiplus/bindings.h"
+#include "imaging/gdiplus/extensions.h"
 
 #include <cstring>
 
@@ -96,6 +97,7 @@ StatusValue CopyImageProperties(ImageHandle source, ImageHandle destination) {
         const PropertyItem item = block.Item(i);
         GdipSetPropertyItem(destination, &item);
     }
+    CarryMetadata(source, destination);
     return Done;
 }
 

@@ -37,7 +37,8 @@ std::string PropertyText(const PropertyItem& item);
 // shows as one byte more than it has, none of them its own.
 std::string PropertyLine(const PropertyItem& item);
 
-// Sets every item of one image on another, where the imaging library takes it. Always Done.
+// Sets every item of one image on another, where the imaging library takes it, and hands on what no item tells, where
+// the library can. Always Done.
 StatusValue CopyImageProperties(ImageHandle source, ImageHandle destination);
 
 // The tags of an image's items. A zero handle leaves the list as it is. Always Done.

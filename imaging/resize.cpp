@@ -89,6 +89,7 @@ Outcome Resize(const ResizeOrder& order, const Wishes& wishes) {
     OwnedImage bitmap; // goes first, before its surface
     if (MakeBitmap(course, image, bitmap) && DrawWhole(course, image, bitmap, surface)) {
         CopyImageProperties(image.Get(), bitmap.Get());
+        course.FitMetadataTo(bitmap.Get());
         course.Watch(bitmap.Get(), rows, sourceRows);
         course.Save(bitmap.Get(), order.destination, order.mimeWord);
     }

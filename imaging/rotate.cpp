@@ -80,6 +80,9 @@ Outcome Rotate(const RotateOrder& order, const Wishes& wishes) {
                           course.Take(Step::Turn, GdipImageRotateFlip(clone.Get(), code));
     if (isTurned && course.FindEncoder(order.mimeWord, encoder)) {
         CopyImageProperties(image.Get(), clone.Get());
+        if (code != 0) {
+            course.FitMetadataTo(clone.Get());
+        }
         course.Watch(clone.Get(), static_cast<std::uint32_t>(outcome.result.height));
         course.Save(clone.Get(), order.destination, encoder);
     }

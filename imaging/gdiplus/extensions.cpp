@@ -34,4 +34,16 @@ void WatchImage(ImageHandle image, RowWatcher watcher, void* context) {
     }
 }
 
+void CarryMetadata(ImageHandle source, ImageHandle target) {
+    if (const auto function = Find<ImageHandle, ImageHandle>("ImagingCarryMetadata")) {
+        function(source, target);
+    }
+}
+
+void FitMetadata(ImageHandle image) {
+    if (const auto function = Find<ImageHandle>("ImagingFitMetadata")) {
+        function(image);
+    }
+}
+
 } // namespace lumbrix

@@ -20,4 +20,10 @@ void RefuseImageDamage(ImageHandle image);
 // The watcher is told of every reading of the image's rows, by a draw or a save, for as long as the image lives.
 void WatchImage(ImageHandle image, RowWatcher watcher, void* context);
 
+// What no property item tells of the source's metadata goes along with the target's items.
+void CarryMetadata(ImageHandle source, ImageHandle target);
+
+// Makes the metadata of an image true of its picture as it is now: sizes are set, thumbnails taken out.
+void FitMetadata(ImageHandle image);
+
 } // namespace lumbrix

@@ -1,6 +1,8 @@
-// What our library offers beside the platform's functions: damage of image files, and word of how far a reading is.
+// What our library offers beside the platform's functions: damage of image files, word of how far a reading is,
+// and metadata as a whole.
 #include "imaginglibrary/flat/extensions.h"
 
+#include "imaginglibrary/codecs/metadata/truemetadata.h"
 #include "imaginglibrary/flat/guard.h"
 #include "imaginglibrary/flat/images.h"
 
@@ -38,6 +40,32 @@ FLAT_EXPORT Status FLAT_CALL ImagingWatchImage(GpImage* handle, ImageWatcher wat
             return Status::InvalidParameter;
         }
         image->WatchWith(watcher, context);
+        return Status::Ok;
+    });
+}
+
+FLAT_EXPORT Status FLAT_CALL ImagingCarryMetadata(GpImage* source, GpImage* target) {
+    return Guarded([&] {
+        const auto from = FindImage(source);
+        const auto to = FindImage(target);
+        if (from == nullptr || to == nullptr) {
+            return Status::InvalidParameter;
+        }
+        to->ChangeProperties(
+            [block = from->Properties()->SourceExif()](PropertyList& properties) { properties.SetSourceExif(block); });
+        return Status::Ok;
+    });
+}
+
+FLAT_EXPORT Status FLAT_CALL ImagingFitMetadata(GpImage* handle) {
+    return Guarded([&] {
+        const auto image = FindImage(handle);
+        if (image == nullptr) {
+            return Status::InvalidParameter;
+        }
+        const auto picture = image->Picture();
+        image->ChangeProperties(
+            [&](PropertyList& properties) { FitToPicture(properties, picture->Info().width, picture->Info().height); });
         return Status::Ok;
     });
 }

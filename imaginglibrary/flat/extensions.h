@@ -1,4 +1,5 @@
-// What our library offers beside the platform's functions: damage of image files, and word of how far a reading is.
+// What our library offers beside the platform's functions: damage of image files, word of how far a reading is,
+// and metadata as a whole.
 //
 // Callers look these functions up by name, as they do the others, and do without where the library is not ours.
 #pragma once
@@ -34,5 +35,14 @@ FLAT_EXPORT Status FLAT_CALL ImagingRefuseImageDamage(GpImage* image);
 // ask for the surface, or for the image that is drawn on, wait. A call on another thread that is under way when the
 // watch ends may still tell the watcher once.
 FLAT_EXPORT Status FLAT_CALL ImagingWatchImage(GpImage* image, ImageWatcher watcher, void* context);
+
+// Hands on to `target` what no property item of `source` tells: the EXIF block that its items were read from. It is
+// written, with whatever differs among the items of `target`, when that is saved. To be called beside the copying of
+// the items; clones and parts of an image have it already.
+FLAT_EXPORT Status FLAT_CALL ImagingCarryMetadata(GpImage* source, GpImage* target);
+
+// Makes the image's metadata true of its picture as it is now, after it was resized, cut, turned or drawn on: the items
+// that tell its size get it, and thumbnails of EXIF and of image resources are taken out. Orientation stays.
+FLAT_EXPORT Status FLAT_CALL ImagingFitMetadata(GpImage* image);
 
 } // namespace imaginglibrary

@@ -116,12 +116,16 @@ void Image::ReplacePicture(std::shared_ptr<const PixelSource> picture) {
 }
 
 void Image::SetProperty(Property property) {
+    ChangeProperties([&](PropertyList& properties) { properties.Set(std::move(property)); });
+}
+
+void Image::ChangeProperties(const std::function<void(PropertyList&)>& change) {
     const std::lock_guard lock(mutex_);
     if (properties_.use_count() > 1) {
         properties_ = std::make_shared<PropertyList>(*properties_);
     }
     std::atomic_thread_fence(std::memory_order_acquire); // behind the last reading of those who gave it back
-    properties_->Set(std::move(property));
+    change(*properties_);
 }
 
 bool Image::OwnsBitmap() const {

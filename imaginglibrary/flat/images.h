@@ -64,6 +64,9 @@ class Image {
 
     void SetProperty(Property property);
 
+    // Lets `change` change the properties. It must not call the image.
+    void ChangeProperties(const std::function<void(PropertyList&)>& change);
+
     // Lets `paint` change the pixels, in a bitmap of this image's own, in the picture's pixel format.
     Status Paint(const std::function<Status(Bitmap&)>& paint);
 

@@ -84,6 +84,9 @@ TEST_F(FlatExtensions, BadHandlesAndNoPlaceForAnAnswerAreRefused) {
         EXPECT_EQ(Watch(bad, nullptr), Status::InvalidParameter);
     }
     EXPECT_EQ(CallFlat("ImagingGetImageDamage", image, static_cast<std::int32_t*>(nullptr)), Status::InvalidParameter);
+    EXPECT_EQ(CallFlat("ImagingCarryMetadata", image, NoImage), Status::InvalidParameter);
+    EXPECT_EQ(CallFlat("ImagingCarryMetadata", NoImage, image), Status::InvalidParameter);
+    EXPECT_EQ(CallFlat("ImagingFitMetadata", NoImage), Status::InvalidParameter);
     EXPECT_EQ(answer, 7);
 }
 
