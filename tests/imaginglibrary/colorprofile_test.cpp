@@ -86,7 +86,7 @@ TEST(ColorProfile, OfGreyGoesWhereGreyIsWritten) {
     MemoryOutput file;
     const PictureInfo info{.width = 3, .height = 3, .format = PixelFormat::Indexed8, .palette = GreyPalette(256)};
     const auto profile = Profile("GRAY");
-    ASSERT_EQ(TiffCodec().write(**Bitmap::Create(info), ListOf({ProfileItem(profile)}), file), Status::Ok);
+    ASSERT_EQ(TiffCodec().write(**Bitmap::Create(info), ListOf({ProfileItem(profile)}), {}, file), Status::Ok);
     ASSERT_EQ(file.Commit(), Status::Ok);
     ExpectItems(PropertiesIn(TiffCodec(), file.Bytes()), {ProfileItem(profile, PropertyType::Undefined)});
 }

@@ -17,7 +17,7 @@ namespace {
 using namespace imaginglibrary;
 using namespace tests;
 
-std::string WrittenWith(const Codec& codec, const PixelSource& picture, const WriteOptions& options) {
+std::string WrittenBy(const Codec& codec, const PixelSource& picture, const WriteOptions& options) {
     MemoryOutput file;
     EXPECT_EQ(codec.write(picture, {}, options, file), Status::Ok);
     EXPECT_EQ(file.Commit(), Status::Ok);
@@ -39,10 +39,10 @@ std::vector<int> FirstSteps(const std::string& jpeg) {
 
 TEST(WriteOptionsOfJpeg, QualityChoosesTheTables) {
     const auto picture = MakePicture(PixelFormat::Rgb24, 40, 30);
-    EXPECT_EQ(FirstSteps(WrittenWith(JpegCodec(), *picture, {})), (std::vector{8, 6, 5, 8}));
-    EXPECT_EQ(FirstSteps(WrittenWith(JpegCodec(), *picture, {.quality = 100})), (std::vector{1, 1, 1, 1}));
-    EXPECT_EQ(FirstSteps(WrittenWith(JpegCodec(), *picture, {.quality = 50})), (std::vector{16, 11, 10, 16}));
-    EXPECT_EQ(FirstSteps(WrittenWith(JpegCodec(), *picture, {.quality = 25})), (std::vector{32, 22, 20, 32}));
+    EXPECT_EQ(FirstSteps(WrittenBy(JpegCodec(), *picture, {})), (std::vector{8, 6, 5, 8}));
+    EXPECT_EQ(FirstSteps(WrittenBy(JpegCodec(), *picture, {.quality = 100})), (std::vector{1, 1, 1, 1}));
+    EXPECT_EQ(FirstSteps(WrittenBy(JpegCodec(), *picture, {.quality = 50})), (std::vector{16, 11, 10, 16}));
+    EXPECT_EQ(FirstSteps(WrittenBy(JpegCodec(), *picture, {.quality = 25})), (std::vector{32, 22, 20, 32}));
 }
 
 // Text-like: what repeats itself, but not exactly.
@@ -55,15 +55,15 @@ std::shared_ptr<Bitmap> MakeMarks() {
 
 TEST(WriteOptionsOfPng, EffortMakesFilesSmaller) {
     const auto picture = MakeMarks();
-    const std::string usual = WrittenWith(PngCodec(), *picture, {});
-    const std::string quick = WrittenWith(PngCodec(), *picture, {.compression = Compression::Quick});
-    const std::string small = WrittenWith(PngCodec(), *picture, {.compression = Compression::Small});
+    const std::string usual = WrittenBy(PngCodec(), *picture, {});
+    const std::string quick = WrittenBy(PngCodec(), *picture, {.compression = Compression::Quick});
+    const std::string small = WrittenBy(PngCodec(), *picture, {.compression = Compression::Small});
     EXPECT_LT(usual.size() * 11, quick.size() * 10);
     EXPECT_LT(small.size(), usual.size());
     for (const std::string& file : {usual, quick, small}) {
         EXPECT_EQ(ColorsOf(*Opened(PngCodec(), file)), ColorsOf(*picture));
     }
-    EXPECT_EQ(WrittenWith(PngCodec(), *picture, {.compression = Compression::Lzw}), usual) << "which is TIFF's";
+    EXPECT_EQ(WrittenBy(PngCodec(), *picture, {.compression = Compression::Lzw}), usual) << "which is TIFF's";
 }
 
 struct TiffTags {
@@ -97,7 +97,7 @@ TEST(WriteOptionsOfTiff, NothingIsLostByAnyCompressionButJpeg) {
                                      PixelFormat::Indexed4, PixelFormat::Indexed8}) {
         const auto picture = MakePicture(format, 1001, 300); // more than a strip in true colour
         for (const auto& [compression, tag] : compressions) {
-            const std::string file = WrittenWith(TiffCodec(), *picture, {.compression = compression});
+            const std::string file = WrittenBy(TiffCodec(), *picture, {.compression = compression});
             EXPECT_EQ(TagsIn(file).compression, tag);
             EXPECT_EQ(ColorsOf(*Opened(TiffCodec(), file)), ColorsOf(*picture)) << tag;
         }
@@ -106,10 +106,10 @@ TEST(WriteOptionsOfTiff, NothingIsLostByAnyCompressionButJpeg) {
 
 TEST(WriteOptionsOfTiff, ColorsAreForetoldWhereThatIsCompressed) {
     const auto picture = MakePicture(PixelFormat::Rgb24, 40, 30);
-    EXPECT_EQ(TagsIn(WrittenWith(TiffCodec(), *picture, {.compression = Compression::Deflate})).predictor,
+    EXPECT_EQ(TagsIn(WrittenBy(TiffCodec(), *picture, {.compression = Compression::Deflate})).predictor,
               PREDICTOR_HORIZONTAL);
-    EXPECT_EQ(TagsIn(WrittenWith(TiffCodec(), *picture, {})).compression, COMPRESSION_LZW);
-    EXPECT_EQ(TagsIn(WrittenWith(TiffCodec(), *picture, {.compression = Compression::Quick})).compression,
+    EXPECT_EQ(TagsIn(WrittenBy(TiffCodec(), *picture, {})).compression, COMPRESSION_LZW);
+    EXPECT_EQ(TagsIn(WrittenBy(TiffCodec(), *picture, {.compression = Compression::Quick})).compression,
               COMPRESSION_LZW);
 }
 
@@ -118,16 +118,16 @@ TEST(WriteOptionsOfTiff, JpegIsForColorsAndGrey) {
         return MakeColor(static_cast<std::uint8_t>(x / 2), static_cast<std::uint8_t>(y / 2), 90);
     });
     const auto opaque = ConvertedTo(smooth, PixelFormat::Rgb24);
-    const std::string file = WrittenWith(TiffCodec(), *opaque, {.quality = 95, .compression = Compression::Jpeg});
+    const std::string file = WrittenBy(TiffCodec(), *opaque, {.quality = 95, .compression = Compression::Jpeg});
     EXPECT_EQ(TagsIn(file).compression, COMPRESSION_JPEG);
     EXPECT_EQ(TagsIn(file).photometric, PHOTOMETRIC_YCBCR);
     EXPECT_GT(PeakSignalToNoise(ColorsOf(*Opened(TiffCodec(), file)), ColorsOf(*smooth)), 38);
-    EXPECT_LT(WrittenWith(TiffCodec(), *opaque, {.quality = 20, .compression = Compression::Jpeg}).size() * 3,
+    EXPECT_LT(WrittenBy(TiffCodec(), *opaque, {.quality = 20, .compression = Compression::Jpeg}).size() * 3,
               file.size() * 2);
 
     PictureInfo info{.width = 64, .height = 64, .format = PixelFormat::Indexed8, .palette = GreyPalette(256)};
     const auto grey = *Bitmap::Create(info);
-    EXPECT_EQ(TagsIn(WrittenWith(TiffCodec(), *grey, {.compression = Compression::Jpeg})).photometric,
+    EXPECT_EQ(TagsIn(WrittenBy(TiffCodec(), *grey, {.compression = Compression::Jpeg})).photometric,
               PHOTOMETRIC_MINISBLACK);
     for (const PixelFormat format : {PixelFormat::Argb32, PixelFormat::Indexed8, PixelFormat::Indexed1}) {
         MemoryOutput refused;
@@ -139,9 +139,9 @@ TEST(WriteOptionsOfTiff, JpegIsForColorsAndGrey) {
 TEST(WriteOptionsOfTiff, FaxIsForBlackAndWhite) {
     PictureInfo info{.width = 64, .height = 64, .format = PixelFormat::Indexed1, .palette = GreyPalette(2)};
     const auto lines = *Bitmap::Create(info);
-    EXPECT_EQ(TagsIn(WrittenWith(TiffCodec(), *lines, {.compression = Compression::Fax})).compression,
+    EXPECT_EQ(TagsIn(WrittenBy(TiffCodec(), *lines, {.compression = Compression::Fax})).compression,
               COMPRESSION_CCITTFAX4);
-    EXPECT_EQ(TagsIn(WrittenWith(TiffCodec(), *lines, {.compression = Compression::Lzw})).compression, COMPRESSION_LZW);
+    EXPECT_EQ(TagsIn(WrittenBy(TiffCodec(), *lines, {.compression = Compression::Lzw})).compression, COMPRESSION_LZW);
     MemoryOutput refused;
     EXPECT_EQ(TiffCodec().write(*MakePicture(PixelFormat::Rgb24, 9, 9), {}, {.compression = Compression::Fax}, refused),
               Status::InvalidParameter);

@@ -9,9 +9,10 @@
 
 namespace imaginglibrary {
 
-// The segments of one decompressor: the first ones with EXIF, XMP and a comment, and all parts of extended XMP, a colour
-// profile and image resources become the list Header().marker_list in the file's order. libjpeg's own keeping walks that list at every segment, of which a
-// file may have millions; here the time is linear in the file, and the list is short.
+// The segments of one decompressor: the first ones with EXIF, XMP and a comment, and all parts of extended XMP, a
+// colour profile and image resources become the list Header().marker_list in the file's order. libjpeg's own keeping
+// walks that list at every segment, of which a file may have millions; here the time is linear in the file, and the
+// list is short.
 class JpegSegments {
   public:
     static constexpr std::size_t Kinds = 6;

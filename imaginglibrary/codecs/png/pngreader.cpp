@@ -1,8 +1,8 @@
 // Reads PNG files of every colour type and depth.
 #include "imaginglibrary/codecs/png/pngreader.h"
 
-#include "imaginglibrary/codecs/png/pngpixels.h"
 #include "imaginglibrary/codecs/metadata/exifresolution.h"
+#include "imaginglibrary/codecs/png/pngpixels.h"
 #include "imaginglibrary/codecs/png/pngpropertyreader.h"
 #include "imaginglibrary/codecs/png/pngrawrows.h"
 #include "imaginglibrary/codecs/png/pngstream.h"

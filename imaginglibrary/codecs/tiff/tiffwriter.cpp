@@ -8,6 +8,7 @@
 #include "imaginglibrary/core/rowpipe.h"
 
 #include <algorithm>
+#include <bit>
 #include <optional>
 #include <utility>
 #include <vector>
