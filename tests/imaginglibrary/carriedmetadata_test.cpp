@@ -77,8 +77,11 @@ TEST(CarriedMetadata, TiffHasOneCommentAndABlankOneGivesWay) {
     for (const std::string& blank : {"ASCII\0\0\0\0 "s, "ASCII\0\0\0"s}) {
         const auto blankItem = BytesProperty(0x9286, PropertyType::Undefined, blank);
         ExpectItems(PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), ListOf({blankItem, beside}))),
-                    {AsciiProperty(0x9286, "remark")});
+                    {BytesProperty(0x9286, PropertyType::Undefined, "ASCII\0\0\0remark"s)});
         ExpectItems(PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), ListOf({blankItem}))), {blankItem});
+        const auto umlaut = AsciiProperty(CommentBeside, "\xC3\xBC");
+        ExpectItems(PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), ListOf({blankItem, umlaut}))),
+                    {BytesProperty(0x9286, PropertyType::Undefined, "\0\0\0\0\0\0\0\0\xC3\xBC"s)});
     }
     ExpectItems(PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), ListOf({user, beside}))), {user});
 }

@@ -1,6 +1,7 @@
 // EXIF blocks that come with the items of a file: what stays where it was, and what is changed.
 #include "imaginglibrary/codecs/metadata/exifeditor.h"
 #include "imaginglibrary/codecs/metadata/exifreader.h"
+#include "imaginglibrary/codecs/metadata/exifwriter.h"
 #include "imaginglibrary/codecs/metadata/truemetadata.h"
 #include "tests/support/codecs.h"
 #include "tests/support/exifmaker.h"
@@ -217,6 +218,43 @@ TEST(ExifEditing, ThumbnailAtTheEndIsCutOff) {
     auto items = ItemsWith(block);
     FitToPicture(items, 640, 480);
     EXPECT_EQ(BlockOf(items).size(), block.size() - ThumbnailBytes.size());
+}
+
+TEST(ExifEditing, NoteOfATiffNearItsStartKeepsItsPlace) {
+    for (const bool isBig : {false, true}) {
+        const std::string block = MakeExif(NoteSpec(isBig));
+        const std::string tiff = WrittenWith(TiffCodec(), ItemsWith(block));
+        const auto items = PropertiesIn(TiffCodec(), tiff);
+        ASSERT_NE(items.SourceExif(), nullptr);
+        for (const Codec* codec : {&JpegCodec(), &PngCodec()}) {
+            const std::string again = WrittenWith(*codec, items);
+            const std::size_t start = again.find(isBig ? "MM\0*"s : "II*\0"s);
+            EXPECT_EQ(again.find(Note) - start, block.find(Note));
+            ExpectItems(PropertiesIn(*codec, again), {*items.Find(0x010F), *items.Find(0x829A), *items.Find(0x0001)});
+        }
+        EXPECT_EQ(WrittenWith(TiffCodec(), items).find(Note), block.find(Note));
+    }
+}
+
+TEST(ExifEditing, NoteFarFromTheStartOfATiffMoves) {
+    const std::vector<Property> items = {AsciiProperty(0x010F, "maker"),
+                                         BytesProperty(0x927C, PropertyType::Undefined, Note)};
+    for (const std::uint32_t at : {7u, 65537u}) {
+        ExifBlock block;
+        block.Add(items[1]);
+        EXPECT_TRUE(block.MakeBlockAround(at).empty());
+    }
+    for (const std::uint32_t at : {8u, 9u, 100u, 1000u, 65536u}) { // before, among and behind the directories
+        ExifBlock block;
+        block.Add(items[0]);
+        block.Add(items[1]);
+        const auto bytes = block.MakeBlockAround(at);
+        const std::string text(bytes.begin(), bytes.end());
+        EXPECT_EQ(text.substr(at, Note.size()), Note);
+        PropertyList read;
+        ReadExif(bytes, ExifThumbnail::Keep, read);
+        EXPECT_EQ(read.Items(), items);
+    }
 }
 
 TEST(ExifEditing, BrokenBlockIsMadeAnew) {

@@ -2,6 +2,9 @@
 #include "imaginglibrary/codecs/metadata/exifreader.h"
 
 #include "imaginglibrary/codecs/metadata/exiftags.h"
+#include "imaginglibrary/codecs/metadata/exifwriter.h"
+#include "imaginglibrary/codecs/metadata/photoshop.h"
+#include "imaginglibrary/codecs/metadata/xmp.h"
 #include "imaginglibrary/core/bytes.h"
 #include "imaginglibrary/core/limits.h"
 
@@ -64,6 +67,20 @@ bool IsItemType(PropertyType type) {
 // The places and lengths of strips and tiles.
 bool IsListOfPlaces(std::uint16_t tag) { return tag == 0x0111 || tag == 0x0117 || tag == 0x0144 || tag == 0x0145; }
 
+// A block of the items of a file whose other data stand between them, with the maker's note at its old place. Null
+// where that is too far from the start.
+PropertyList::Block BlockAround(std::uint32_t noteAt, std::endian order, const PropertyList& properties) {
+    ExifBlock block(order);
+    for (const Property& item : properties.Items()) {
+        if (item.tag != XmpTag && item.tag != IptcTag && item.tag != ResourcesTag) {
+            block.Add(item);
+        }
+    }
+    block.DropThumbnail();
+    auto bytes = block.MakeBlockAround(noteAt);
+    return bytes.empty() ? nullptr : std::make_shared<const std::vector<std::uint8_t>>(std::move(bytes));
+}
+
 // Every offset and count of the file is checked before it is used, and the work and memory have their limits.
 class ExifReader {
   public:
@@ -85,6 +102,11 @@ class ExifReader {
         }
         return std::move(beside_);
     }
+
+    std::endian Order() const { return order_; }
+
+    // Where the maker's note stands; 0 where there is none.
+    std::uint32_t NoteAt() const { return noteAt_; }
 
   private:
     bool ReadByteOrder(const std::uint8_t* header) {
@@ -172,6 +194,9 @@ class ExifReader {
         } else if (!ReadValue(Number32(entry.field.data()), size, property.value)) {
             return;
         }
+        if (tag == MakersNoteTag && size > TiffInlineBytes && noteAt_ == 0) {
+            noteAt_ = Number32(entry.field.data());
+        }
         SwapUnlessNative(property.value, property.type, order_);
         TerminateText(property);
         if (place == ExifPlace::Gps && PlaceOf(property) == place && IsOfMain(tag)) {
@@ -227,6 +252,7 @@ class ExifReader {
         std::uint32_t exif, gps, interop;
     } pointers_{};
     std::size_t entriesRead_ = 0;
+    std::uint32_t noteAt_ = 0;
     std::size_t bytesLeft_ = MaximumMetadataBytes;
 };
 
@@ -237,8 +263,12 @@ std::vector<Property> ReadExif(std::span<const std::uint8_t> block, ExifThumbnai
 }
 
 void ReadTiffProperties(const InputFile& file, PropertyList& properties) {
-    for (Property& item : ExifReader(file, properties).Read(ExifThumbnail::PassOver)) {
+    ExifReader reader(file, properties);
+    for (Property& item : reader.Read(ExifThumbnail::PassOver)) {
         properties.Add(std::move(item));
+    }
+    if (reader.NoteAt() != 0) {
+        properties.SetSourceExif(BlockAround(reader.NoteAt(), reader.Order(), properties));
     }
 }
 

@@ -17,6 +17,7 @@ enum class ExifThumbnail { Keep, PassOver };
 std::vector<Property> ReadExif(std::span<const std::uint8_t> block, ExifThumbnail thumbnail, PropertyList& properties);
 
 // The same of the first picture of a TIFF file, what tells of its layout included. A file of the big kind gives none.
+// Where a maker's note stands near the file's start, the list gets a block in which it stands at the same place.
 void ReadTiffProperties(const InputFile& file, PropertyList& properties);
 
 } // namespace imaginglibrary

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 
 namespace imaginglibrary {
 
@@ -134,6 +135,14 @@ std::string_view TextCommentOf(const PropertyList& properties) {
         }
     }
     return {};
+}
+
+Property UserCommentOf(std::string_view text) {
+    using namespace std::string_view_literals;
+    const bool isAscii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
+    const std::string_view code = isAscii ? "ASCII\0\0\0"sv : "\0\0\0\0\0\0\0\0"sv;
+    const std::string value = std::string(code) + std::string(text);
+    return {CommentTag, PropertyType::Undefined, {value.begin(), value.end()}};
 }
 
 bool IsBlankUserComment(const Property& property) {

@@ -30,6 +30,9 @@ inline constexpr std::uint16_t ColorProfileTag = 0x8773;
 // an entry of the GPS directory whose number the main directory uses as well. No tag in a file is that large.
 inline constexpr std::uint32_t BesideTags = 0x01000000;
 
+// What a camera's maker writes as it likes. Offsets in it count from where its block begins.
+inline constexpr std::uint16_t MakersNoteTag = 0x927C;
+
 inline constexpr std::uint16_t TiffMagic = 42; // of the classic kind
 inline constexpr std::size_t TiffHeaderBytes = 8;
 inline constexpr std::size_t TiffEntryBytes = 12;
@@ -53,7 +56,10 @@ bool IsTextComment(const Property& property);
 // The comment in plain text among the items, up to its NUL; empty where there is none.
 std::string_view TextCommentOf(const PropertyList& properties);
 
-// Whether an item is a comment as EXIF has it, without a word in it.
+// A comment as EXIF has it, its characters named in front where they are ASCII.
+Property UserCommentOf(std::string_view text);
+
+// Whether an item is such a comment without a word in it.
 bool IsBlankUserComment(const Property& property);
 
 // The directory of an EXIF block that an item is written to.

@@ -34,11 +34,11 @@ void Append(std::vector<std::uint8_t>& bytes, std::uint32_t number, int count, s
     }
 }
 
-void Append16(std::vector<std::uint8_t>& bytes, std::uint16_t number, std::endian order = std::endian::little) {
+void Append16(std::vector<std::uint8_t>& bytes, std::uint16_t number, std::endian order) {
     Append(bytes, number, 2, order);
 }
 
-void Append32(std::vector<std::uint8_t>& bytes, std::uint32_t number, std::endian order = std::endian::little) {
+void Append32(std::vector<std::uint8_t>& bytes, std::uint32_t number, std::endian order) {
     Append(bytes, number, 4, order);
 }
 
@@ -49,7 +49,7 @@ void AppendValue(std::vector<std::uint8_t>& bytes, const std::vector<std::uint8_
 
 // `start` is where the first of the bytes stands in the file.
 void AppendDirectory(std::vector<std::uint8_t>& bytes, const ExifDirectory& directory, std::uint32_t start,
-                     std::uint32_t next, std::endian order = std::endian::little) {
+                     std::uint32_t next, std::endian order) {
     if (directory.empty()) {
         return;
     }
@@ -84,9 +84,10 @@ void KeepPointer(ExifDirectory& directory, std::uint16_t tag, bool isNeeded) {
     }
 }
 
-void SetPointer(ExifDirectory& directory, std::uint16_t tag, std::uint64_t to) {
+void SetPointer(ExifDirectory& directory, std::uint16_t tag, std::uint64_t to, std::endian order) {
     if (const auto entry = directory.find(tag); entry != directory.end()) {
-        PutLittleEndian32(entry->second.value.data(), static_cast<std::uint32_t>(to));
+        entry->second.value.clear();
+        Append32(entry->second.value, static_cast<std::uint32_t>(to), order);
     }
 }
 
@@ -130,7 +131,7 @@ void ExifBlock::Add(Property property) {
         thumbnailData_ = std::move(property.value);
         return;
     }
-    SwapUnlessNative(property.value, property.type, std::endian::little);
+    SwapUnlessNative(property.value, property.type, order_);
     const auto count = static_cast<std::uint32_t>(property.value.size() / element);
     directory->insert_or_assign(FileTagOf(property.tag), ExifEntry{property.type, count, std::move(property.value)});
 }
@@ -185,11 +186,11 @@ std::uint64_t ExifBlock::SetPointers(std::uint64_t start) {
     const std::uint64_t gps = exif + BytesOf(exif_);
     const std::uint64_t interop = gps + BytesOf(gps_);
     const std::uint64_t data = interop + BytesOf(interop_) + BytesOf(thumbnail_);
-    SetPointer(main_, ExifPointerTag, exif);
-    SetPointer(main_, GpsPointerTag, gps);
-    SetPointer(exif_, InteropPointerTag, interop);
-    SetPointer(thumbnail_, ThumbnailOffsetTag, data);
-    SetPointer(thumbnail_, ThumbnailLengthTag, thumbnailData_.size());
+    SetPointer(main_, ExifPointerTag, exif, order_);
+    SetPointer(main_, GpsPointerTag, gps, order_);
+    SetPointer(exif_, InteropPointerTag, interop, order_);
+    SetPointer(thumbnail_, ThumbnailOffsetTag, data, order_);
+    SetPointer(thumbnail_, ThumbnailLengthTag, thumbnailData_.size(), order_);
     return data + thumbnailData_.size();
 }
 
@@ -201,9 +202,9 @@ std::vector<std::uint8_t> ExifBlock::MakeDirectories(std::uint64_t start, std::u
     const auto at = static_cast<std::uint32_t>(start);
     const std::uint64_t thumbnail = end - thumbnailData_.size() - BytesOf(thumbnail_);
     std::vector<std::uint8_t> bytes;
-    AppendDirectory(bytes, main_, at, thumbnail_.empty() ? next : static_cast<std::uint32_t>(thumbnail));
+    AppendDirectory(bytes, main_, at, thumbnail_.empty() ? next : static_cast<std::uint32_t>(thumbnail), order_);
     for (const ExifDirectory* directory : {&exif_, &gps_, &interop_, &thumbnail_}) {
-        AppendDirectory(bytes, *directory, at, 0);
+        AppendDirectory(bytes, *directory, at, 0, order_);
     }
     AppendValue(bytes, thumbnailData_, thumbnailData_.size());
     return bytes;
@@ -214,10 +215,36 @@ std::vector<std::uint8_t> ExifBlock::MakeBlock() {
     if (IsEmpty() || directories.empty()) {
         return {};
     }
-    std::vector<std::uint8_t> block = {'I', 'I'};
-    Append16(block, TiffMagic);
-    Append32(block, TiffHeaderBytes);
+    std::vector<std::uint8_t> block = MakeHeader(TiffHeaderBytes);
     block.insert(block.end(), directories.begin(), directories.end());
+    return block;
+}
+
+std::vector<std::uint8_t> ExifBlock::MakeHeader(std::uint32_t main) const {
+    const std::uint8_t letter = order_ == std::endian::little ? 'I' : 'M';
+    std::vector<std::uint8_t> header = {letter, letter};
+    Append16(header, TiffMagic, order_);
+    Append32(header, main, order_);
+    return header;
+}
+
+std::vector<std::uint8_t> ExifBlock::MakeBlockAround(std::uint32_t noteAt) {
+    constexpr std::uint32_t MostBytesBefore = 65536;
+    const auto entry = exif_.find(MakersNoteTag);
+    if (entry == exif_.end() || entry->second.value.size() <= TiffInlineBytes || noteAt < TiffHeaderBytes ||
+        noteAt > MostBytesBefore) {
+        return {};
+    }
+    const auto note = std::move(entry->second.value);
+    entry->second.value.clear();
+    Append32(entry->second.value, noteAt, order_);
+    const std::size_t behindNote = Even(noteAt + note.size());
+    const std::size_t start = SetPointers(TiffHeaderBytes) <= noteAt ? TiffHeaderBytes : behindNote;
+    const auto directories = MakeDirectories(start);
+    std::vector<std::uint8_t> block = MakeHeader(static_cast<std::uint32_t>(start));
+    block.resize(std::max(noteAt + note.size(), start + directories.size()));
+    std::ranges::copy(directories, &block[start]);
+    std::ranges::copy(note, &block[noteAt]);
     return block;
 }
 

@@ -22,9 +22,11 @@ using ExifDirectory = std::map<std::uint16_t, ExifEntry>;
 std::vector<std::uint8_t> MakeDirectory(const ExifDirectory& directory, std::uint32_t start, std::uint32_t next,
                                         std::endian order);
 
-// All directories of a block, little-endian.
+// All directories of a block.
 class ExifBlock {
   public:
+    explicit ExifBlock(std::endian order = std::endian::little) : order_(order) {}
+
     // Puts an item in its place. One that has none, or whose value is not made of whole elements, is passed over.
     void Add(Property property);
 
@@ -46,11 +48,18 @@ class ExifBlock {
     // A block of its own, with its header.
     std::vector<std::uint8_t> MakeBlock();
 
+    // The same with the maker's note at `noteAt`, whatever that leaves empty. Empty where there is no note, or the
+    // place is none for it.
+    std::vector<std::uint8_t> MakeBlockAround(std::uint32_t noteAt);
+
   private:
     ExifDirectory* DirectoryOf(ExifPlace place);
     std::uint64_t SetPointers(std::uint64_t start);
     void DropLargest();
 
+    std::vector<std::uint8_t> MakeHeader(std::uint32_t main) const;
+
+    std::endian order_;
     ExifDirectory main_;
     ExifDirectory exif_;
     ExifDirectory gps_;

@@ -115,7 +115,7 @@ std::vector<Property> ItemsFor(const PropertyList& properties) {
     std::vector<Property> items = properties.Items();
     const auto blank = std::ranges::find_if(items, IsBlankUserComment);
     if (const auto text = TextCommentOf(properties); !text.empty() && blank != items.end()) {
-        *blank = AsciiProperty(CommentTag, text);
+        *blank = UserCommentOf(text);
     }
     return items;
 }
