@@ -83,7 +83,9 @@ def faults_of(path):
     return [line for line in lines if not line.startswith(("[minor]", "Missing required"))]
 
 
-class Properties(unittest.TestCase):
+class Fixture(unittest.TestCase):
+    """A temporary folder, and the program that is tested."""
+
     samples = None
     program = None
 
@@ -94,6 +96,8 @@ class Properties(unittest.TestCase):
     def tearDown(self):
         self.temporary.cleanup()
 
+
+class Properties(Fixture):
     def convert(self, source, name):
         target = self.folder / name
         subprocess.run([self.program, "convert", source, target], check=True, timeout=60)
@@ -183,7 +187,7 @@ class Properties(unittest.TestCase):
 if __name__ == "__main__":
     if len(sys.argv) != 3:
         sys.exit(__doc__)
-    Properties.samples, Properties.program = Path(sys.argv[1]), sys.argv[2]
+    Fixture.samples, Fixture.program = Path(sys.argv[1]), sys.argv[2]
     exiftool = ExifTool()
     try:
         unittest.main(argv=sys.argv[:1])
