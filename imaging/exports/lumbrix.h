@@ -142,8 +142,9 @@ typedef struct lumbrix_job {
     { sizeof(lumbrix_job), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "" }
 
 /* Each of these returns a status, writes `destination` only if all went well, and replaces it in one step. The source's
-   properties (EXIF and the like) go along unchanged, but for lumbrix_thumb. A picture with a palette is drawn on as
-   true colour. `job` may be null. */
+   properties (EXIF and the like) go along, but for lumbrix_thumb. Where the picture becomes another one, those that
+   tell its size get the new one, and stored thumbnails go. A picture with a palette is drawn on as true colour. `job`
+   may be null. */
 
 /* The same picture in another format. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_convert(const char* source, const char* destination, lumbrix_job* job);

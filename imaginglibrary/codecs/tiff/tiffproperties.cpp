@@ -67,14 +67,20 @@ Status ReadDirectory(OutputFile& file, FileNumbers numbers, WrittenDirectory& di
     return Status::Ok;
 }
 
+// What an entry stands for: its own bytes, or those of the block that it points into.
+const std::uint8_t* ValueOf(const ExifEntry& entry, FileNumbers numbers, std::span<const std::uint8_t> block) {
+    const bool isPlace = entry.value.size() < entry.count * ElementBytes(entry.type);
+    return isPlace ? &block[numbers.Get32(entry.value.data())] : entry.value.data();
+}
+
 // Whether an item may stand in place of what the picture's own description made: orientation and resolution, with a
 // value that they can have. Strict readers refuse a file for any other.
-bool MayReplace(std::uint16_t tag, const ExifEntry& item) {
+bool MayReplace(std::uint16_t tag, const std::uint8_t* value, FileNumbers numbers) {
     constexpr unsigned LastOrientation = 8;
     constexpr unsigned LastUnit = 3;
     const auto isOneOf = [&](unsigned last) {
-        const unsigned value = LittleEndian16(item.value.data());
-        return value >= 1 && value <= last;
+        const unsigned number = numbers.Get16(value);
+        return number >= 1 && number <= last;
     };
     switch (tag) {
     case 0x0112:
@@ -83,7 +89,7 @@ bool MayReplace(std::uint16_t tag, const ExifEntry& item) {
         return isOneOf(LastUnit);
     case 0x011A:
     case 0x011B:
-        return LittleEndian32(item.value.data()) != 0 && LittleEndian32(item.value.data() + 4) != 0;
+        return numbers.Get32(value) != 0 && numbers.Get32(value + 4) != 0;
     default:
         return false;
     }
@@ -94,11 +100,14 @@ bool IsGrey(const ExifDirectory& written, FileNumbers numbers) {
     return photometric != written.end() && numbers.Get16(photometric->second.value.data()) < 2;
 }
 
-void RemoveWhatIsWritten(const ExifDirectory& written, ExifDirectory& items) {
+// `block` is what the items' values lie in where they are not beside them.
+void RemoveWhatIsWritten(const ExifDirectory& written, FileNumbers numbers, std::span<const std::uint8_t> block,
+                         ExifDirectory& items) {
     for (const auto& [tag, entry] : written) {
         const auto item = items.find(tag);
         const bool stays = item != items.end() && item->second.type == entry.type &&
-                           item->second.count == entry.count && MayReplace(tag, item->second);
+                           item->second.count == entry.count &&
+                           MayReplace(tag, ValueOf(item->second, numbers, block), numbers);
         if (!stays) {
             items.erase(tag);
         }
@@ -218,7 +227,8 @@ Status AddTiffProperties(const PropertyList& properties, const ExifEditor* exif,
     if (const Status status = ReadDirectory(file, numbers, written); status != Status::Ok) {
         return status;
     }
-    RemoveWhatIsWritten(written.entries, block.Main());
+    RemoveWhatIsWritten(written.entries, numbers, exif != nullptr ? exif->Block() : std::span<const std::uint8_t>(),
+                        block.Main());
     SetBytes(block.Main(), ColorProfileTag, PropertyType::Undefined,
              IsGrey(written.entries, numbers) ? GreyProfileOf(properties) : RgbProfileOf(properties));
     if (block.IsEmpty()) {
