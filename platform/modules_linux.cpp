@@ -28,9 +28,12 @@ ModuleHandle LoadModuleFile(const char* name) {
     if (std::string(name) != ImagingLibraryName) {
         return dlopen(name, RTLD_NOW | RTLD_LOCAL);
     }
-    const std::string beside = OwnFolder() + ImagingLibraryFile;
-    if (void* module = dlopen(beside.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-        return module;
+    // As built, and as installed: folders of libraries are for those that programs link.
+    for (const char* folder : {"", "lumbrix/"}) {
+        const std::string file = OwnFolder() + folder + ImagingLibraryFile;
+        if (void* module = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+            return module;
+        }
     }
     return dlopen(ImagingLibraryFile, RTLD_NOW | RTLD_LOCAL);
 }

@@ -45,8 +45,9 @@
 extern "C" {
 #endif
 
-/* Loads the imaging library (gdiplus.dll on Windows; liblumbriximaging.so, which lies beside liblumbrix.so, on Linux)
-   unless it is loaded. Whether that worked shows in what the operations return: -16002 where it did not. */
+/* Loads the imaging library unless it is loaded: gdiplus.dll on Windows; on Linux liblumbriximaging.so, which lies
+   beside liblumbrix.so or in the folder lumbrix there. Whether that worked shows in what the operations return: -16002
+   where it did not. */
 LUMBRIX_EXPORT void LUMBRIX_CALL LoadImagingLibrary(void);
 
 /* Gives the imaging library back. The operations return -16002 from then on. */

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Holds the headers and the finished libraries against the one list of exported names.
 
-Usage: exports_list_test.py ROOT LIBRARY [OBJDUMP PROGRAM]   (ROOT of the sources; on Windows the library is lumbrix.dll,
-OBJDUMP reads it, and PROGRAM is lumbrix.exe)
+Usage: exports_list_test.py ROOT LIBRARY IMAGING [OBJDUMP PROGRAM]   (ROOT of the sources, the engine and the imaging
+library; on Windows OBJDUMP reads them, and PROGRAM is lumbrix.exe)
 """
 
 import re
@@ -41,7 +41,22 @@ class ExportsList(unittest.TestCase):
         self.assertGreater(len(self.names("public")), 35)
 
     def test_library_exports_what_is_listed_and_nothing_else(self):
-        self.assertEqual(self.exports_of(self.library), self.names(("public", "internal")))
+        # On Windows the program takes its own doors from there too.
+        audience = ("public", "internal") if self.program else ("public",)
+        self.assertEqual(self.exports_of(self.library), self.names(audience))
+
+    def test_library_tells_its_version_by_its_soname(self):
+        if self.program:
+            self.skipTest("libraries have sonames on Linux only")
+        text = subprocess.run(["objdump", "-p", self.library], capture_output=True, text=True, check=True).stdout
+        self.assertEqual(re.findall(r"^\s*SONAME\s+(\S+)$", text, re.MULTILINE), ["liblumbrix.so.0"])
+
+    def test_imaging_library_exports_its_flat_functions_and_nothing_else(self):
+        sources = (self.root / "imaginglibrary/flat").glob("*.cpp")
+        defined = {name for source in sources
+                   for name in re.findall(r"^FLAT_EXPORT \w+ FLAT_CALL (\w+)\(", source.read_text(), re.MULTILINE)}
+        self.assertEqual(self.exports_of(self.imaging), defined)
+        self.assertIn("GdiplusStartup", defined)
 
     def test_program_forwards_what_is_public(self):
         if not self.program:
@@ -58,8 +73,9 @@ class ExportsList(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) not in (3, 5):
+    if len(sys.argv) not in (4, 6):
         sys.exit(__doc__)
-    ExportsList.root, ExportsList.library = Path(sys.argv[1]), sys.argv[2]
-    ExportsList.objdump, ExportsList.program = sys.argv[3:] if len(sys.argv) == 5 else (None, None)
+    ExportsList.root = Path(sys.argv[1])
+    ExportsList.library, ExportsList.imaging = sys.argv[2:4]
+    ExportsList.objdump, ExportsList.program = sys.argv[4:] if len(sys.argv) == 6 else (None, None)
     unittest.main(argv=sys.argv[:1])
