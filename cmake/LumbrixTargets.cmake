@@ -26,7 +26,9 @@ if(WIN32)
     # One self-contained file per artifact, and the same floating point as everywhere else.
     target_compile_definitions(lumbrix_options INTERFACE WINVER=0x0601 _WIN32_WINNT=0x0601 NOMINMAX WIN32_LEAN_AND_MEAN)
     target_compile_options(lumbrix_options INTERFACE -msse2 -mfpmath=sse -mstackrealign)
-    target_link_options(lumbrix_options INTERFACE -static -static-libgcc -static-libstdc++ $<$<CONFIG:Release>:-s>)
+    target_link_options(lumbrix_options INTERFACE -static -static-libgcc -static-libstdc++ $<$<CONFIG:Release>:-s>
+        # The same sources make the same bytes.
+        LINKER:--no-insert-timestamp)
 endif()
 
 # Everything, third-party test code included, is built with the sanitizers or nothing is.
@@ -63,6 +65,23 @@ function(lumbrix_ship target)
         RUNTIME_OUTPUT_DIRECTORY ${LUMBRIX_OUTPUT}
         LIBRARY_OUTPUT_DIRECTORY ${LUMBRIX_OUTPUT}
         ARCHIVE_OUTPUT_DIRECTORY ${LUMBRIX_OUTPUT})
+    lumbrix_finish_link(${target})
+endfunction()
+
+# On Windows others' libraries become part of a finished artifact; the linker writes down which did. Where a library likes
+# to be loaded would follow from where it was built, so it is told, for each its own place.
+function(lumbrix_finish_link target)
+    if(WIN32)
+        set(folder ${CMAKE_BINARY_DIR}/linked)
+        file(MAKE_DIRECTORY ${folder})
+        target_link_options(${target} PRIVATE LINKER:-Map=${folder}/${target}.map)
+        get_target_property(kind ${target} TYPE)
+        if(kind STREQUAL SHARED_LIBRARY)
+            string(MD5 digits ${target})
+            string(SUBSTRING ${digits} 0 3 digits)
+            target_link_options(${target} PRIVATE LINKER:--image-base=0x6${digits}0000)
+        endif()
+    endif()
 endfunction()
 
 # Tells Windows what a finished program or library is, in its file: lumbrix_describe(lumbrix-cli "Works on image files")
