@@ -12,7 +12,7 @@ if(NOT WIN32)
 endif()
 
 set(LUMBRIX_RUNTIME lumbrix-cli)
-if(WIN32)
+if(LUMBRIX_PROGRAM)
     list(APPEND LUMBRIX_RUNTIME lumbrix_program)
 endif()
 install(TARGETS ${LUMBRIX_RUNTIME} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime)

@@ -12,6 +12,12 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 option(LUMBRIX_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 set(LUMBRIX_OUTPUT ${CMAKE_BINARY_DIR}/artifacts CACHE PATH "Where the finished programs and libraries go")
 
+# The program is one of 32 bits. For 64 there are the libraries and the command line.
+set(LUMBRIX_PROGRAM OFF)
+if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+    set(LUMBRIX_PROGRAM ON)
+endif()
+
 find_package(Threads REQUIRED)
 
 add_library(lumbrix_options INTERFACE)

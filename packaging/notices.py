@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Writes the notices of all that was linked into the Windows programs and libraries, from what the linker wrote down.
 
-Usage: notices.py BUILD ARTIFACTS CODECS NOTICES   (the finished build, where its programs and libraries lie, the folder of
-the codecs that tools/build-codecs made, and the file to write)
+Usage: notices.py CODECS NOTICES BUILD…   (the folder of the codecs that tools/build-codecs made, the file to write, and the
+finished builds)
 
 Each library's terms are copied from its sources or from its Debian package. A library that is not known here is an
 error, so nothing is linked without its notice.
@@ -57,19 +57,28 @@ def component_of(name, codecs):
     return None
 
 
-def used_components(maps, build, artifacts, codecs):
-    """The rows in use, in the order of the table."""
+def artifacts_of(build):
+    """Where the programs and libraries of a build lie, as its configuration tells."""
+    cache = (build / "CMakeCache.txt").read_text()
+    return Path(re.search(r"^LUMBRIX_OUTPUT:[A-Z]+=(.*)$", cache, re.MULTILINE)[1]).resolve()
+
+
+def used_components(build, codecs):
+    """The rows that a build uses."""
+    maps = sorted((build / "linked").glob("*.map"))
+    if not maps:
+        sys.exit(f"notices: the linker wrote down nothing in {build}/linked")
     used = []
     for file in maps:
         for name in linked(file.read_text(errors="replace")):
             path = (build / name).resolve()
-            if path.is_relative_to(build) or path.parent == artifacts:
+            if path.is_relative_to(build) or path.parent == artifacts_of(build):
                 continue  # our own
             row = component_of(str(path), codecs)
             if row is None:
                 sys.exit(f"notices: {file.name} tells that {path} was linked, and there is no notice for it")
             used.append(row)
-    return [row for row in COMPONENTS if row in used]
+    return used
 
 
 def section(row, codecs):
@@ -82,18 +91,16 @@ def section(row, codecs):
     return "\n".join(parts)
 
 
-def notices(build, artifacts, codecs):
-    """The whole text for a finished build."""
-    build, artifacts, codecs = (Path(folder).resolve() for folder in (build, artifacts, codecs))
-    maps = sorted((build / "linked").glob("*.map"))
-    if not maps:
-        sys.exit(f"notices: the linker wrote down nothing in {build}/linked")
-    used = used_components(maps, build, artifacts, codecs)
+def notices(codecs, *builds):
+    """The whole text for finished builds."""
+    codecs = Path(codecs).resolve()
+    used = [row for build in builds for row in used_components(Path(build).resolve(), codecs)]
+    used = [row for row in COMPONENTS if row in used]
     contents = "".join(f"  - {row[0]}\n" for row in used)
     return HEAD + contents + "\n\n" + "\n\n".join(section(row, codecs) for row in used)
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 5:
+    if len(sys.argv) < 4:
         sys.exit(__doc__)
-    Path(sys.argv[4]).write_text(notices(*sys.argv[1:4]), encoding="utf-8")
+    Path(sys.argv[2]).write_text(notices(sys.argv[1], *sys.argv[3:]), encoding="utf-8")

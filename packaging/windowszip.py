@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Puts a finished Windows build into a zip file, the same bytes from the same files.
 
-Usage: windowszip.py SOURCES BUILD ARTIFACTS CODECS EPOCH ZIP   (the project; the finished build; where its programs and
-libraries lie; the codecs it was linked with; the time that all files get, in seconds since 1970; the file to write)
+Usage: windowszip.py SOURCES CODECS EPOCH ZIP BUILD [BUILD64]   (the project; the codecs that it was linked with; the time
+that all files get, in seconds since 1970; the file to write; the finished build, and one of 64 bits)
 
 All that is in it lies in one folder, named like the file.
 """
@@ -12,20 +12,27 @@ import time
 import zipfile
 from pathlib import Path
 
-from notices import notices
+from notices import artifacts_of, notices
 
 PROGRAMS = ("lumbrix.exe", "lumbrix-cli.exe", "lumbrix.dll", "gdiplus.dll")
+# Those of 64 bits lie in a folder of their own; the program is there with 32 alone.
+PROGRAMS64 = ("lumbrix-cli.exe", "lumbrix.dll", "gdiplus.dll")
+IMPORTS = "liblumbrix.dll.a"
 
 
-def contents(sources, build, artifacts, codecs):
+def contents(sources, codecs, build, build64=None):
     """What is in it: bytes by name."""
+    artifacts = artifacts_of(build)
     files = {name: (artifacts / name).read_bytes() for name in PROGRAMS}
     files["include/lumbrix.h"] = (artifacts / "lumbrix.h").read_bytes()
-    files["lib/liblumbrix.dll.a"] = (artifacts / "liblumbrix.dll.a").read_bytes()
+    files[f"lib/{IMPORTS}"] = (artifacts / IMPORTS).read_bytes()
+    if build64:
+        for name in (*PROGRAMS64, IMPORTS):
+            files[f"x64/{name}"] = (artifacts_of(build64) / name).read_bytes()
     for name in ("README.md", "CHANGELOG.md"):
         files[name] = (sources / name).read_bytes()
     files["LICENSE.txt"] = (sources / "LICENSE").read_bytes()
-    files["THIRD-PARTY-NOTICES.txt"] = notices(build, artifacts, codecs).encode()
+    files["THIRD-PARTY-NOTICES.txt"] = notices(codecs, *filter(None, (build, build64))).encode()
     for path in (sources / "docs").rglob("*"):
         if path.is_file():
             files[str(path.relative_to(sources))] = path.read_bytes()
@@ -44,6 +51,7 @@ def write(files, epoch, target):
 
 
 if __name__ == "__main__":
-    if len(sys.argv) != 7:
+    if len(sys.argv) not in (6, 7):
         sys.exit(__doc__)
-    write(contents(*map(Path, sys.argv[1:5])), int(sys.argv[5]), Path(sys.argv[6]))
+    sources, codecs, epoch, target, *builds = sys.argv[1:]
+    write(contents(Path(sources), codecs, *map(Path, builds)), int(epoch), Path(target))

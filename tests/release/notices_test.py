@@ -24,6 +24,7 @@ class Notices(unittest.TestCase):
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(f"the terms in {text}\n")
         (self.folder / "build/linked").mkdir(parents=True)
+        (self.folder / "build/CMakeCache.txt").write_text(f"LUMBRIX_OUTPUT:PATH={self.folder}/artifacts\n")
 
     def tearDown(self):
         self.temporary.cleanup()
@@ -34,8 +35,8 @@ class Notices(unittest.TestCase):
 
     def write(self):
         file = self.folder / "NOTICES"
-        result = subprocess.run([sys.executable, self.root / "packaging/notices.py", self.folder / "build",
-                                 self.folder / "artifacts", self.codecs, file], capture_output=True, text=True)
+        result = subprocess.run([sys.executable, self.root / "packaging/notices.py", self.codecs, file,
+                                 self.folder / "build"], capture_output=True, text=True)
         return result, file.read_text() if file.exists() else ""
 
     def test_have_the_terms_of_what_was_linked_and_of_nothing_else(self):
