@@ -7,6 +7,7 @@
 #include "imaging/dimensions.h"
 #include "imaging/exports/lumbrix.h"
 #include "imaging/exports/texts.h"
+#include "imaging/exports/wishes.h"
 #include "imaging/formats.h"
 #include "imaging/properties.h"
 #include "imaging/resize.h"
@@ -24,22 +25,6 @@ using namespace lumbrix::exports;
 
 // What every caller's job has at least.
 constexpr std::size_t SmallestJob = offsetof(lumbrix_job, message) + sizeof(lumbrix_job::message);
-
-Wishes WishesOf(const lumbrix_job* job) {
-    Wishes wishes;
-    if (job != nullptr) {
-        wishes.refusesDamage = job->strict != 0;
-        wishes.keepsExisting = job->keep_existing != 0;
-        wishes.onlyShrinks = job->only_shrink != 0;
-        if (job->progress != nullptr) {
-            wishes.progress = [progress = job->progress, context = job->context](std::uint32_t done,
-                                                                                 std::uint32_t rows) {
-                return progress(context, done, rows) != 0;
-            };
-        }
-    }
-    return wishes;
-}
 
 // The format that a job wants, or that of the destination's extension; empty for an unknown one or a blank name.
 std::string MimeWordOf(const Subject& subject, const lumbrix_job* job) {
@@ -80,23 +65,7 @@ template <class Operate> int32_t Run(lumbrix_job* job, const Subject& subject, O
     return Report(job, outcome, Sentence(outcome, subject));
 }
 
-// Whether a job's quality and compression mean something for the format; they become wishes then.
-bool TakeEncoding(const lumbrix_job* job, const std::string& mimeWord, Wishes& wishes) {
-    constexpr int32_t HighestQuality = 100;
-    if (job == nullptr) {
-        return true;
-    }
-    if (job->quality != 0) {
-        wishes.encoding.quality = job->quality;
-    }
-    const auto compression = CompressionOf(job->compression != nullptr ? job->compression : "default", mimeWord);
-    if (compression && *compression != 0) {
-        wishes.encoding.compression = compression;
-    }
-    return compression && job->quality >= 0 && job->quality <= HighestQuality;
-}
-
-// The same for one that writes a file of a format, "" for one that is unknown.
+// The same for an operation that writes a file of a format, "" for one that is unknown.
 template <class Operate>
 int32_t RunWriting(lumbrix_job* job, const Subject& subject, const std::string& mimeWord, Operate operate) {
     Wishes wishes = WishesOf(job);
