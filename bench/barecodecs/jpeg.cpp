@@ -45,6 +45,7 @@ class JpegWriter : public Writer {
         info_.in_color_space = ColorSpaceOf(order);
         jpeg_set_defaults(&info_);
         jpeg_set_quality(&info_, settings.quality, TRUE);
+        info_.optimize_coding = TRUE; // for files as small as ours
         jpeg_start_compress(&info_, TRUE);
     }
     ~JpegWriter() override { jpeg_destroy_compress(&info_); }

@@ -119,7 +119,7 @@ TEST(JpegWriting, SideAbove65500IsInvalid) {
 }
 
 TEST(JpegWriting, FullDiskIsTheWritersStatus) {
-    const auto picture = MakePicture(PixelFormat::Rgb24, 800, 800);
+    const auto picture = MakePicture(PixelFormat::Rgb24, 900, 900);
     ASSERT_GT(BytesWritten(JpegCodec(), *picture).size(), 66000u);
     MemoryOutput file(1000);
     EXPECT_EQ(JpegCodec().write(*picture, {}, {}, file), MemoryOutput::DiskFull);

@@ -25,6 +25,7 @@ void Configure(jpeg_compress_struct& info, const JpegFile& file, std::vector<jpe
         info.comp_info[i].h_samp_factor = 1;
         info.comp_info[i].v_samp_factor = 1;
     }
+    info.optimize_coding = file.hasBestCodes ? TRUE : FALSE;
     info.arith_code = file.isArithmetic ? TRUE : FALSE;
     info.write_Adobe_marker = file.hasAdobeMarker ? TRUE : FALSE;
     info.restart_interval = file.restartInterval;

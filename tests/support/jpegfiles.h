@@ -19,6 +19,7 @@ struct JpegFile {
     J_COLOR_SPACE stored = JCS_YCbCr; // how the file stores them
     JpegScans scans = JpegScans::One;
     bool isArithmetic = false;
+    bool hasBestCodes = false; // those that libjpeg finds for it
     bool hasAdobeMarker = false;
     unsigned restartInterval = 0; // in blocks of the scan
     int horizontalSampling = 1;   // of the first component; all others have 1

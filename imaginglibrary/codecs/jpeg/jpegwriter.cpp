@@ -1,6 +1,7 @@
 // Writes JPEG files.
 #include "imaginglibrary/codecs/jpeg/jpegwriter.h"
 
+#include "imaginglibrary/codecs/jpeg/jpegcompactor.h"
 #include "imaginglibrary/codecs/jpeg/jpegerrors.h"
 #include "imaginglibrary/codecs/jpeg/jpegproperties.h"
 #include "imaginglibrary/codecs/metadata/colorprofile.h"
@@ -32,7 +33,7 @@ std::span<const std::uint8_t> ProfileOf(const PropertyList& properties) {
 // libjpeg's compressor over an output file.
 class JpegSink {
   public:
-    explicit JpegSink(OutputFile& file) : file_(file), buffer_(BufferBytes) {
+    explicit JpegSink(OutputFile& file) : compactor_(file), buffer_(BufferBytes) {
         destination_.init_destination = OfferBuffer;
         destination_.empty_output_buffer = EmptyBuffer;
         destination_.term_destination = WriteRest;
@@ -81,7 +82,8 @@ class JpegSink {
     }
 
     Status Finish() {
-        return errors_.Run([this] { jpeg_finish_compress(&info_); });
+        const Status status = errors_.Run([this] { jpeg_finish_compress(&info_); });
+        return status == Status::Ok ? compactor_.Finish() : status;
     }
 
   private:
@@ -109,13 +111,13 @@ class JpegSink {
 
     Status Append(std::size_t count) noexcept {
         try {
-            return file_.Append(buffer_.data(), count);
+            return compactor_.Append(buffer_.data(), count);
         } catch (...) {
             return Status::OutOfMemory;
         }
     }
 
-    OutputFile& file_;
+    JpegCompactor compactor_;
     std::vector<std::uint8_t> buffer_;
     JpegErrors errors_;
     jpeg_destination_mgr destination_{};
