@@ -1,10 +1,10 @@
 // Reading on Linux: an advisory shared lock tells our own saves that the file is in use.
+#include "imaginglibrary/files/filelock_linux.h"
 #include "imaginglibrary/files/inputfile.h"
 #include "imaginglibrary/files/path_linux.h"
 
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -57,8 +57,7 @@ Result<std::shared_ptr<const InputFile>> InputFile::Open(const std::u16string& p
     if (fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode)) {
         return Status::GenericError;
     }
-    // File systems without locks are no reason to refuse a picture; somebody's exclusive lock is.
-    if (flock(descriptor, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    if (!LockForReading(descriptor)) {
         return Status::GenericError;
     }
     return file;

@@ -1,14 +1,14 @@
 // Writing on Linux: an unnamed file in the target's folder, linked and renamed into place at the end.
 #include "imaginglibrary/files/outputfile.h"
+
+#include "imaginglibrary/files/filelock_linux.h"
 #include "imaginglibrary/files/path_linux.h"
+#include "imaginglibrary/files/scratchfile_linux.h"
 
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <fcntl.h>
 #include <optional>
-#include <random>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -17,27 +17,23 @@ namespace imaginglibrary {
 
 namespace {
 
-// A file in use by an image holds a shared lock on it.
-bool IsInUse(const std::string& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
-        return false;
+// Where a chain of symbolic links ends, whether something is there or not; nothing where it does not end.
+std::optional<std::string> BehindLinks(std::string path) {
+    constexpr int MostLinks = 40; // that the system itself follows
+    for (int i = 0; i <= MostLinks; ++i) {
+        char link[PATH_MAX];
+        const ssize_t length = readlink(path.c_str(), link, sizeof link);
+        if (length < 0) {
+            return path;
+        }
+        const std::string next(link, static_cast<std::size_t>(length));
+        path = next.starts_with('/') ? next : FolderOf(path) + "/" + next;
     }
-    const bool inUse = flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-    close(descriptor);
-    return inUse;
+    return std::nullopt;
 }
 
-std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
-}
-
-// Short, for the target's own name may be as long as names can be.
-std::string ScratchNameBeside(const std::string& target) {
-    std::random_device random;
-    return FolderOf(target) + "/.imaging-" + std::to_string(random()) + ".tmp";
-}
+// Unnamed files get their names through this. Where it is not mounted, a file has a name from the start.
+bool CanNameUnnamedFiles() { return access("/proc/self/fd", X_OK) == 0; }
 
 class LinuxOutputFile : public OutputFile {
   public:
@@ -52,10 +48,14 @@ class LinuxOutputFile : public OutputFile {
         }
     }
 
-    // `replaced` describes the file that stands at the target, if any; the new one gets its permissions.
+    // `replaced` describes the file that stands at the target, if any; the new one gets its permissions and, where that
+    // is allowed, its owner.
     Status Open(const std::optional<struct stat>& replaced) {
-        descriptor_ = open(FolderOf(target_).c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
-        if (descriptor_ < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
+        const bool canBeUnnamed = CanNameUnnamedFiles();
+        if (canBeUnnamed) {
+            descriptor_ = open(FolderOf(target_).c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+        }
+        if (!canBeUnnamed || (descriptor_ < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL))) {
             scratchName_ = ScratchNameBeside(target_);
             descriptor_ = open(scratchName_.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
         }
@@ -65,7 +65,7 @@ class LinuxOutputFile : public OutputFile {
         }
         if (replaced) {
             replaces_ = true;
-            (void)!fchmod(descriptor_, replaced->st_mode & 07777);
+            BecomeLike(*replaced);
         }
         return Status::Ok;
     }
@@ -107,10 +107,20 @@ class LinuxOutputFile : public OutputFile {
             return Status::Win32Error;
         }
         scratchName_.clear();
+        SweepBeside(target_);
         return Status::Ok;
     }
 
   private:
+    void BecomeLike(const struct stat& replaced) {
+        constexpr uid_t Unchanged = static_cast<uid_t>(-1);
+        const bool hasOwner = fchown(descriptor_, replaced.st_uid, replaced.st_gid) == 0;
+        if (!hasOwner) {
+            (void)!fchown(descriptor_, Unchanged, replaced.st_gid);
+        }
+        (void)!fchmod(descriptor_, replaced.st_mode & (hasOwner ? 07777 : 0777));
+    }
+
     bool MayGoOn(CommitStep step) const { return !gate_ || gate_(step); }
 
     bool GiveName() {
@@ -134,22 +144,20 @@ class LinuxOutputFile : public OutputFile {
 } // namespace
 
 Result<std::unique_ptr<OutputFile>> OutputFile::Create(const std::u16string& target, CommitGate gate) {
-    std::string path = PathBytes(target);
-    if (path.empty() || path.back() == '/') {
+    const std::optional<std::string> path = BehindLinks(PathBytes(target));
+    if (!path || path->empty() || path->back() == '/') {
         return Status::GenericError;
     }
     std::optional<struct stat> replaced;
-    if (struct stat facts{}; stat(path.c_str(), &facts) == 0) {
-        // Behind a symbolic link it is the picture that is replaced, not the link.
-        char resolved[PATH_MAX];
-        if (!S_ISREG(facts.st_mode) || access(path.c_str(), W_OK) != 0 || IsInUse(path) ||
-            realpath(path.c_str(), resolved) == nullptr) {
+    if (struct stat facts{}; stat(path->c_str(), &facts) == 0) {
+        if (!S_ISREG(facts.st_mode) || access(path->c_str(), W_OK) != 0 || IsLocked(*path)) {
             return Status::GenericError;
         }
-        path = resolved;
         replaced = facts;
+    } else if (errno != ENOENT) { // a name that no file can have, for one
+        return Status::GenericError;
     }
-    auto file = std::make_unique<LinuxOutputFile>(std::move(path), std::move(gate));
+    auto file = std::make_unique<LinuxOutputFile>(*path, std::move(gate));
     if (const Status status = file->Open(replaced); status != Status::Ok) {
         return status;
     }
