@@ -44,6 +44,8 @@ std::optional<std::string> WhyUnfit(const std::string& path) {
         return Unread(path, "there is no such file");
     case FileKind::Folder:
         return Unread(path, "it is a folder");
+    case FileKind::Impossible:
+        return Unread(path, "no file can have this name");
     default:
         break;
     }

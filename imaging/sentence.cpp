@@ -50,6 +50,8 @@ std::optional<std::string> CauseInSource(StatusValue status, const std::string& 
         return "it is a folder";
     case FileKind::Other:
         return "it is not a regular file";
+    case FileKind::Impossible:
+        return "no file can have this name";
     case FileKind::Regular:
         break;
     }
@@ -89,6 +91,8 @@ std::optional<std::string> CauseInTarget(const Subject& subject) {
         return "it is a folder";
     case FileKind::Other:
         return "it is not a regular file";
+    case FileKind::Impossible:
+        return "no file can have this name";
     case FileKind::Regular:
         if (!CanWriteFile(target)) {
             return "the file is not writable, or it is in use";

@@ -5,7 +5,13 @@
 
 namespace lumbrix {
 
-enum class FileKind { Missing, Regular, Folder, Other };
+enum class FileKind {
+    Missing,
+    Regular,
+    Folder,
+    Other,
+    Impossible, // no file can have the name: it is too long, or has characters that none may have
+};
 
 // What stands under a name; behind a link, what it leads to.
 FileKind KindOfFile(const std::string& path);

@@ -34,6 +34,10 @@ FileKind KindOfFile(const std::string& path) {
     if (fs::is_regular_file(facts)) {
         return FileKind::Regular;
     }
+    const bool isNameBad = error == std::errc::filename_too_long || error == std::errc::invalid_argument;
+    if (isNameBad) {
+        return FileKind::Impossible;
+    }
     return fs::exists(facts) ? FileKind::Other : FileKind::Missing;
 }
 

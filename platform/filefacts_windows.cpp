@@ -29,7 +29,10 @@ OpenedFile OpenExisting(const std::string& path, DWORD access, DWORD sharing) {
 FileKind KindOfFile(const std::string& path) {
     const DWORD attributes = GetFileAttributesA(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
-        return FileKind::Missing;
+        const DWORD error = GetLastError();
+        const bool isNameBad =
+            error == ERROR_INVALID_NAME || error == ERROR_FILENAME_EXCED_RANGE || error == ERROR_BAD_PATHNAME;
+        return isNameBad ? FileKind::Impossible : FileKind::Missing;
     }
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         return FileKind::Folder;

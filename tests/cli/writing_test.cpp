@@ -134,6 +134,13 @@ TEST_P(Writing, MissingFolderAndFolderAsTargetAreNamed) {
     ExpectFailure(Write("source.bmp", "folder.png"), "folder.png", "it is a folder");
 }
 
+TEST_P(Writing, NameThatNoFileCanHaveIsNamed) {
+    const std::string name = std::string(252, 'n') + ".png";
+    ExpectFailure(Write("source.bmp", name), name, "no file can have this name");
+    ExpectFailure(Write(name, "a.png"), name, "no file can have this name");
+    ExpectOnly({"source.bmp"});
+}
+
 TEST_P(Writing, PictureWithAPaletteLeavesNoCopyBehind) {
     WriteBytes(folder_ / "palette.bmp", MakePaletteBmp(4, 4, Green));
     ExpectSuccess(Write("palette.bmp", "a.png"));

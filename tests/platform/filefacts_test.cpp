@@ -31,6 +31,8 @@ TEST_F(FileFacts, KindsAreToldApart) {
     EXPECT_EQ(KindOfFile(folder_.Path().string()), FileKind::Folder);
     EXPECT_EQ(KindOfFile(Path("none")), FileKind::Missing);
     EXPECT_EQ(KindOfFile(""), FileKind::Missing);
+    EXPECT_EQ(KindOfFile(Path(std::string(255, 'n'))), FileKind::Missing);
+    EXPECT_EQ(KindOfFile(Path(std::string(256, 'n'))), FileKind::Impossible);
 #ifndef _WIN32
     ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
     EXPECT_EQ(KindOfFile(Path("pipe")), FileKind::Other);
