@@ -1,11 +1,13 @@
 // The list of encoders, and saving with one of them.
 #include "imaginglibrary/codecs/codec.h"
+#include "imaginglibrary/files/outputstream.h"
 #include "imaginglibrary/flat/encoderparameters.h"
 #include "imaginglibrary/flat/guard.h"
 #include "imaginglibrary/flat/images.h"
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -87,12 +89,15 @@ void PutSignatures(const Codec& codec, Block& block, ImageCodecInfo& info) {
     info.signatureMask = block.Put(std::string(pattern.size(), '\xff'));
 }
 
-Status SaveImage(const Image& image, const char16_t* path, const Codec& codec, const WriteOptions& options) {
+using MadeFile = Result<std::unique_ptr<OutputFile>>;
+
+Status WriteImage(const Image& image, const Codec& codec, const WriteOptions& options,
+                  const std::function<MadeFile()>& makeFile) {
     const auto picture = image.PictureToRead();
     if (!picture.Ok()) {
         return picture.GetStatus();
     }
-    auto file = OutputFile::Create(path);
+    auto file = makeFile();
     if (!file.Ok()) {
         return file.GetStatus();
     }
@@ -100,6 +105,23 @@ Status SaveImage(const Image& image, const char16_t* path, const Codec& codec, c
         return status;
     }
     return (*file)->Commit();
+}
+
+// `target` is what the caller named, and `makeFile` opens it.
+Status SaveImage(GpImage* handle, const void* target, const Guid* encoder, const EncoderParameters* parameters,
+                 const std::function<MadeFile()>& makeFile) {
+    return Guarded([&] {
+        const auto image = FindImage(handle);
+        if (image == nullptr || target == nullptr || encoder == nullptr) {
+            return Status::InvalidParameter;
+        }
+        const Codec* codec = FindEncoder(*encoder);
+        if (codec == nullptr) {
+            return Status::UnknownImageFormat;
+        }
+        const auto options = WriteOptionsOf(parameters);
+        return options.Ok() ? WriteImage(*image, *codec, *options, makeFile) : options.GetStatus();
+    });
 }
 
 } // namespace
@@ -141,18 +163,14 @@ FLAT_EXPORT Status FLAT_CALL GdipGetImageEncoders(std::uint32_t count, std::uint
 // step, or stays as it was.
 FLAT_EXPORT Status FLAT_CALL GdipSaveImageToFile(GpImage* handle, const char16_t* path, const Guid* encoder,
                                                  const EncoderParameters* parameters) {
-    return Guarded([&] {
-        const auto image = FindImage(handle);
-        if (image == nullptr || path == nullptr || encoder == nullptr) {
-            return Status::InvalidParameter;
-        }
-        const Codec* codec = FindEncoder(*encoder);
-        if (codec == nullptr) {
-            return Status::UnknownImageFormat;
-        }
-        const auto options = WriteOptionsOf(parameters);
-        return options.Ok() ? SaveImage(*image, path, *codec, *options) : options.GetStatus();
-    });
+    return SaveImage(handle, path, encoder, parameters, [=] { return OutputFile::Create(path); });
+}
+
+// The picture is written from where the stream stands on; what a save that failed left there is the caller's to undo.
+// The stream must not be the one that the image is read from.
+FLAT_EXPORT Status FLAT_CALL GdipSaveImageToStream(GpImage* handle, Stream* stream, const Guid* encoder,
+                                                   const EncoderParameters* parameters) {
+    return SaveImage(handle, stream, encoder, parameters, [=] { return MadeFile(MakeOutputStream(stream)); });
 }
 
 } // namespace imaginglibrary

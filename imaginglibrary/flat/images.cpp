@@ -2,6 +2,7 @@
 #include "imaginglibrary/flat/images.h"
 
 #include "imaginglibrary/core/limits.h"
+#include "imaginglibrary/files/inputstream.h"
 #include "imaginglibrary/flat/guard.h"
 #include "imaginglibrary/flat/handles.h"
 
@@ -14,8 +15,7 @@ namespace {
 
 using Images = Handles<GpImage, Image>;
 
-Result<std::shared_ptr<Image>> OpenImage(const char16_t* path) {
-    auto file = InputFile::Open(path);
+Result<std::shared_ptr<Image>> OpenImage(Result<std::shared_ptr<const InputFile>> file) {
     if (!file.Ok()) {
         return file.GetStatus();
     }
@@ -30,6 +30,24 @@ Result<std::shared_ptr<Image>> OpenImage(const char16_t* path) {
     PropertyList properties = (*decoder)->Properties();
     const ImageOrigin origin{codec, (*decoder)->Damage()};
     return std::make_shared<Image>(std::move(*decoder), std::move(properties), origin);
+}
+
+// Where an image of a file is put; `open` gives the file.
+template <class Open> Status LoadImage(GpImage** image, Open open) {
+    *image = nullptr;
+    auto opened = OpenImage(open());
+    if (!opened.Ok()) {
+        return opened.GetStatus();
+    }
+    *image = AddImage(std::move(*opened));
+    return Status::Ok;
+}
+
+Status LoadImageFromStream(Stream* stream, GpImage** image) {
+    return Guarded([&] {
+        return stream == nullptr || image == nullptr ? Status::InvalidParameter
+                                                     : LoadImage(image, [=] { return OpenInputStream(stream); });
+    });
 }
 
 // Answers a question about an image; `ask` gets the picture's description and the place for the answer.
@@ -164,17 +182,24 @@ GpImage* AddImage(std::shared_ptr<Image> image) { return Images::Add(std::move(i
 
 FLAT_EXPORT Status FLAT_CALL GdipLoadImageFromFile(const char16_t* path, GpImage** image) {
     return Guarded([&] {
-        if (path == nullptr || image == nullptr) {
-            return Status::InvalidParameter;
-        }
-        *image = nullptr;
-        auto opened = OpenImage(path);
-        if (!opened.Ok()) {
-            return opened.GetStatus();
-        }
-        *image = AddImage(std::move(*opened));
-        return Status::Ok;
+        return path == nullptr || image == nullptr ? Status::InvalidParameter
+                                                   : LoadImage(image, [=] { return InputFile::Open(path); });
     });
+}
+
+// The picture begins where the stream stands. The stream must be able to seek. It is read when pixels are asked for, so
+// it lives as long as the image and those that share its pixels, and must not be written or moved meanwhile.
+FLAT_EXPORT Status FLAT_CALL GdipLoadImageFromStream(Stream* stream, GpImage** image) {
+    return LoadImageFromStream(stream, image);
+}
+
+// Colours are not corrected by the profile that a file may hold.
+FLAT_EXPORT Status FLAT_CALL GdipLoadImageFromStreamICM(Stream* stream, GpImage** image) {
+    return LoadImageFromStream(stream, image);
+}
+
+FLAT_EXPORT Status FLAT_CALL GdipCreateBitmapFromStream(Stream* stream, GpImage** image) {
+    return LoadImageFromStream(stream, image);
 }
 
 FLAT_EXPORT Status FLAT_CALL GdipDisposeImage(GpImage* image) {
