@@ -18,7 +18,7 @@ FlatStatus DrawText(const OwnedSurface& surface, const Annotation& annotation, F
     const std::int32_t alpha = annotation.alpha <= 0 || annotation.alpha > Opaque ? Opaque : annotation.alpha;
     BrushHandle brush = nullptr;
     GdipCreateSolidFill(MakeArgb(alpha, annotation.red, annotation.green, annotation.blue), &brush);
-    return GdipDrawString(surface.Get(), annotation.text, font, &from, brush);
+    return GdipDrawString(surface.Get(), annotation.text, font, &from, brush, annotation.encoding);
 }
 
 // Where an operation draws: on the source, or on a true-colour copy of it, while the source stays open all the same.
@@ -99,7 +99,7 @@ std::uint32_t MakeArgb(std::int32_t alpha, std::int32_t red, std::int32_t green,
 MadeFont MakeFont(const Annotation& annotation) {
     FontFamilyHandle family = nullptr;
     MadeFont font;
-    font.status = GdipCreateFontFamilyFromName(annotation.fontName, &family);
+    font.status = GdipCreateFontFamilyFromName(annotation.fontName, &family, annotation.encoding);
     const std::int32_t style =
         (annotation.bold != 0 ? FontStyleBold : 0) | (annotation.italic != 0 ? FontStyleItalic : 0) |
         (annotation.underline != 0 ? FontStyleUnderline : 0) | (annotation.strikeout != 0 ? FontStyleStrikeout : 0);

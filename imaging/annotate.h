@@ -3,6 +3,7 @@
 
 #include "imaging/gdiplus/flattypes.h"
 #include "imaging/outcome.h"
+#include "platform/text.h"
 
 #include <cstdint>
 #include <string>
@@ -27,6 +28,7 @@ struct Annotation {
     std::int32_t blue = 0;
     std::int32_t green = 0;
     std::int32_t red = 0;
+    TextEncoding encoding = TextEncoding::CodePage; // of text and font name
 };
 
 // A font of so many pixels, whatever the resolution of what it is drawn on, with those styles. Its handle is 0 where

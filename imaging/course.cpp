@@ -4,7 +4,8 @@
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/gdiplus/extensions.h"
-#include "platform/files.h"
+#include "imaging/memorystream.h"
+#include "platform/filefacts.h"
 
 #include <algorithm>
 
@@ -14,7 +15,7 @@ bool Course::Begin(const std::string& destination) {
     if (!IsEstablished() && ImagingLibraryHandle == nullptr) {
         return Fail(Step::Session, NoLibrary);
     }
-    if (wishes_.keepsExisting && FileExists(destination)) {
+    if (wishes_.keepsExisting && !wishes_.output && KindOfFile(destination, wishes_.names) == FileKind::Regular) {
         return Fail(Step::Existing, AlreadyThere);
     }
     session_.emplace();
@@ -48,7 +49,7 @@ bool Course::Fail(Step step, StatusValue status) {
 }
 
 bool Course::Load(const std::string& name, OwnedImage& image, Step step) {
-    const FlatStatus status = LoadImageFile(name, image.Place());
+    const FlatStatus status = LoadSource(name, image, step);
     if (status != Done || !image) {
         image.LeaveBehind();
         return Fail(step, status != Done ? status : NotLoaded);
@@ -57,6 +58,12 @@ bool Course::Load(const std::string& name, OwnedImage& image, Step step) {
         RefuseImageDamage(image.Get());
     }
     return true;
+}
+
+// The stamp is a file in any case.
+FlatStatus Course::LoadSource(const std::string& name, OwnedImage& image, Step step) const {
+    return step == Step::Load && wishes_.input ? LoadImageStream(ReadingStream(*wishes_.input).get(), image.Place())
+                                               : LoadImageFile(name, image.Place(), wishes_.names);
 }
 
 bool Course::LoadChecked(const std::string& name, OwnedImage& image) {
@@ -105,11 +112,23 @@ StatusValue Course::Save(ImageHandle image, const std::string& destination, cons
 }
 
 StatusValue Course::Save(ImageHandle image, const std::string& destination, const Clsid& encoder) {
-    const FlatStatus status = SaveImageFile(image, destination, encoder, wishes_.encoding);
+    const StatusValue status = wishes_.output
+                                   ? SaveToOutput(image, encoder)
+                                   : SaveImageFile(image, destination, encoder, wishes_.encoding, wishes_.names);
     outcome_.isCompressionChosen = wishes_.encoding.compression.has_value();
     outcome_.isWritten = status == Done && ImagingLibraryHandle != nullptr;
     Take(Step::Save, status);
     return status;
+}
+
+// Nobody gets bytes of a picture that is not whole.
+StatusValue Course::SaveToOutput(ImageHandle image, const Clsid& encoder) const {
+    const auto bytes = std::make_shared<GrowingMemory>();
+    const StatusValue status = SaveImageStream(image, WritingStream(bytes).get(), encoder, wishes_.encoding);
+    if (status != Done || ImagingLibraryHandle == nullptr) {
+        return status;
+    }
+    return wishes_.output(*bytes) ? Done : Win32Error;
 }
 
 void Course::Watch(ImageHandle image, std::uint32_t rows, std::uint32_t rowsBefore) {

@@ -82,6 +82,9 @@ class Course {
         std::uint32_t rowsBefore;
     };
 
+    FlatStatus LoadSource(const std::string& name, OwnedImage& image, Step step) const;
+    StatusValue SaveToOutput(ImageHandle image, const Clsid& encoder) const;
+
     // Whether all statuses so far were Ok; else the operation ends in either conduct, and leaves its session open.
     bool EndUnlessAllWentWell();
 

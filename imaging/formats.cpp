@@ -36,12 +36,31 @@ constexpr CompressionWord CompressionWords[] = {
     {"jpeg", "image/tiff", 0x10004},
 };
 
-// EncoderParameters with room for both.
-struct EncoderChoices {
-    std::uint32_t count;
-    EncoderParameter items[2];
+// EncoderParameters with room for both. Points into what it was made from.
+class EncoderChoices {
+  public:
+    explicit EncoderChoices(const Encoding& encoding) {
+        Choose(EncoderQuality, encoding.quality);
+        Choose(EncoderCompression, encoding.compression);
+    }
+
+    const EncoderParameters* Get() const { return reinterpret_cast<const EncoderParameters*>(&record_); }
+
+  private:
+    struct Record {
+        std::uint32_t count;
+        EncoderParameter items[2];
+    };
+    static_assert(offsetof(Record, items) == offsetof(EncoderParameters, parameter));
+
+    void Choose(const Clsid& id, const std::optional<std::int32_t>& value) {
+        if (value) {
+            record_.items[record_.count++] = {id, 1, EncoderParameterValueTypeLong, &*value};
+        }
+    }
+
+    Record record_{};
 };
-static_assert(offsetof(EncoderChoices, items) == offsetof(EncoderParameters, parameter));
 
 } // namespace
 
@@ -102,20 +121,17 @@ Clsid ClsidFromText(const std::string& text) {
     return clsid;
 }
 
-FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder, const Encoding& encoding) {
-    if (encoding.IsUsual()) {
-        return GdipSaveImageToFile(image, ToWide(name).c_str(), &encoder, nullptr);
-    }
-    EncoderChoices choices{};
-    const auto choose = [&](const Clsid& id, const std::optional<std::int32_t>& value) {
-        if (value) {
-            choices.items[choices.count++] = {id, 1, EncoderParameterValueTypeLong, &*value};
-        }
-    };
-    choose(EncoderQuality, encoding.quality);
-    choose(EncoderCompression, encoding.compression);
-    return SaveImageWithParameters(image, ToWide(name).c_str(), &encoder,
-                                   reinterpret_cast<const EncoderParameters*>(&choices));
+FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder, const Encoding& encoding,
+                         TextEncoding names) {
+    const std::u16string wide = ToWide(name, names);
+    return encoding.IsUsual() ? GdipSaveImageToFile(image, wide.c_str(), &encoder, nullptr)
+                              : SaveImageWithParameters(image, wide.c_str(), &encoder, EncoderChoices(encoding).Get());
+}
+
+FlatStatus SaveImageStream(ImageHandle image, FlatStream* stream, const Clsid& encoder, const Encoding& encoding) {
+    return encoding.IsUsual()
+               ? GdipSaveImageToStream(image, stream, &encoder, nullptr)
+               : SaveImageToStreamWithParameters(image, stream, &encoder, EncoderChoices(encoding).Get());
 }
 
 std::optional<std::int32_t> CompressionOf(std::string_view word, std::string_view mimeWord) {

@@ -1,7 +1,7 @@
 // The three tables of formats: names to MIME words, the output types offered, the encoders that can be reached.
 #pragma once
 
-#include "imaging/gdiplus/flattypes.h"
+#include "imaging/gdiplus/flatstream.h"
 #include "imaging/outcome.h"
 
 #include <array>
@@ -33,7 +33,10 @@ std::string MimeWordForOutput(const std::string& source, const std::string& dest
 
 // Encodes and writes, replacing a file that can be replaced.
 FlatStatus SaveImageFile(ImageHandle image, const std::string& name, const Clsid& encoder,
-                         const Encoding& encoding = {});
+                         const Encoding& encoding = {}, TextEncoding names = TextEncoding::CodePage);
+
+// The same to a stream, where a failure may leave a part of a picture.
+FlatStatus SaveImageStream(ImageHandle image, FlatStream* stream, const Clsid& encoder, const Encoding& encoding = {});
 
 // The imaging library's number for a compression: of TIFF "none", "lzw", "deflate", "group4" and "jpeg", of PNG "fast"
 // and "small"; 0 for "default". Nothing for any other word, and for one of another format.

@@ -3,13 +3,14 @@
 
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/status.h"
-#include "platform/text.h"
 
 namespace lumbrix {
 
-FlatStatus LoadImageFile(const std::string& name, ImageHandle* image) {
-    return GdipLoadImageFromFile(ToWide(name).c_str(), image);
+FlatStatus LoadImageFile(const std::string& name, ImageHandle* image, TextEncoding encoding) {
+    return GdipLoadImageFromFile(ToWide(name, encoding).c_str(), image);
 }
+
+FlatStatus LoadImageStream(FlatStream* stream, ImageHandle* image) { return GdipLoadImageFromStream(stream, image); }
 
 FlatStatus DisposeImageHandle(ImageHandle image) { return GdipDisposeImage(image); }
 

@@ -1,14 +1,18 @@
 // Images of the imaging library: loading them from files, and owning them.
 #pragma once
 
-#include "imaging/gdiplus/flattypes.h"
+#include "imaging/gdiplus/flatstream.h"
+#include "platform/text.h"
 
 #include <string>
 
 namespace lumbrix {
 
 // The file stays open and locked while the image lives.
-FlatStatus LoadImageFile(const std::string& name, ImageHandle* image);
+FlatStatus LoadImageFile(const std::string& name, ImageHandle* image, TextEncoding encoding = TextEncoding::CodePage);
+
+// The stream is read, and a reference to it kept, while the image lives.
+FlatStatus LoadImageStream(FlatStream* stream, ImageHandle* image);
 
 FlatStatus DisposeImageHandle(ImageHandle image);
 

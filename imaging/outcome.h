@@ -2,7 +2,9 @@
 #pragma once
 
 #include "base/geometry.h"
+#include "imaging/memory.h"
 #include "imaging/status.h"
+#include "platform/text.h"
 
 #include <cstdint>
 #include <functional>
@@ -63,6 +65,9 @@ struct Encoding {
     bool IsUsual() const { return !quality && !compression; }
 };
 
+// Takes the whole of what was to be a file; false where it does not.
+using ByteTaker = std::function<bool(GrowingMemory& bytes)>;
+
 struct Wishes {
     Conduct conduct = Conduct::Truthful;
     bool refusesDamage = false; // else a damaged picture is shown as far as it goes, where its format allows that
@@ -70,6 +75,9 @@ struct Wishes {
     bool onlyShrinks = false;   // a resize does not enlarge: what is not larger keeps its size
     Encoding encoding;
     Progress progress;
+    std::optional<MemoryBytes> input; // read in the place of the source file, whose name is for messages then
+    TextEncoding names = TextEncoding::CodePage; // and of texts to be drawn
+    ByteTaker output;                            // set: what is written goes there, and nothing to the destination file
 };
 
 inline const Wishes AsEstablished{.conduct = Conduct::Established};

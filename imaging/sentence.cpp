@@ -42,8 +42,8 @@ std::string CannotWrite(const std::string& file, const std::string& cause) {
 std::string TextOf(PixelSize size) { return std::to_string(size.width) + " x " + std::to_string(size.height); }
 
 // Why a source cannot be read, judged by looking at it; nothing where nothing seems wrong.
-std::optional<std::string> CauseInSource(StatusValue status, const std::string& source) {
-    switch (KindOfFile(source)) {
+std::optional<std::string> CauseInSource(StatusValue status, const std::string& source, TextEncoding encoding) {
+    switch (KindOfFile(source, encoding)) {
     case FileKind::Missing:
         return "there is no such file";
     case FileKind::Folder:
@@ -58,14 +58,17 @@ std::optional<std::string> CauseInSource(StatusValue status, const std::string& 
     if (status == FileNotFound) {
         return "there is no such file";
     }
-    if (!CanReadFile(source)) {
+    if (!CanReadFile(source, encoding)) {
         return "there is no permission to read it, or another program is writing it";
     }
     return std::nullopt;
 }
 
-std::string WhyNotRead(StatusValue status, const std::string& source) {
-    if (const auto cause = CauseInSource(status, source)) {
+enum class Origin { File, Memory };
+
+std::string WhyNotRead(StatusValue status, const std::string& source, Origin origin, TextEncoding encoding) {
+    const auto cause = origin == Origin::File ? CauseInSource(status, source, encoding) : std::nullopt;
+    if (cause) {
         return CannotRead(source, *cause);
     }
     if (status == InvalidParameter) {
@@ -74,19 +77,23 @@ std::string WhyNotRead(StatusValue status, const std::string& source) {
     return CannotRead(source, "it is not a picture that Lumbrix can read, or it is damaged");
 }
 
-std::optional<std::string> CauseInTarget(const Subject& subject) {
+std::optional<std::string> CauseInTarget(const Subject& subject, StatusValue status) {
+    if (!subject.isDestinationFile) {
+        return status == Win32Error ? std::optional<std::string>("its bytes were not taken") : std::nullopt;
+    }
     const std::string& target = subject.destination;
-    const std::string folder = FullFolderOf(target);
-    if (KindOfFile(folder) != FileKind::Folder) {
+    const TextEncoding encoding = subject.encoding;
+    const std::string folder = FullFolderOf(target, encoding);
+    if (KindOfFile(folder, encoding) != FileKind::Folder) {
         return "the folder " + Shown(folder) + " does not exist";
     }
-    if (IsSameFile(subject.source, target)) {
+    if (subject.isSourceFile && IsSameFile(subject.source, target, encoding)) {
         return "it is the source itself";
     }
-    if (!subject.stamp.empty() && IsSameFile(subject.stamp, target)) {
+    if (!subject.stamp.empty() && IsSameFile(subject.stamp, target, encoding)) {
         return "it is the stamp itself";
     }
-    switch (KindOfFile(target)) {
+    switch (KindOfFile(target, encoding)) {
     case FileKind::Folder:
         return "it is a folder";
     case FileKind::Other:
@@ -94,14 +101,14 @@ std::optional<std::string> CauseInTarget(const Subject& subject) {
     case FileKind::Impossible:
         return "no file can have this name";
     case FileKind::Regular:
-        if (!CanWriteFile(target)) {
+        if (!CanWriteFile(target, encoding)) {
             return "the file is not writable, or it is in use";
         }
         break;
     case FileKind::Missing:
         break;
     }
-    if (!CanMakeFileIn(folder)) {
+    if (!CanMakeFileIn(folder, encoding)) {
         return "the folder " + Shown(folder) + " is not writable";
     }
     return std::nullopt;
@@ -122,7 +129,7 @@ std::string WhyTooLarge(const Outcome& outcome, const Subject& subject) {
 
 std::string WhyNotWritten(const Outcome& outcome, const Subject& subject) {
     const StatusValue status = outcome.first.status;
-    if (const auto cause = CauseInTarget(subject)) {
+    if (const auto cause = CauseInTarget(subject, status)) {
         return CannotWrite(subject.destination, *cause);
     }
     switch (status) {
@@ -160,7 +167,9 @@ std::string WhyNoName(StatusValue status, const Subject& subject) {
     }
     return IsBlank(subject.destination)
                ? "no name was given for what " + Shown(subject.source) + " becomes"
-               : CannotWrite(subject.destination, "its format is not known; use .bmp, .jpg, .gif, .tif or .png");
+               : CannotWrite(subject.destination, subject.isDestinationFile
+                                                      ? "its format is not known; use .bmp, .jpg, .gif, .tif or .png"
+                                                      : "its format must be named: bmp, jpg, gif, tif or png");
 }
 
 std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
@@ -184,7 +193,7 @@ std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
         return CannotWrite(subject.destination, "the font '" + Shown(subject.font) + "' is not installed");
     case Step::LoadStamp:
     case Step::DrawStamp:
-        return WhyNotRead(status, subject.stamp);
+        return WhyNotRead(status, subject.stamp, Origin::File, subject.encoding);
     case Step::Make:
         return WhyNotMade(status, outcome.result, subject.destination);
     case Step::Cut:
@@ -197,7 +206,8 @@ std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
     case Step::Turn:
         return WhyNotWritten(outcome, subject);
     default:
-        return WhyNotRead(status, subject.source);
+        return WhyNotRead(status, subject.source, subject.isSourceFile ? Origin::File : Origin::Memory,
+                          subject.encoding);
     }
 }
 

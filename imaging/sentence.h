@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imaging/outcome.h"
+#include "platform/text.h"
 
 #include <string>
 
@@ -13,6 +14,9 @@ struct Subject {
     std::string destination;
     std::string stamp;
     std::string font;
+    bool isSourceFile = true; // else the names are for messages only
+    bool isDestinationFile = true;
+    TextEncoding encoding = TextEncoding::CodePage; // of all of these, and of the sentence
 };
 
 // Empty for an operation that succeeded on a whole picture. Looks at the files as they are now.

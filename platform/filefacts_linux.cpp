@@ -25,7 +25,7 @@ bool CanOpen(const std::string& path, int flags) {
 
 } // namespace
 
-FileKind KindOfFile(const std::string& path) {
+FileKind KindOfFile(const std::string& path, TextEncoding /*encoding*/) {
     std::error_code error;
     const fs::file_status facts = fs::status(path, error);
     if (fs::is_directory(facts)) {
@@ -41,11 +41,11 @@ FileKind KindOfFile(const std::string& path) {
     return fs::exists(facts) ? FileKind::Other : FileKind::Missing;
 }
 
-bool CanReadFile(const std::string& path) { return CanOpen(path, O_RDONLY); }
+bool CanReadFile(const std::string& path, TextEncoding /*encoding*/) { return CanOpen(path, O_RDONLY); }
 
-bool CanWriteFile(const std::string& path) { return CanOpen(path, O_RDWR); }
+bool CanWriteFile(const std::string& path, TextEncoding /*encoding*/) { return CanOpen(path, O_RDWR); }
 
-bool CanMakeFileIn(const std::string& folder) {
+bool CanMakeFileIn(const std::string& folder, TextEncoding /*encoding*/) {
     std::random_device random;
     const std::string path = folder + "/." + std::to_string(random()) + ".tmp";
     const bool isMade = CanOpen(path, O_RDWR | O_CREAT | O_EXCL);
@@ -55,12 +55,12 @@ bool CanMakeFileIn(const std::string& folder) {
     return isMade;
 }
 
-bool IsSameFile(const std::string& one, const std::string& other) {
+bool IsSameFile(const std::string& one, const std::string& other, TextEncoding /*encoding*/) {
     std::error_code error;
     return fs::equivalent(one, other, error);
 }
 
-std::string FullFolderOf(const std::string& path) {
+std::string FullFolderOf(const std::string& path, TextEncoding /*encoding*/) {
     std::error_code error;
     return fs::absolute(path, error).parent_path().string();
 }

@@ -17,17 +17,26 @@ using OpenedFile = std::unique_ptr<HANDLE, CloseIt>;
 
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+class WideName {
+  public:
+    WideName(const std::string& name, TextEncoding encoding) : wide_(ToWide(name, encoding)) {}
+    const wchar_t* Get() const { return reinterpret_cast<const wchar_t*>(wide_.c_str()); }
+
+  private:
+    std::u16string wide_;
+};
+
 // Null where it cannot be opened.
-OpenedFile OpenExisting(const std::string& path, DWORD access, DWORD sharing) {
-    const HANDLE file = CreateFileA(path.c_str(), access, sharing, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+OpenedFile OpenExisting(const WideName& name, DWORD access, DWORD sharing) {
+    const HANDLE file = CreateFileW(name.Get(), access, sharing, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
                                     nullptr); // which lets folders be opened too
     return OpenedFile(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
 } // namespace
 
-FileKind KindOfFile(const std::string& path) {
-    const DWORD attributes = GetFileAttributesA(path.c_str());
+FileKind KindOfFile(const std::string& path, TextEncoding encoding) {
+    const DWORD attributes = GetFileAttributesW(WideName(path, encoding).Get());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         const DWORD error = GetLastError();
         const bool isNameBad =
@@ -40,24 +49,26 @@ FileKind KindOfFile(const std::string& path) {
     return (attributes & FILE_ATTRIBUTE_DEVICE) != 0 ? FileKind::Other : FileKind::Regular;
 }
 
-bool CanReadFile(const std::string& path) { return OpenExisting(path, GENERIC_READ, FILE_SHARE_READ) != nullptr; }
-
-bool CanWriteFile(const std::string& path) {
-    return OpenExisting(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ) != nullptr;
+bool CanReadFile(const std::string& path, TextEncoding encoding) {
+    return OpenExisting({path, encoding}, GENERIC_READ, FILE_SHARE_READ) != nullptr;
 }
 
-bool CanMakeFileIn(const std::string& folder) {
-    char path[MAX_PATH] = "";
-    if (GetTempFileNameA(folder.c_str(), "IMG", 0, path) == 0) {
+bool CanWriteFile(const std::string& path, TextEncoding encoding) {
+    return OpenExisting({path, encoding}, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ) != nullptr;
+}
+
+bool CanMakeFileIn(const std::string& folder, TextEncoding encoding) {
+    wchar_t path[MAX_PATH] = L"";
+    if (GetTempFileNameW(WideName(folder, encoding).Get(), L"IMG", 0, path) == 0) {
         return false;
     }
-    DeleteFileA(path);
+    DeleteFileW(path);
     return true;
 }
 
-bool IsSameFile(const std::string& one, const std::string& other) {
-    const OpenedFile first = OpenExisting(one, 0, ShareAll);
-    const OpenedFile second = OpenExisting(other, 0, ShareAll);
+bool IsSameFile(const std::string& one, const std::string& other, TextEncoding encoding) {
+    const OpenedFile first = OpenExisting({one, encoding}, 0, ShareAll);
+    const OpenedFile second = OpenExisting({other, encoding}, 0, ShareAll);
     BY_HANDLE_FILE_INFORMATION a{};
     BY_HANDLE_FILE_INFORMATION b{};
     return first && second && GetFileInformationByHandle(first.get(), &a) &&
@@ -65,10 +76,11 @@ bool IsSameFile(const std::string& one, const std::string& other) {
            a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
 }
 
-std::string FullFolderOf(const std::string& path) {
-    char full[MAX_PATH] = "";
-    const DWORD length = GetFullPathNameA(path.c_str(), sizeof full, full, nullptr);
-    const std::string name = length < sizeof full ? std::string(full, length) : path;
+std::string FullFolderOf(const std::string& path, TextEncoding encoding) {
+    wchar_t full[MAX_PATH] = L"";
+    const DWORD length = GetFullPathNameW(WideName(path, encoding).Get(), MAX_PATH, full, nullptr);
+    const std::string name =
+        length < MAX_PATH ? ToNarrow({reinterpret_cast<const char16_t*>(full), length}, encoding) : path;
     const std::size_t separator = name.find_last_of("\\/");
     return separator == std::string::npos ? std::string(".") : name.substr(0, separator);
 }

@@ -16,4 +16,10 @@ std::string ReplaceAll(std::string text, std::string_view before, std::string_vi
 std::u16string ToWide(std::string_view text);
 std::string ToNarrow(std::u16string_view text);
 
+// What 8-bit text is in: the system's code page, or UTF-8, which on Linux is one and the same.
+enum class TextEncoding { CodePage, Utf8 };
+
+std::u16string ToWide(std::string_view text, TextEncoding encoding);
+std::string ToNarrow(std::u16string_view text, TextEncoding encoding);
+
 } // namespace lumbrix

@@ -99,4 +99,8 @@ std::string ToNarrow(std::u16string_view text) {
     return narrow;
 }
 
+std::u16string ToWide(std::string_view text, TextEncoding /*encoding*/) { return ToWide(text); }
+
+std::string ToNarrow(std::u16string_view text, TextEncoding /*encoding*/) { return ToNarrow(text); }
+
 } // namespace lumbrix

@@ -73,7 +73,7 @@ int32_t LUMBRIX_CALL DeployImagingLibrary() {
     return Door([] { return lumbrix::DeployImagingLibrary(); });
 }
 
-void LUMBRIX_CALL lumbrix_free(void* text) { std::free(text); }
+void LUMBRIX_CALL lumbrix_free(void* memory) { std::free(memory); }
 
 const char* LUMBRIX_CALL lumbrix_version() { return LUMBRIX_VERSION; }
 

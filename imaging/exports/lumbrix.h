@@ -12,7 +12,8 @@
    full path, with LoadLibrary; the names of lumbrix.exe lead there from then on. Until then GetProcAddress gives null
    and the error 127.
 
-   Texts. A file name is NUL-terminated text in the system's 8-bit code page (UTF-8 on Linux). A null pointer counts as
+   Texts. A file name is NUL-terminated text in the system's 8-bit code page (UTF-8 on Linux; on Windows with
+   lumbrix_job.utf8, which reaches names that the code page has no letters for). A null pointer counts as
    an empty name. A name of nothing but blanks counts as not given. A text that comes back is memory of this library, to
    be given back with lumbrix_free; a `char**` may point to a null pointer, which counts as an empty text, or to a text
    that this library handed out.
@@ -25,6 +26,7 @@
 #ifndef LUMBRIX_H
 #define LUMBRIX_H
 
+#include <stddef.h>
 #include <stdint.h>
 
 #ifdef _WIN32
@@ -93,10 +95,12 @@ enum lumbrix_status {
 /* The name of a status, such as "FileNotFound"; "Unknown" for a number that is none. Not to be freed. */
 LUMBRIX_EXPORT const char* LUMBRIX_CALL lumbrix_status_name(int32_t status);
 
-/* Frees a text that this library allocated and handed out through a `char**`. Null is passed over. */
-LUMBRIX_EXPORT void LUMBRIX_CALL lumbrix_free(void* text);
+/* Frees what this library allocated and handed out: a text, the bytes of a lumbrix_output, a list of tags. Null is
+   passed over. */
+LUMBRIX_EXPORT void LUMBRIX_CALL lumbrix_free(void* memory);
 
-/* The version of this library as text, such as "1.5.0". Not to be freed. */
+/* The version of this library as text, such as "1.5.0", not to be freed, and as a number that grows with it:
+   LUMBRIX_VERSION of the header that it was built with. */
 LUMBRIX_EXPORT const char* LUMBRIX_CALL lumbrix_version(void);
 
 /* ---- The truthful procedures ---- */
@@ -105,6 +109,42 @@ LUMBRIX_EXPORT const char* LUMBRIX_CALL lumbrix_version(void);
    at least a hundred times for a large picture. 0 ends the operation with LUMBRIX_ABORTED, anything else lets it go on.
    Must not call this library, nor leave by an exception or a jump. */
 typedef int32_t(LUMBRIX_CALL* lumbrix_progress)(void* context, uint32_t rows_done, uint32_t rows);
+
+/* Puts up to `count` bytes into `buffer` and returns how many: 0 only at the end, less than 0 where it failed. */
+typedef int32_t(LUMBRIX_CALL* lumbrix_reader)(void* context, void* buffer, uint32_t count);
+
+/* Takes all of these bytes. 0 where it failed, anything else for done. */
+typedef int32_t(LUMBRIX_CALL* lumbrix_writer)(void* context, const void* bytes, uint32_t count);
+
+/* What is read in the place of a source file: bytes in memory, which stay the caller's and must not change meanwhile,
+   or what a callback gives. Begin with LUMBRIX_INPUT_INIT. A callback is called on the thread of the operation, and
+   read to its end, into memory, before the operation begins: 1 GiB at most, 512 MiB in a 32-bit process, beyond which
+   the result is LUMBRIX_OUT_OF_MEMORY. Where it fails that is LUMBRIX_WIN32_ERROR. */
+typedef struct lumbrix_input {
+    uint32_t size;       /* of this struct, in bytes */
+    const void* data;    /* the bytes of a picture file; passed over where there is a callback */
+    size_t length;       /* how many */
+    lumbrix_reader read; /* null for none */
+    void* context;       /* handed to it */
+} lumbrix_input;
+
+#define LUMBRIX_INPUT_INIT                                                                                             \
+    { sizeof(lumbrix_input), 0, 0, 0, 0 }
+
+/* Where a picture is written in the place of a destination file. Begin with LUMBRIX_OUTPUT_INIT. Nothing comes here of
+   a picture that could not be written whole: a callback is called once the whole of it lies in memory, with one piece
+   behind the other, on the thread of the operation. Where it fails the result is LUMBRIX_WIN32_ERROR, and it is not
+   called again. */
+typedef struct lumbrix_output {
+    uint32_t size;        /* of this struct, in bytes */
+    lumbrix_writer write; /* null: the bytes are gathered in `data` */
+    void* context;        /* handed to it */
+    void* data;    /* the bytes, to be given back with lumbrix_free. What stands here before a call must be null */
+    size_t length; /* or come from an earlier one: it is given back where new bytes come, and else stays */
+} lumbrix_output;
+
+#define LUMBRIX_OUTPUT_INIT                                                                                            \
+    { sizeof(lumbrix_output), 0, 0, 0, 0 }
 
 /* How an operation is to be done, and what came of it. Begin with LUMBRIX_JOB_INIT, change what you want otherwise, and
    use it for one call at a time; for further calls it may be used again as it is. */
@@ -136,16 +176,27 @@ typedef struct lumbrix_job {
     int32_t width;      /* of the picture that was, or would have been, written, in pixels; of a procedure that only */
     int32_t height;     /* reads, of the picture that was read; 0 where it is not known */
     char message[1024]; /* one sentence that names file and cause; a damaged picture has one too; else empty. A name
-                           that is too long is shortened in its middle. In the system's 8-bit code page */
+                           that is too long is shortened in its middle. In the encoding of the names */
+
+    /* To be done, in the place of files. */
+    const lumbrix_input* input; /* null: the source is a file. Else its name is for messages only, and may be null */
+    lumbrix_output* output;     /* null: the destination is a file. Else its name is for messages only, and may be null;
+                                   `format` must be set (LUMBRIX_BAD_NAME otherwise; lumbrix_date_stamp does without),
+                                   and keep_existing means nothing */
+
+    int32_t utf8; /* not 0: names, the text and the font of an annotation, the name of a stamp and the message are UTF-8
+                     instead of text in the system's 8-bit code page. On Linux they are that anyway. Dates and
+                     properties are handed on as they stand in the file in any case */
 } lumbrix_job;
 
 #define LUMBRIX_JOB_INIT                                                                                               \
-    { sizeof(lumbrix_job), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "" }
+    { sizeof(lumbrix_job), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "", 0, 0, 0 }
 
-/* Each of these returns a status, writes `destination` only if all went well, and replaces it in one step. The source's
-   properties (EXIF and the like) go along, but for lumbrix_thumb. Where the picture becomes another one, those that
-   tell its size get the new one, and stored thumbnails go. A picture with a palette is drawn on as true colour. `job`
-   may be null. */
+/* Each of these returns a status, writes `destination` only if all went well, and replaces it in one step. Each takes
+   its source from lumbrix_job.input and writes to lumbrix_job.output where these are set; a stamp is always a file. The
+   source's properties (EXIF and the like) go along, but for lumbrix_thumb. Where the picture becomes another one, those
+   that tell its size get the new one, and stored thumbnails go. A picture with a palette is drawn on as true colour.
+   `job` may be null. */
 
 /* The same picture in another format. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_convert(const char* source, const char* destination, lumbrix_job* job);

@@ -5,6 +5,7 @@
 #include "imaging/crop.h"
 #include "imaging/datestamp.h"
 #include "imaging/dimensions.h"
+#include "imaging/exports/handedin.h"
 #include "imaging/exports/lumbrix.h"
 #include "imaging/exports/texts.h"
 #include "imaging/exports/wishes.h"
@@ -26,12 +27,14 @@ using namespace lumbrix::exports;
 // What every caller's job has at least.
 constexpr std::size_t SmallestJob = offsetof(lumbrix_job, message) + sizeof(lumbrix_job::message);
 
-// The format that a job wants, or that of the destination's extension; empty for an unknown one or a blank name.
+// The format that a job wants, or that of the destination's extension; empty for an unknown one or a blank name. What
+// goes to no file has no extension, whatever it is called.
 std::string MimeWordOf(const Subject& subject, const lumbrix_job* job) {
-    if (IsBlank(subject.source) || IsBlank(subject.destination)) {
+    const bool isNamed = job != nullptr && job->format != nullptr;
+    if (IsBlank(subject.source) || IsBlank(subject.destination) || !(isNamed || subject.isDestinationFile)) {
         return {};
     }
-    return MimeTypeForName(job != nullptr && job->format != nullptr ? job->format : subject.destination);
+    return MimeTypeForName(isNamed ? job->format : subject.destination);
 }
 
 void PutMessage(lumbrix_job& job, const std::string& message) {
@@ -53,27 +56,45 @@ int32_t Report(lumbrix_job* job, const Outcome& outcome, const std::string& mess
     return outcome.first.status;
 }
 
-int32_t ReportFailure(lumbrix_job* job, StatusValue status, const char* message) {
+int32_t ReportFailure(lumbrix_job* job, StatusValue status, const std::string& message) {
     Outcome outcome;
     outcome.first.status = status;
     return Report(job, outcome, message);
 }
 
+template <class Operate>
+int32_t RunWith(lumbrix_job* job, const Subject& subject, const Wishes& wishes, Operate operate) {
+    const Outcome outcome = operate(wishes);
+    return Report(job, outcome, Sentence(outcome, subject));
+}
+
 // Runs an operation for a caller. `operate` gets the wishes and gives back the outcome.
 template <class Operate> int32_t Run(lumbrix_job* job, const Subject& subject, Operate operate) {
-    const Outcome outcome = operate(WishesOf(job));
-    return Report(job, outcome, Sentence(outcome, subject));
+    Wishes wishes = WishesOf(job);
+    GrowingMemory gathered;
+    if (const StatusValue status = TakeInput(job, gathered, wishes); status != Done) {
+        return ReportFailure(job, status, WhyNotHandedIn(status, subject));
+    }
+    return RunWith(job, subject, wishes, operate);
 }
 
 // The same for an operation that writes a file of a format, "" for one that is unknown.
 template <class Operate>
 int32_t RunWriting(lumbrix_job* job, const Subject& subject, const std::string& mimeWord, Operate operate) {
     Wishes wishes = WishesOf(job);
-    if (!mimeWord.empty() && !TakeEncoding(job, mimeWord, wishes)) {
+    if (mimeWord.empty()) {
+        return RunWith(job, subject, wishes, operate); // which ends it before anything is read
+    }
+    if (!TakeEncoding(job, mimeWord, wishes)) {
         return ReportFailure(job, InvalidParameter, "the quality or the compression is none that the format has");
     }
-    const Outcome outcome = operate(wishes);
-    return Report(job, outcome, Sentence(outcome, subject));
+    GrowingMemory gathered;
+    StatusValue status = TakeOutput(job, wishes);
+    if (status == Done) {
+        status = TakeInput(job, gathered, wishes);
+    }
+    return status == Done ? RunWith(job, subject, wishes, operate)
+                          : ReportFailure(job, status, WhyNotHandedIn(status, subject));
 }
 
 // Lets no exception out. `body` makes the texts of the caller its own and calls Run.
@@ -94,7 +115,7 @@ template <class Body> int32_t TruthfulDoor(lumbrix_job* job, Body body) noexcept
 template <class Operate>
 int32_t RunToFile(const char* source, const char* destination, lumbrix_job* job, Operate operate) {
     return TruthfulDoor(job, [&] {
-        const Subject subject{Text(source), Text(destination), {}, {}};
+        const Subject subject = SubjectOf(source, destination, job);
         const std::string mimeWord = MimeWordOf(subject, job);
         return RunWriting(job, subject, mimeWord,
                           [&](const Wishes& wishes) { return operate(subject, mimeWord, wishes); });
@@ -112,7 +133,7 @@ template <class Operate> int32_t RunToText(const char* file, char** text, lumbri
         return RefuseNull(job);
     }
     return TruthfulDoor(job, [&] {
-        const Subject subject{Text(file), {}, {}, {}};
+        const Subject subject = SubjectOf(file, nullptr, job);
         std::string found;
         const int32_t status =
             Run(job, subject, [&](const Wishes& wishes) { return operate(subject.source, found, wishes); });
@@ -177,10 +198,12 @@ int32_t LUMBRIX_CALL lumbrix_annotate(const char* source, const char* destinatio
     }
     return TruthfulDoor(job, [&] {
         const lumbrix_annotation& from = *annotation;
-        const Subject subject{Text(source), Text(destination), {}, Text(from.font)};
-        const Annotation text{from.x,    from.y,      Text(from.text), subject.font,   from.font_size,
-                              from.bold, from.italic, from.underline,  from.strikeout, from.alpha,
-                              from.blue, from.green,  from.red};
+        Subject subject = SubjectOf(source, destination, job);
+        subject.font = Text(from.font);
+        Annotation text{from.x,    from.y,      Text(from.text), subject.font,   from.font_size,
+                        from.bold, from.italic, from.underline,  from.strikeout, from.alpha,
+                        from.blue, from.green,  from.red};
+        text.encoding = subject.encoding;
         const std::string mimeWord = MimeWordOf(subject, job);
         return RunWriting(job, subject, mimeWord, [&](const Wishes& wishes) {
             return Annotate({subject.source, subject.destination, mimeWord, text}, wishes);
@@ -194,7 +217,8 @@ int32_t LUMBRIX_CALL lumbrix_stamp(const char* source, const char* destination, 
         return RefuseNull(job);
     }
     return TruthfulDoor(job, [&] {
-        const Subject subject{Text(source), Text(destination), Text(place->stamp), {}};
+        Subject subject = SubjectOf(source, destination, job);
+        subject.stamp = Text(place->stamp);
         const std::string mimeWord = MimeWordOf(subject, job);
         return RunWriting(job, subject, mimeWord, [&](const Wishes& wishes) {
             return Stamp({subject.source, subject.destination, mimeWord, place->x, place->y, subject.stamp}, wishes);
@@ -205,7 +229,7 @@ int32_t LUMBRIX_CALL lumbrix_stamp(const char* source, const char* destination, 
 int32_t LUMBRIX_CALL lumbrix_date_stamp(const char* source, const char* destination, const char* date,
                                         lumbrix_job* job) {
     return TruthfulDoor(job, [&] {
-        const Subject subject{Text(source), Text(destination), {}, {}};
+        const Subject subject = SubjectOf(source, destination, job);
         return RunWriting(job, subject, "image/jpeg", [&](const Wishes& wishes) {
             return StampDate({subject.source, subject.destination, Text(date)}, wishes);
         });
@@ -223,7 +247,7 @@ char* LUMBRIX_CALL lumbrix_stamped_name(const char* file) {
 
 int32_t LUMBRIX_CALL lumbrix_read_size(const char* file, lumbrix_job* job) {
     return TruthfulDoor(job, [&] {
-        const Subject subject{Text(file), {}, {}, {}};
+        const Subject subject = SubjectOf(file, nullptr, job);
         return Run(job, subject, [&](const Wishes& wishes) { return ReadSize(subject.source, wishes); });
     });
 }

@@ -1,6 +1,7 @@
 // What a caller's job asks for, as wishes of the engine.
 #include "imaging/exports/wishes.h"
 
+#include "imaging/exports/handedin.h"
 #include "imaging/formats.h"
 
 namespace lumbrix::exports {
@@ -11,6 +12,7 @@ Wishes WishesOf(const lumbrix_job* job) {
         wishes.refusesDamage = job->strict != 0;
         wishes.keepsExisting = job->keep_existing != 0;
         wishes.onlyShrinks = job->only_shrink != 0;
+        wishes.names = EncodingOf(job);
         if (job->progress != nullptr) {
             wishes.progress = [progress = job->progress, context = job->context](std::uint32_t done,
                                                                                  std::uint32_t rows) {

@@ -1,13 +1,14 @@
 // The four steps of every binding, and the bindings.
 #include "imaging/gdiplus/bindings.h"
 
-#include "platform/text.h"
-
 namespace lumbrix {
 
 ModuleHandle ImagingLibraryHandle = nullptr;
 
 namespace {
+
+constexpr EncoderParameters UsualParameters{1,
+                                            {{EncoderSaveFlag, 1, EncoderParameterValueTypeLong, &EncoderValueFlush}}};
 
 template <class Result, class... Arguments> Result Call(const char* name, Arguments... arguments) {
     if (ImagingLibraryHandle == nullptr) {
@@ -28,6 +29,10 @@ void GdiplusShutdown(SessionToken token) { Call<void>("GdiplusShutdown", token);
 
 FlatStatus GdipLoadImageFromFile(const char16_t* name, ImageHandle* image) {
     return Call<FlatStatus>("GdipLoadImageFromFile", name, image);
+}
+
+FlatStatus GdipLoadImageFromStream(FlatStream* stream, ImageHandle* image) {
+    return Call<FlatStatus>("GdipLoadImageFromStream", stream, image);
 }
 
 FlatStatus GdipDisposeImage(ImageHandle image) { return Call<FlatStatus>("GdipDisposeImage", image); }
@@ -137,19 +142,19 @@ FlatStatus GdipDrawEllipse(GraphicsHandle graphics, PenHandle pen, float x, floa
 }
 
 FlatStatus GdipDrawString(GraphicsHandle graphics, const std::string& text, FontHandle font,
-                          const LayoutRectangle* rectangle, BrushHandle brush) {
-    std::u16string wide = ToWide(text);
-    if (wide.size() < text.size()) {
+                          const LayoutRectangle* rectangle, BrushHandle brush, TextEncoding encoding) {
+    std::u16string wide = ToWide(text, encoding);
+    if (wide.size() < text.size() && encoding == TextEncoding::CodePage) {
         wide.resize(text.size()); // characters of several bytes: the count must not lead behind the buffer
     }
     const void* const noFormat = nullptr;
-    return Call<FlatStatus>("GdipDrawString", graphics, wide.c_str(), static_cast<std::int32_t>(text.size()), font,
+    return Call<FlatStatus>("GdipDrawString", graphics, wide.c_str(), static_cast<std::int32_t>(wide.size()), font,
                             rectangle, noFormat, brush);
 }
 
-FlatStatus GdipCreateFontFamilyFromName(const std::string& name, FontFamilyHandle* family) {
+FlatStatus GdipCreateFontFamilyFromName(const std::string& name, FontFamilyHandle* family, TextEncoding encoding) {
     void* const installedFonts = nullptr;
-    const std::u16string wide = ToWide(name);
+    const std::u16string wide = ToWide(name, encoding);
     return Call<FlatStatus>("GdipCreateFontFamilyFromName", wide.c_str(), installedFonts, family);
 }
 
@@ -203,14 +208,21 @@ FlatStatus GdipGetImageEncoders(std::uint32_t count, std::uint32_t bytes, void* 
 }
 
 FlatStatus GdipSaveImageToFile(ImageHandle image, const char16_t* name, const Clsid* encoder, const void* /*ignored*/) {
-    const std::int32_t flush = EncoderValueFlush;
-    const EncoderParameters parameters{1, {{EncoderSaveFlag, 1, EncoderParameterValueTypeLong, &flush}}};
-    return SaveImageWithParameters(image, name, encoder, &parameters);
+    return SaveImageWithParameters(image, name, encoder, &UsualParameters);
 }
 
 FlatStatus SaveImageWithParameters(ImageHandle image, const char16_t* name, const Clsid* encoder,
                                    const EncoderParameters* parameters) {
     return Call<FlatStatus>("GdipSaveImageToFile", image, name, encoder, parameters);
+}
+
+FlatStatus GdipSaveImageToStream(ImageHandle image, FlatStream* stream, const Clsid* encoder, const void* /*ignored*/) {
+    return SaveImageToStreamWithParameters(image, stream, encoder, &UsualParameters);
+}
+
+FlatStatus SaveImageToStreamWithParameters(ImageHandle image, FlatStream* stream, const Clsid* encoder,
+                                           const EncoderParameters* parameters) {
+    return Call<FlatStatus>("GdipSaveImageToStream", image, stream, encoder, parameters);
 }
 
 } // namespace lumbrix

@@ -9,8 +9,10 @@
 // GdipDrawString and GdipCreateFontFamilyFromName take 8-bit text and convert it; all other names are wide already.
 #pragma once
 
+#include "imaging/gdiplus/flatstream.h"
 #include "imaging/gdiplus/flattypes.h"
 #include "platform/modules.h"
+#include "platform/text.h"
 
 #include <string>
 
@@ -24,6 +26,8 @@ void GdiplusShutdown(SessionToken token);
 
 // `name` is wide text; the caller has converted it.
 FlatStatus GdipLoadImageFromFile(const char16_t* name, ImageHandle* image);
+// The picture begins where the stream stands. A reference to it is kept as long as the image lives.
+FlatStatus GdipLoadImageFromStream(FlatStream* stream, ImageHandle* image);
 FlatStatus GdipDisposeImage(ImageHandle image);
 FlatStatus GdipCloneImage(ImageHandle image, ImageHandle* clone);
 FlatStatus GdipGetImageWidth(ImageHandle image, std::uint32_t* width);
@@ -58,11 +62,14 @@ FlatStatus GdipDrawImagePointsI(GraphicsHandle graphics, ImageHandle image, cons
                                 std::int32_t count);
 FlatStatus GdipDrawEllipse(GraphicsHandle graphics, PenHandle pen, float x, float y, float width, float height);
 
-// The character count that is passed is that of the 8-bit text, and the string format is always null.
+// The character count that is passed is that of the 8-bit text, unless that is UTF-8, and the string format is always
+// null.
 FlatStatus GdipDrawString(GraphicsHandle graphics, const std::string& text, FontHandle font,
-                          const LayoutRectangle* rectangle, BrushHandle brush);
+                          const LayoutRectangle* rectangle, BrushHandle brush,
+                          TextEncoding encoding = TextEncoding::CodePage);
 // The font collection is always null: the fonts that are installed.
-FlatStatus GdipCreateFontFamilyFromName(const std::string& name, FontFamilyHandle* family);
+FlatStatus GdipCreateFontFamilyFromName(const std::string& name, FontFamilyHandle* family,
+                                        TextEncoding encoding = TextEncoding::CodePage);
 FlatStatus GdipDeleteFontFamily(FontFamilyHandle family);
 FlatStatus GdipCreateFont(FontFamilyHandle family, float size, std::int32_t style, std::int32_t unit, FontHandle* font);
 FlatStatus GdipDeleteFont(FontHandle font);
@@ -86,5 +93,10 @@ FlatStatus GdipSaveImageToFile(ImageHandle image, const char16_t* name, const Cl
 // The same function with a parameter block of the caller's.
 FlatStatus SaveImageWithParameters(ImageHandle image, const char16_t* name, const Clsid* encoder,
                                    const EncoderParameters* parameters);
+
+// The same to a stream, from where it stands on.
+FlatStatus GdipSaveImageToStream(ImageHandle image, FlatStream* stream, const Clsid* encoder, const void* ignored);
+FlatStatus SaveImageToStreamWithParameters(ImageHandle image, FlatStream* stream, const Clsid* encoder,
+                                           const EncoderParameters* parameters);
 
 } // namespace lumbrix
