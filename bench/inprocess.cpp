@@ -49,7 +49,7 @@ std::int32_t Do(const Work& work, const Job& job) {
     } else if (work.verb == "thumb") {
         status = lumbrix_thumb(source.c_str(), target.c_str(), work.number, &told);
     } else if (work.verb == "rotate") {
-        const lumbrix_turn turn{.angle = 90};
+        const lumbrix_turn turn{.size = sizeof turn, .angle = 90};
         status = lumbrix_rotate(source.c_str(), target.c_str(), &turn, &told);
     }
     if (status != LUMBRIX_OK) {

@@ -52,6 +52,7 @@ int RunAnnotate(const Arguments& arguments) {
     RequireText(text);
     const Lettering lettering = LetteringFrom(arguments);
     const lumbrix_annotation annotation{
+        .size = sizeof annotation,
         .x = x,
         .y = y,
         .text = text.c_str(),
@@ -76,7 +77,10 @@ int RunStamp(const Arguments& arguments) {
     const std::string& target = arguments[1];
     RequireName(source);
     RequireFormat(target);
-    const lumbrix_stamp_place place{arguments[4].c_str(), Position(arguments[2], "X"), Position(arguments[3], "Y")};
+    const lumbrix_stamp_place place{.size = sizeof place,
+                                    .stamp = arguments[4].c_str(),
+                                    .x = Position(arguments[2], "X"),
+                                    .y = Position(arguments[3], "Y")};
     Job job(arguments);
     job.ExpectOrWarn(lumbrix_stamp(source.c_str(), target.c_str(), &place, job.Get()));
     return 0;

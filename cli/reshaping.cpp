@@ -82,7 +82,7 @@ int RunRotate(const Arguments& arguments) {
     RequireFormat(target);
     const std::int32_t angle = AngleFrom(arguments[2]);
     const std::string flip = arguments.Count() > 3 ? FlipFrom(arguments[3]) : "";
-    const lumbrix_turn turn{angle, flip.c_str()};
+    const lumbrix_turn turn{.size = sizeof turn, .angle = angle, .flip = flip.c_str()};
     Job job(arguments);
     job.ExpectOrWarn(lumbrix_rotate(source.c_str(), target.c_str(), &turn, job.Get()));
     return 0;

@@ -25,7 +25,15 @@ int main(int count, char** words) {
         fprintf(stderr, "%s\n", job.message);
 
     /* 24 pixels high, bold, white, a little translucent. */
-    lumbrix_annotation caption = {8, 8, words[3], "Arial", 24, 1, 0, 0, 0, 230, 255, 255, 255};
+    lumbrix_annotation caption = LUMBRIX_ANNOTATION_INIT;
+    caption.x = 8;
+    caption.y = 8;
+    caption.text = words[3];
+    caption.font = "Arial";
+    caption.font_size = 24;
+    caption.bold = 1;
+    caption.alpha = 230;
+    caption.red = caption.green = caption.blue = 255;
     int32_t status = lumbrix_annotate("resized.png", words[2], &caption, &job);
     remove("resized.png");
     if (status != LUMBRIX_OK)

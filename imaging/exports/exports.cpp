@@ -122,6 +122,9 @@ int32_t LUMBRIX_CALL ConvertImageToThumbTiff(const char* source, int32_t height,
 }
 
 int32_t LUMBRIX_CALL GetImageDimensions(const char* file, int32_t* width, int32_t* height) {
+    if (width == nullptr || height == nullptr) {
+        return LUMBRIX_INVALID_PARAMETER;
+    }
     return Door([&] { return lumbrix::GetImageFileDimensions(Text(file), width, height); });
 }
 
@@ -154,7 +157,7 @@ int32_t LUMBRIX_CALL ConvertImageFile(const char* source, const char* destinatio
 }
 
 int32_t LUMBRIX_CALL StartCanvasSession(uintptr_t* token) {
-    return Door([&] { return lumbrix::StartLastingSession(token); });
+    return Door([&] { return token == nullptr ? LUMBRIX_INVALID_PARAMETER : lumbrix::StartLastingSession(token); });
 }
 
 void LUMBRIX_CALL EndCanvasSession(uintptr_t token) {
@@ -166,14 +169,19 @@ void LUMBRIX_CALL EndCanvasSession(uintptr_t token) {
 
 void LUMBRIX_CALL LoadCanvasImage(const char* file, void** image, int32_t* width, int32_t* height) {
     Door([&] {
-        const lumbrix::PixelSize size = lumbrix::LoadCanvasImage(Text(file), image);
-        *width = size.width;
-        *height = size.height;
+        if (image != nullptr) {
+            const lumbrix::PixelSize size = lumbrix::LoadCanvasImage(Text(file), image);
+            PutNumber(width, size.width);
+            PutNumber(height, size.height);
+        }
         return 0;
     });
 }
 
 void LUMBRIX_CALL DrawCanvasImage(void* image, const int32_t* points, void* context) {
+    if (points == nullptr) {
+        return;
+    }
     Door([&] {
         lumbrix::DrawCanvasImage(image, {{{points[0], points[1]}, {points[2], points[3]}, {points[4], points[5]}}},
                                  context);
@@ -196,10 +204,16 @@ int32_t LUMBRIX_CALL StampImage(const char* source, const char* destination, flo
 }
 
 int32_t LUMBRIX_CALL CopyImageProperties(void* source, void** destination) {
+    if (destination == nullptr) {
+        return LUMBRIX_INVALID_PARAMETER;
+    }
     return Door([&] { return lumbrix::CopyImageProperties(source, *destination); });
 }
 
 int32_t LUMBRIX_CALL GetPropertyIdList(void* image, lumbrix_tag_list* list) {
+    if (list == nullptr) {
+        return LUMBRIX_INVALID_PARAMETER;
+    }
     return Door([&] {
         if (image == nullptr) {
             return 0;
@@ -215,6 +229,9 @@ int32_t LUMBRIX_CALL GetPropertyIdList(void* image, lumbrix_tag_list* list) {
 }
 
 int32_t LUMBRIX_CALL EnumerateImageProperties(const char* file, char** error, char** list) {
+    if (error == nullptr || list == nullptr) {
+        return LUMBRIX_INVALID_PARAMETER;
+    }
     return Door([&] {
         std::string errorText = Text(*error);
         std::string listText = Text(*list);
@@ -240,7 +257,8 @@ int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date) {
 }
 
 int32_t LUMBRIX_CALL DELREGKEY(const uint32_t* root, const char* path) {
-    return Door([&] { return lumbrix::DeleteRegKey(*root, Text(path)); });
+    constexpr int32_t WrongArgument = 87; // of the registry
+    return Door([&] { return root == nullptr ? WrongArgument : lumbrix::DeleteRegKey(*root, Text(path)); });
 }
 
 void LUMBRIX_CALL CreateLink(int32_t folder, const char* name, const char* target, const char* arguments,

@@ -22,7 +22,11 @@
    at the destination as it was.
 
    Threads. Several threads may run operations at the same time, on different files or the same sources.
-   LoadImagingLibrary and UnloadImagingLibrary must not run while an operation does. */
+   LoadImagingLibrary and UnloadImagingLibrary may be called by several at the same time too, but the unload that really
+   unloads must not run while an operation does.
+
+   Null. A pointer to what a procedure cannot do without may be null all the same: the result is
+   LUMBRIX_INVALID_PARAMETER then, where nothing else is said, and nothing is done. */
 #ifndef LUMBRIX_H
 #define LUMBRIX_H
 
@@ -221,20 +225,29 @@ typedef struct lumbrix_rectangle {
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_crop(const char* source, const char* destination,
                                                  const lumbrix_rectangle* rectangle, lumbrix_job* job);
 
+/* The structs below begin with their size, so that a later version knows what the caller has: begin with their _INIT
+   words, and change what you want otherwise. One that claims to be smaller than it is here is
+   LUMBRIX_INVALID_PARAMETER. */
+
 /* Turns by `angle` degrees clockwise, 0, 90, 180 or 270, and then flips: "H" (left to right), "V" (upside down), "HV"
    or "VH", in any letter case, or empty or null for not at all. A stored orientation is neither looked at nor changed.
  */
 typedef struct lumbrix_turn {
+    uint32_t size; /* of this struct, in bytes */
     int32_t angle;
     const char* flip;
 } lumbrix_turn;
+
+#define LUMBRIX_TURN_INIT                                                                                              \
+    { sizeof(lumbrix_turn), 0, 0 }
 
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_rotate(const char* source, const char* destination,
                                                    const lumbrix_turn* turn, lumbrix_job* job);
 
 /* A text to write on a picture: see AnnotateImage for all of these. */
 typedef struct lumbrix_annotation {
-    float x; /* pixels */
+    uint32_t size; /* of this struct, in bytes */
+    float x;       /* pixels */
     float y;
     const char* text;
     const char* font;
@@ -249,16 +262,23 @@ typedef struct lumbrix_annotation {
     int32_t blue;
 } lumbrix_annotation;
 
+#define LUMBRIX_ANNOTATION_INIT                                                                                        \
+    { sizeof(lumbrix_annotation), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0 }
+
 /* Writes a text on the picture, which is drawn over itself first, so that a translucent one becomes denser. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_annotate(const char* source, const char* destination,
                                                      const lumbrix_annotation* annotation, lumbrix_job* job);
 
 /* A picture file to place on another, pixel for pixel, and where its top left corner goes, in pixels. */
 typedef struct lumbrix_stamp_place {
+    uint32_t size; /* of this struct, in bytes */
     const char* stamp;
     float x;
     float y;
 } lumbrix_stamp_place;
+
+#define LUMBRIX_STAMP_PLACE_INIT                                                                                       \
+    { sizeof(lumbrix_stamp_place), 0, 0, 0 }
 
 /* Stamps a picture on the picture, which is drawn over itself first. What falls outside is cut off. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_stamp(const char* source, const char* destination,
@@ -312,8 +332,8 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbPng(const char* source, i
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL ConvertImageToThumbTiff(const char* source, int32_t height,
                                                             const char* destination);
 
-/* Reads the size of the picture in `file`, in pixels, without decoding it. Neither pointer may be null. Where nothing
-   was read (a blank name, or any result but 0) both keep their values: preset them to tell. */
+/* Reads the size of the picture in `file`, in pixels, without decoding it. Where nothing was read (a blank name, or any
+ * result but 0) both keep their values: preset them to tell. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL GetImageDimensions(const char* file, int32_t* width, int32_t* height);
 
 /* The operations below take the format from the destination's extension: .bmp, .jpg, .jpeg, .tmp (JPEG), .gif, .tif,
@@ -364,7 +384,7 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL StampImage(const char* source, const char* d
                                                const char* stamp);
 
 /* Copies all properties from one image of the imaging library to another; both are handles of GDI+ images that the
-   caller got from the same imaging library, the second by reference. Returns 0. */
+   caller got from the same imaging library, the second by reference. Returns 0, or 2 where that reference is null. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL CopyImageProperties(void* source, void** destination);
 
 /* An array of tags: `count` numbers from `tags` on, null where there are none. */
@@ -374,14 +394,14 @@ typedef struct lumbrix_tag_list {
 } lumbrix_tag_list;
 
 /* Fills `list` with the tags of an image's properties. `image` is a handle as for CopyImageProperties. What the list
-   held before is given back; begin with {0, 0}. A null image leaves it as it is. Returns 0. */
+   held before is given back; begin with {0, 0}. A null image leaves it as it is. Returns 0, or 2 for a null list. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL GetPropertyIdList(void* image, lumbrix_tag_list* list);
 
 /* Appends a line for each property of a file to the text in `list`, separated by CR and LF: a label or the tag's
    decimal number, then, behind tabs, the value of a text, of a single 16-bit number, or the values of 32-bit numbers.
    Values of other kinds are not shown (in place of bytes one character may stand that means nothing). `error` becomes
-   "Error initializing GDI+" where no session could be started, and is left as it is otherwise. Returns 0 always.
-   Neither pointer may be null. */
+   "Error initializing GDI+" where no session could be started, and is left as it is otherwise. Returns 0, or 2 where
+   one of the two is null. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL EnumerateImageProperties(const char* file, char** error, char** list);
 
 /* The text of the date property (EXIF DateTime), such as "2026:11:21 09:30:00"; empty where there is none or the file
@@ -396,12 +416,12 @@ LUMBRIX_EXPORT char* LUMBRIX_CALL GetImageDateTime(const char* file);
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL DateStampImage(const char* file, const char* date);
 
 /* Deletes the key at `path`, parts of it separated by backslashes, with its values; of the path 254 characters count.
-   `root` points to what the key lies below and must not be null: on Windows a root of the registry, such as 0x80000001
+   `root` points to what the key lies below: on Windows a root of the registry, such as 0x80000001
    for HKEY_CURRENT_USER, or another open key; on Linux the number of a root likewise (0x80000000 to 0x80000003 and
    0x80000005), of the user's settings in the file lumbrix/settings below $XDG_CONFIG_HOME, or ~/.config. No imaging
    library is needed. Returns the registry's status of the deletion, on both systems: 0 for done, 5 where there are keys
-   below it; also 0 where there is no such key or it cannot be opened. On Linux 1013 where the file cannot be written.
- */
+   below it, 87 for a null root; also 0 where there is no such key or it cannot be opened. On Linux 1013 where the file
+   cannot be written. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL DELREGKEY(const uint32_t* root, const char* path);
 
 /* Shell links: small files "NAME.lnk" that point to a program or another file. On Windows they are the shell's, and the

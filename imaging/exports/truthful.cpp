@@ -124,8 +124,12 @@ int32_t RunToFile(const char* source, const char* destination, lumbrix_job* job,
 
 // For a struct that a caller must not leave out.
 int32_t RefuseNull(lumbrix_job* job) {
-    return TruthfulDoor(job, [=] { return ReportFailure(job, InvalidParameter, "a struct was left out"); });
+    return TruthfulDoor(
+        job, [=] { return ReportFailure(job, InvalidParameter, "a struct was left out, or its size was not set"); });
 }
+
+// Whether a struct is there and tells that it is as large as it is known here.
+template <class Struct> bool IsWhole(const Struct* given) { return given != nullptr && given->size >= sizeof(Struct); }
 
 // For operations that put what a file says into a text.
 template <class Operate> int32_t RunToText(const char* file, char** text, lumbrix_job* job, Operate operate) {
@@ -182,7 +186,7 @@ int32_t LUMBRIX_CALL lumbrix_crop(const char* source, const char* destination, c
 
 int32_t LUMBRIX_CALL lumbrix_rotate(const char* source, const char* destination, const lumbrix_turn* turn,
                                     lumbrix_job* job) {
-    if (turn == nullptr) {
+    if (!IsWhole(turn)) {
         return RefuseNull(job);
     }
     return RunToFile(
@@ -193,7 +197,7 @@ int32_t LUMBRIX_CALL lumbrix_rotate(const char* source, const char* destination,
 
 int32_t LUMBRIX_CALL lumbrix_annotate(const char* source, const char* destination, const lumbrix_annotation* annotation,
                                       lumbrix_job* job) {
-    if (annotation == nullptr) {
+    if (!IsWhole(annotation)) {
         return RefuseNull(job);
     }
     return TruthfulDoor(job, [&] {
@@ -213,7 +217,7 @@ int32_t LUMBRIX_CALL lumbrix_annotate(const char* source, const char* destinatio
 
 int32_t LUMBRIX_CALL lumbrix_stamp(const char* source, const char* destination, const lumbrix_stamp_place* place,
                                    lumbrix_job* job) {
-    if (place == nullptr) {
+    if (!IsWhole(place)) {
         return RefuseNull(job);
     }
     return TruthfulDoor(job, [&] {

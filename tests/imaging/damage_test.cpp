@@ -19,7 +19,7 @@ struct DamageOperation {
 void PrintTo(const DamageOperation& operation, std::ostream* stream) { *stream << operation.name; }
 
 int32_t AnnotateDamaged(const char* source, const char* target, lumbrix_job* job) {
-    lumbrix_annotation annotation{};
+    lumbrix_annotation annotation = LUMBRIX_ANNOTATION_INIT;
     annotation.text = "H";
     annotation.font = "Arial";
     annotation.font_size = 40;
@@ -27,7 +27,7 @@ int32_t AnnotateDamaged(const char* source, const char* target, lumbrix_job* job
 }
 
 int32_t StampDamaged(const char* source, const char* target, lumbrix_job* job) {
-    const lumbrix_stamp_place place{LUMBRIX_SAMPLES "/stamp.png", 3, 4};
+    const lumbrix_stamp_place place{sizeof(lumbrix_stamp_place), LUMBRIX_SAMPLES "/stamp.png", 3, 4};
     return lumbrix_stamp(source, target, &place, job);
 }
 
@@ -37,7 +37,7 @@ int32_t CropDamaged(const char* source, const char* target, lumbrix_job* job) {
 }
 
 int32_t TurnDamaged(const char* source, const char* target, lumbrix_job* job) {
-    const lumbrix_turn right{90, ""};
+    const lumbrix_turn right{sizeof(lumbrix_turn), 90, ""};
     return lumbrix_rotate(source, target, &right, job);
 }
 
@@ -147,7 +147,7 @@ TEST_F(DamagedStamp, IsShownAsFarAsItGoesOrNamed) {
     WriteBytes(folder_ / "cut.jpg", photo.substr(0, photo.size() / 2));
     const std::string cutPhoto = Path("cut.jpg");
     lumbrix_job job = LUMBRIX_JOB_INIT;
-    const lumbrix_stamp_place shown{cutPhoto.c_str(), 0, 0};
+    const lumbrix_stamp_place shown{sizeof(lumbrix_stamp_place), cutPhoto.c_str(), 0, 0};
     EXPECT_EQ(lumbrix_stamp(source.c_str(), Path("b.png").c_str(), &shown, &job), 0);
     EXPECT_EQ(job.damaged, 1);
     EXPECT_EQ(job.message, cutPhoto + " is damaged: not all of it could be decoded");
@@ -155,7 +155,7 @@ TEST_F(DamagedStamp, IsShownAsFarAsItGoesOrNamed) {
     const std::string stamp = ReadBytes(LUMBRIX_SAMPLES "/stamp.png");
     WriteBytes(folder_ / "cut.png", stamp.substr(0, stamp.size() / 2));
     const std::string cutStamp = Path("cut.png");
-    const lumbrix_stamp_place lost{cutStamp.c_str(), 0, 0};
+    const lumbrix_stamp_place lost{sizeof(lumbrix_stamp_place), cutStamp.c_str(), 0, 0};
     EXPECT_EQ(lumbrix_stamp(source.c_str(), Path("c.png").c_str(), &lost, &job), 3);
     EXPECT_NE(std::string(job.message).find("cannot read " + cutStamp), std::string::npos) << job.message;
     EXPECT_EQ(StampImage(source.c_str(), Path("c.png").c_str(), 0, 0, cutStamp.c_str()), -16004);

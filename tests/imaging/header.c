@@ -8,5 +8,12 @@ unsigned SizeOfJobInC(void);
 unsigned SizeOfJobInC(void) {
     lumbrix_job job = LUMBRIX_JOB_INIT;
     lumbrix_tag_list tags = {0, 0};
-    return tags.count == 0 && job.message[0] == 0 ? job.size : 0;
+    lumbrix_input input = LUMBRIX_INPUT_INIT;
+    lumbrix_output output = LUMBRIX_OUTPUT_INIT;
+    lumbrix_turn turn = LUMBRIX_TURN_INIT;
+    lumbrix_annotation annotation = LUMBRIX_ANNOTATION_INIT;
+    lumbrix_stamp_place place = LUMBRIX_STAMP_PLACE_INIT;
+    int areWhole = input.size == sizeof input && output.size == sizeof output && turn.size == sizeof turn &&
+                   annotation.size == sizeof annotation && place.size == sizeof place;
+    return areWhole && tags.count == 0 && job.message[0] == 0 && job.input == 0 ? job.size : 0;
 }

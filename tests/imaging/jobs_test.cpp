@@ -99,9 +99,9 @@ TEST_F(Jobs, CropMustLieWithinThePicture) {
 
 TEST_F(Jobs, RotateTurnsAndRefusesOtherAngles) {
     const std::string source = MakeWhite("a.png", 40, 20);
-    const lumbrix_turn right{90, nullptr};
+    const lumbrix_turn right{sizeof(lumbrix_turn), 90, nullptr};
     ExpectWritten(lumbrix_rotate(source.c_str(), Path("b.png").c_str(), &right, &job_), 20, 40);
-    const lumbrix_turn slanted{45, ""};
+    const lumbrix_turn slanted{sizeof(lumbrix_turn), 45, ""};
     ExpectFailure(lumbrix_rotate(source.c_str(), Path("c.png").c_str(), &slanted, &job_), LUMBRIX_INVALID_PARAMETER,
                   {"a.png"});
     EXPECT_FALSE(Exists("c.png"));
@@ -109,7 +109,7 @@ TEST_F(Jobs, RotateTurnsAndRefusesOtherAngles) {
 
 TEST_F(Jobs, AnnotateDrawsOnPicturesWithAPaletteToo) {
     const std::string source = Make("a.png", *MakePicture(PixelFormat::Indexed8, 100, 60));
-    lumbrix_annotation annotation{};
+    lumbrix_annotation annotation = LUMBRIX_ANNOTATION_INIT;
     annotation.text = "H";
     annotation.font = "Arial";
     annotation.font_size = 40;
@@ -120,7 +120,7 @@ TEST_F(Jobs, AnnotateDrawsOnPicturesWithAPaletteToo) {
 }
 
 TEST_F(Jobs, AnnotateNamesAFontThatIsNotInstalled) {
-    lumbrix_annotation annotation{};
+    lumbrix_annotation annotation = LUMBRIX_ANNOTATION_INIT;
     annotation.text = "H";
     annotation.font = "Nonesuch";
     annotation.font_size = 40;
@@ -132,11 +132,11 @@ TEST_F(Jobs, AnnotateNamesAFontThatIsNotInstalled) {
 TEST_F(Jobs, StampIsPlacedAndNamedWhereItIsMissing) {
     const std::string source = MakeWhite("a.png", 10, 8);
     const std::string stamp = Make("s.png", *MakePictureOf(2, 2, [](auto, auto) { return MakeColor(1, 2, 3); }));
-    const lumbrix_stamp_place place{stamp.c_str(), 4, 3};
+    const lumbrix_stamp_place place{sizeof(lumbrix_stamp_place), stamp.c_str(), 4, 3};
     ExpectWritten(lumbrix_stamp(source.c_str(), Path("b.png").c_str(), &place, &job_), 10, 8);
     EXPECT_EQ(Pixels("b.png")[3 * 10 + 4], MakeColor(1, 2, 3));
     const std::string none = Path("none.png");
-    const lumbrix_stamp_place missing{none.c_str(), 0, 0};
+    const lumbrix_stamp_place missing{sizeof(lumbrix_stamp_place), none.c_str(), 0, 0};
     ExpectFailure(lumbrix_stamp(source.c_str(), Path("c.png").c_str(), &missing, &job_), LUMBRIX_FILE_NOT_FOUND,
                   {"none.png", "no such file"});
     ExpectFailure(lumbrix_stamp(source.c_str(), stamp.c_str(), &place, &job_), LUMBRIX_GENERIC_ERROR,
@@ -200,7 +200,7 @@ TEST_F(Jobs, SentenceNamesTheSourceThatIsTooLarge) {
     const std::string cause = " pixels are too many for a file of this format";
     ExpectFailure(Convert(wide, "b.jpg"), LUMBRIX_INVALID_PARAMETER,
                   {wide + " is too large to become " + Path("b.jpg") + ": 65510 x 1" + cause});
-    const lumbrix_turn right{90, nullptr};
+    const lumbrix_turn right{sizeof(lumbrix_turn), 90, nullptr};
     ExpectFailure(lumbrix_rotate(wide.c_str(), Path("b.jpg").c_str(), &right, &job_), LUMBRIX_INVALID_PARAMETER,
                   {wide + " is too large to become " + Path("b.jpg") + ": 1 x 65510" + cause});
     ExpectFailure(Resize(MakeWhite("a.png", 6551, 1), "b.jpg", 10), LUMBRIX_INVALID_PARAMETER,
@@ -258,7 +258,7 @@ TEST_F(Jobs, QualityIsTheCallersInEveryOperation) {
         MakePictureOf(64, 48, [](auto x, auto y) { return 0xFF000000 | ((x * 2654435761u) ^ (y * 40503u * 97u)); });
     const std::string source = Make("a.png", *noise);
     const lumbrix_rectangle part{0, 0, 40, 40};
-    const lumbrix_turn quarter{90, nullptr};
+    const lumbrix_turn quarter{sizeof(lumbrix_turn), 90, nullptr};
     const auto sizeAt = [&](int32_t quality, const auto& operate) {
         job_.quality = quality;
         EXPECT_EQ(operate(source.c_str(), Path("b.jpg").c_str()), 0) << job_.message;
@@ -276,7 +276,7 @@ TEST_F(Jobs, QualityIsTheCallersInEveryOperation) {
     expectFollows([&](auto from, auto to) { return lumbrix_rotate(from, to, &quarter, &job_); });
     expectFollows([&](auto from, auto to) { return lumbrix_date_stamp(from, to, "2026", &job_); });
     const std::string stamp = MakeWhite("stamp.png", 2, 2);
-    const lumbrix_stamp_place place{stamp.c_str(), 0, 0};
+    const lumbrix_stamp_place place{sizeof(lumbrix_stamp_place), stamp.c_str(), 0, 0};
     expectFollows([&](auto from, auto to) { return lumbrix_stamp(from, to, &place, &job_); });
 }
 
@@ -349,6 +349,19 @@ TEST_F(Jobs, JobOfAnotherSizeAndMissingStructsAreRefused) {
     ExpectFailure(lumbrix_annotate(source.c_str(), source.c_str(), nullptr, &job_), LUMBRIX_INVALID_PARAMETER, {});
     ExpectFailure(lumbrix_stamp(source.c_str(), source.c_str(), nullptr, &job_), LUMBRIX_INVALID_PARAMETER, {});
     ExpectFailure(lumbrix_read_date(source.c_str(), nullptr, &job_), LUMBRIX_INVALID_PARAMETER, {});
+    lumbrix_turn turn = LUMBRIX_TURN_INIT;
+    lumbrix_annotation annotation = LUMBRIX_ANNOTATION_INIT;
+    lumbrix_stamp_place place = LUMBRIX_STAMP_PLACE_INIT;
+    --turn.size;
+    --annotation.size;
+    --place.size;
+    const std::string path = Path("c.png");
+    const char* const target = path.c_str();
+    ExpectFailure(lumbrix_rotate(source.c_str(), target, &turn, &job_), LUMBRIX_INVALID_PARAMETER, {"struct"});
+    ExpectFailure(lumbrix_annotate(source.c_str(), target, &annotation, &job_), LUMBRIX_INVALID_PARAMETER, {"struct"});
+    ExpectFailure(lumbrix_stamp(source.c_str(), target, &place, &job_), LUMBRIX_INVALID_PARAMETER, {"struct"});
+    turn.size += 2; // that of a later version
+    EXPECT_EQ(lumbrix_rotate(source.c_str(), target, &turn, &job_), 0);
     ExpectFailure(lumbrix_read_properties(source.c_str(), nullptr, &job_), LUMBRIX_INVALID_PARAMETER, {});
 }
 

@@ -65,10 +65,10 @@ TEST_F(Metadata, TruthfulOperationsKeepThemTrue) {
     const lumbrix_rectangle rectangle = {5, 6, 17, 19};
     EXPECT_EQ(lumbrix_crop(source_.c_str(), target_.c_str(), &rectangle, &job_), 0);
     ExpectTrue(17, 19);
-    const lumbrix_turn turn = {90, nullptr};
+    const lumbrix_turn turn = {sizeof(lumbrix_turn), 90, nullptr};
     EXPECT_EQ(lumbrix_rotate(source_.c_str(), target_.c_str(), &turn, &job_), 0);
     ExpectTrue(40, 60);
-    const lumbrix_turn mirror = {0, "H"};
+    const lumbrix_turn mirror = {sizeof(lumbrix_turn), 0, "H"};
     EXPECT_EQ(lumbrix_rotate(source_.c_str(), target_.c_str(), &mirror, &job_), 0);
     ExpectTrue(60, 40);
 }
@@ -76,7 +76,7 @@ TEST_F(Metadata, TruthfulOperationsKeepThemTrue) {
 TEST_F(Metadata, SmallCopyWithoutTheStampGoes) {
     MakeWhite("stamp.png", 4, 4);
     const std::string stamp = Path("stamp.png");
-    const lumbrix_stamp_place place = {stamp.c_str(), 3, 3};
+    const lumbrix_stamp_place place = {sizeof(lumbrix_stamp_place), stamp.c_str(), 3, 3};
     EXPECT_EQ(lumbrix_stamp(source_.c_str(), target_.c_str(), &place, &job_), 0);
     ExpectTrue(60, 40);
 }
@@ -84,7 +84,7 @@ TEST_F(Metadata, SmallCopyWithoutTheStampGoes) {
 TEST_F(Metadata, PictureThatStaysAsItIsKeepsThem) {
     EXPECT_EQ(lumbrix_convert(source_.c_str(), target_.c_str(), &job_), 0);
     ExpectAsItWas();
-    const lumbrix_turn none = {0, nullptr};
+    const lumbrix_turn none = {sizeof(lumbrix_turn), 0, nullptr};
     EXPECT_EQ(lumbrix_rotate(source_.c_str(), target_.c_str(), &none, &job_), 0);
     ExpectAsItWas();
     job_.only_shrink = 1;
