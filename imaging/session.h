@@ -7,7 +7,9 @@
 namespace lumbrix {
 
 // Loads "gdiplus.dll" by its bare name unless it is loaded; that it cannot be is simply kept, and shows in what the
-// operations answer. Not while another thread is inside the engine.
+// operations answer. Loads are counted, those that fail too, and the unload that answers the first of them unloads: it
+// ends the sessions that are still open, and with them what was left open in these. One too many does nothing. Not
+// while another thread is inside the engine; but threads may load and unload at the same time.
 void LoadImagingLibrary();
 void UnloadImagingLibrary();
 

@@ -52,11 +52,14 @@ extern "C" {
 #endif
 
 /* Loads the imaging library unless it is loaded: gdiplus.dll on Windows; on Linux liblumbriximaging.so, which lies
-   beside liblumbrix.so or in the folder lumbrix there. Whether that worked shows in what the operations return: -16002
-   where it did not. */
+   beside liblumbrix.so or in the folder lumbrix there. Whether that worked shows in what the operations return:
+   LUMBRIX_NO_LIBRARY where it did not, of the older procedures -16002. Loads are counted, so several parts of a program
+   may each load the library and unload it without knowing of each other. */
 LUMBRIX_EXPORT void LUMBRIX_CALL LoadImagingLibrary(void);
 
-/* Gives the imaging library back. The operations return -16002 from then on. */
+/* Gives the imaging library back. The call that answers the first load really unloads it: the operations return
+   LUMBRIX_NO_LIBRARY (-16002 the older ones) from then on, and whatever the older procedures left open is closed. A
+   call too many does nothing. */
 LUMBRIX_EXPORT void LUMBRIX_CALL UnloadImagingLibrary(void);
 
 /* What the procedures return. The positive ones are the imaging library's own, passed up unchanged; those that it gives

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace {
 
 using namespace lumbrix;
@@ -23,6 +25,8 @@ TEST(Bindings, WithoutALibraryTheyReturnZeroAndTouchNothing) {
     const GdiplusStartupInput input{};
     EXPECT_EQ(GdiplusStartup(&token, &input, nullptr), 0);
     EXPECT_EQ(GdipLoadImageFromFile(u"x", &image), 0);
+    EXPECT_EQ(GdipLoadImageFromStream(nullptr, &image), 0);
+    EXPECT_EQ(GdipSaveImageToStream(image, nullptr, nullptr, nullptr), 0);
     EXPECT_EQ(GdipGetImageWidth(image, &number), 0);
     EXPECT_EQ(GdipGetImageHeight(image, &number), 0);
     EXPECT_EQ(GdipGetImageThumbnail(image, 1, 1, &image), 0);
@@ -107,15 +111,67 @@ TEST(ImagingLibrary, MissingModuleIsSimplyKept) {
     EXPECT_EQ(ImagingLibraryHandle, nullptr);
 }
 
-TEST(ImagingLibrary, IsLoadedOnceAndUnloadedOnce) {
-    FakeImagingLibrary fake;
+TEST(ImagingLibrary, IsLoadedOnceAndUnloadedByTheUnloadThatAnswersTheFirstLoad) {
+    FakeImagingLibrary fake; // loads too
     const ModuleHandle first = ImagingLibraryHandle;
     LoadImagingLibrary();
     EXPECT_EQ(ImagingLibraryHandle, first);
     UnloadImagingLibrary();
+    EXPECT_EQ(ImagingLibraryHandle, first);
+    UnloadImagingLibrary();
     EXPECT_EQ(ImagingLibraryHandle, nullptr);
+    UnloadImagingLibrary(); // one too many
+    LoadImagingLibrary();
+    EXPECT_NE(ImagingLibraryHandle, nullptr);
+}
+
+TEST(ImagingLibrary, LoadsThatFailAreCountedTooAndTriedAgain) {
+    SubstituteModule("gdiplus.dll", "no such module");
+    LoadImagingLibrary();
+    FakeImagingLibrary fake;
+    EXPECT_NE(ImagingLibraryHandle, nullptr);
+    UnloadImagingLibrary(); // whoever failed to load it takes it from nobody
+    EXPECT_NE(ImagingLibraryHandle, nullptr);
+}
+
+TEST(ImagingLibrary, IsLoadedAndUnloadedByManyThreads) {
+    FakeImagingLibrary fake;
+    const auto comeAndGo = [] {
+        for (int i = 0; i < 1000; ++i) {
+            LoadImagingLibrary();
+            UnloadImagingLibrary();
+        }
+    };
+    const ModuleHandle first = ImagingLibraryHandle;
+    std::thread other(comeAndGo);
+    comeAndGo();
+    other.join();
+    EXPECT_EQ(ImagingLibraryHandle, first);
+    UnloadImagingLibrary();
+    EXPECT_EQ(ImagingLibraryHandle, nullptr) << "every load was answered";
+    LoadImagingLibrary();
+}
+
+TEST(ImagingLibrary, UnloadEndsTheSessionsThatAreStillOpen) {
+    FakeImagingLibrary fake;
+    fake.Answer("GdipLoadImageFromFile", 10);
+    LoadImagingLibrary();
+    const ModuleHandle kept = LoadModule(FAKE_MODULE); // so that its record can still be read
+    ConvertImageFile("a.png", "b.jpg", "image/jpeg");
+    ConvertImageFile("a.png", "b.jpg", "image/jpeg");
+    SessionToken token = 0;
+    EXPECT_EQ(StartLastingSession(&token), 0);
+    EndLastingSession(token);
+    EXPECT_EQ(fake.CountOf("GdiplusShutdown 1"), 1u);
+    UnloadImagingLibrary();
+    EXPECT_EQ(fake.CountOf("GdiplusShutdown 1"), 1u) << "somebody else has it loaded";
     UnloadImagingLibrary();
     LoadImagingLibrary();
+    EXPECT_EQ(fake.CountOf("GdiplusShutdown 1"), 3u);
+    UnloadImagingLibrary();
+    LoadImagingLibrary();
+    EXPECT_EQ(fake.CountOf("GdiplusShutdown 1"), 3u) << "each is ended once";
+    UnloadModule(kept);
 }
 
 TEST(ImagingLibrary, WithoutItConversionsFindNoEncoderAndDoNotCrash) {
