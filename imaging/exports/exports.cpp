@@ -75,7 +75,9 @@ int32_t LUMBRIX_CALL DeployImagingLibrary() {
 
 void LUMBRIX_CALL lumbrix_free(void* memory) { std::free(memory); }
 
-const char* LUMBRIX_CALL lumbrix_version() { return LUMBRIX_VERSION; }
+const char* LUMBRIX_CALL lumbrix_version() { return LUMBRIX_VERSION_TEXT; }
+
+uint32_t LUMBRIX_CALL lumbrix_version_number() { return LUMBRIX_VERSION; }
 
 int32_t LUMBRIX_CALL ConvertImageToBmp(const char* source, const char* destination) {
     return Convert(source, destination, "image/bmp");

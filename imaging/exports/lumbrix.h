@@ -51,6 +51,16 @@
 extern "C" {
 #endif
 
+/* The version that this header belongs to; lumbrix_version_number tells that of the library that runs. */
+#define LUMBRIX_VERSION_MAJOR 1
+#define LUMBRIX_VERSION_MINOR 5
+#define LUMBRIX_VERSION_PATCH 0
+#define LUMBRIX_VERSION_TEXT "1.5.0"
+
+/* Versions as numbers that can be compared: 1.5.0 is 1005000. */
+#define LUMBRIX_VERSION_OF(major, minor, patch) (((major)*1000u + (minor)) * 1000u + (patch))
+#define LUMBRIX_VERSION LUMBRIX_VERSION_OF(LUMBRIX_VERSION_MAJOR, LUMBRIX_VERSION_MINOR, LUMBRIX_VERSION_PATCH)
+
 /* Loads the imaging library unless it is loaded: gdiplus.dll on Windows; on Linux liblumbriximaging.so, which lies
    beside liblumbrix.so or in the folder lumbrix there. Whether that worked shows in what the operations return:
    LUMBRIX_NO_LIBRARY where it did not, of the older procedures -16002. Loads are counted, so several parts of a program
@@ -109,6 +119,7 @@ LUMBRIX_EXPORT void LUMBRIX_CALL lumbrix_free(void* memory);
 /* The version of this library as text, such as "1.5.0", not to be freed, and as a number that grows with it:
    LUMBRIX_VERSION of the header that it was built with. */
 LUMBRIX_EXPORT const char* LUMBRIX_CALL lumbrix_version(void);
+LUMBRIX_EXPORT uint32_t LUMBRIX_CALL lumbrix_version_number(void);
 
 /* ---- The truthful procedures ---- */
 

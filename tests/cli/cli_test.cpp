@@ -85,7 +85,7 @@ TEST_F(CommandLine, IconsAreMadeOnWindowsOnly) {
 
 TEST_F(CommandLine, HelpMayBeAPlainWord) { ExpectFailure(Run({"size", "--", "--help"}), "--help", "no such file"); }
 
-TEST_F(CommandLine, VersionIsPrinted) { EXPECT_EQ(Run({"--version"}).output, "lumbrix-cli " LUMBRIX_VERSION "\n"); }
+TEST_F(CommandLine, VersionIsPrinted) { EXPECT_EQ(Run({"--version"}).output, "lumbrix-cli " PROJECT_VERSION "\n"); }
 
 TEST_F(CommandLine, WrongUsageEndsWithTwo) {
     ExpectWrongUsage(Run({}), "no command was given");

@@ -139,6 +139,16 @@ TEST(ExportsUnloaded, FreeingNullIsHarmless) { lumbrix_free(nullptr); }
 
 TEST(ExportsUnloaded, JobIsTheSameInC) { EXPECT_EQ(SizeOfJobInC(), sizeof(lumbrix_job)); }
 
-TEST(ExportsUnloaded, VersionIsAText) { EXPECT_STREQ(lumbrix_version(), LUMBRIX_VERSION); }
+TEST(ExportsUnloaded, VersionOfTheHeaderIsThatOfTheProjectAndTheLibrary) {
+    const std::string text = std::to_string(LUMBRIX_VERSION_MAJOR) + "." + std::to_string(LUMBRIX_VERSION_MINOR) + "." +
+                             std::to_string(LUMBRIX_VERSION_PATCH);
+    EXPECT_EQ(text, PROJECT_VERSION);
+    EXPECT_STREQ(LUMBRIX_VERSION_TEXT, PROJECT_VERSION);
+    EXPECT_EQ(lumbrix_version_number(), LUMBRIX_VERSION);
+    EXPECT_EQ(LUMBRIX_VERSION_OF(1, 5, 0), 1005000u);
+    EXPECT_LT(LUMBRIX_VERSION_OF(1, 999, 999), LUMBRIX_VERSION_OF(2, 0, 0));
+}
+
+TEST(ExportsUnloaded, VersionIsAText) { EXPECT_STREQ(lumbrix_version(), PROJECT_VERSION); }
 
 } // namespace
