@@ -1,10 +1,11 @@
 // What our library offers beside the platform's functions: damage of image files, word of how far a reading is,
-// and metadata as a whole.
+// metadata as a whole, and a colour below a picture.
 #include "imaginglibrary/flat/extensions.h"
 
 #include "imaginglibrary/codecs/metadata/truemetadata.h"
 #include "imaginglibrary/flat/guard.h"
 #include "imaginglibrary/flat/images.h"
+#include "imaginglibrary/operations/layover.h"
 
 namespace imaginglibrary {
 
@@ -66,6 +67,43 @@ FLAT_EXPORT Status FLAT_CALL ImagingFitMetadata(GpImage* handle) {
         const auto picture = image->Picture();
         image->ChangeProperties(
             [&](PropertyList& properties) { FitToPicture(properties, picture->Info().width, picture->Info().height); });
+        return Status::Ok;
+    });
+}
+
+FLAT_EXPORT Status FLAT_CALL ImagingClearOrientation(GpImage* handle) {
+    return Guarded([&] {
+        const auto image = FindImage(handle);
+        if (image == nullptr) {
+            return Status::InvalidParameter;
+        }
+        image->ChangeProperties(RemoveOrientation);
+        return Status::Ok;
+    });
+}
+
+FLAT_EXPORT Status FLAT_CALL ImagingStripMetadata(GpImage* handle, std::int32_t keepsProfile) {
+    return Guarded([&] {
+        const auto image = FindImage(handle);
+        if (image == nullptr) {
+            return Status::InvalidParameter;
+        }
+        const ProfileFate profile = keepsProfile != 0 ? ProfileFate::Kept : ProfileFate::Removed;
+        image->ChangeProperties([=](PropertyList& properties) { RemoveMetadata(properties, profile); });
+        return Status::Ok;
+    });
+}
+
+FLAT_EXPORT Status FLAT_CALL ImagingLayOverColor(GpImage* handle, std::uint32_t color) {
+    return Guarded([&] {
+        const auto image = FindImage(handle);
+        if (image == nullptr) {
+            return Status::InvalidParameter;
+        }
+        const auto picture = image->Picture();
+        if (auto opaque = LaidOver(picture, color); opaque != picture) {
+            image->ReplacePicture(std::move(opaque));
+        }
         return Status::Ok;
     });
 }

@@ -1,5 +1,5 @@
 // What our library offers beside the platform's functions: damage of image files, word of how far a reading is,
-// and metadata as a whole.
+// metadata as a whole, and a colour below a picture.
 //
 // Callers look these functions up by name, as they do the others, and do without where the library is not ours.
 #pragma once
@@ -44,5 +44,18 @@ FLAT_EXPORT Status FLAT_CALL ImagingCarryMetadata(GpImage* source, GpImage* targ
 // Makes the image's metadata true of its picture as it is now, after it was resized, cut, turned or drawn on: the items
 // that tell its size get it, and thumbnails of EXIF and of image resources are taken out. Orientation stays.
 FLAT_EXPORT Status FLAT_CALL ImagingFitMetadata(GpImage* image);
+
+// Takes out what says how the picture is to be turned before it is shown, in EXIF and in XMP, for one that was turned
+// that way.
+FLAT_EXPORT Status FLAT_CALL ImagingClearOrientation(GpImage* image);
+
+// Takes out all metadata, with `keepsProfile` other than 0 all but the colour profile. The resolution stays, for it is
+// the picture's.
+FLAT_EXPORT Status FLAT_CALL ImagingStripMetadata(GpImage* image, std::int32_t keepsProfile);
+
+// Lays the picture over a colour (0xAARRGGBB, which counts as opaque), so that no pixel is translucent: a palette then
+// has blended colours, other pictures become those of 24 bits. One that cannot be translucent stays as it is. Nothing
+// is read yet.
+FLAT_EXPORT Status FLAT_CALL ImagingLayOverColor(GpImage* image, std::uint32_t color);
 
 } // namespace imaginglibrary

@@ -58,6 +58,16 @@ class FlatExtensions : public FlatTest {
                         static_cast<void*>(watched));
     }
 
+    static std::vector<std::uint32_t> TagsOf(GpImage* image) {
+        std::uint32_t count = 0;
+        EXPECT_EQ(CallFlat("GdipGetPropertyCount", image, &count), Status::Ok);
+        std::vector<std::uint32_t> tags(count);
+        if (count > 0) {
+            EXPECT_EQ(CallFlat("GdipGetPropertyIdList", image, count, tags.data()), Status::Ok);
+        }
+        return tags;
+    }
+
     static constexpr std::size_t Bmp = 0;
     static constexpr std::size_t Gif = 2;
     static constexpr std::size_t Png = 4;
@@ -87,7 +97,40 @@ TEST_F(FlatExtensions, BadHandlesAndNoPlaceForAnAnswerAreRefused) {
     EXPECT_EQ(CallFlat("ImagingCarryMetadata", image, NoImage), Status::InvalidParameter);
     EXPECT_EQ(CallFlat("ImagingCarryMetadata", NoImage, image), Status::InvalidParameter);
     EXPECT_EQ(CallFlat("ImagingFitMetadata", NoImage), Status::InvalidParameter);
+    EXPECT_EQ(CallFlat("ImagingClearOrientation", NoImage), Status::InvalidParameter);
+    EXPECT_EQ(CallFlat("ImagingStripMetadata", NoImage, std::int32_t{0}), Status::InvalidParameter);
+    EXPECT_EQ(CallFlat("ImagingLayOverColor", NoImage, std::uint32_t{0}), Status::InvalidParameter);
     EXPECT_EQ(answer, 7);
+}
+
+TEST_F(FlatExtensions, OrientationIsClearedAndTheRestStays) {
+    GpImage* image = NewBitmap(5, 5);
+    ASSERT_EQ(SetProperty(image, imaginglibrary::ShortProperty(0x0112, 6)), Status::Ok);
+    ASSERT_EQ(SetProperty(image, imaginglibrary::ShortProperty(0x8827, 100)), Status::Ok);
+    EXPECT_EQ(CallFlat("ImagingClearOrientation", image), Status::Ok);
+    EXPECT_EQ(TagsOf(image), std::vector<std::uint32_t>{0x8827});
+}
+
+TEST_F(FlatExtensions, StrippingLeavesTheProfileWhereThatIsWanted) {
+    GpImage* image = NewBitmap(5, 5);
+    ASSERT_EQ(SetProperty(image, imaginglibrary::ShortProperty(0x8827, 100)), Status::Ok);
+    ASSERT_EQ(SetProperty(image, {0x8773, imaginglibrary::PropertyType::Byte, {1, 2, 3}}), Status::Ok);
+    EXPECT_EQ(CallFlat("ImagingStripMetadata", image, std::int32_t{1}), Status::Ok);
+    EXPECT_EQ(TagsOf(image), std::vector<std::uint32_t>{0x8773});
+    EXPECT_EQ(CallFlat("ImagingStripMetadata", image, std::int32_t{0}), Status::Ok);
+    EXPECT_EQ(TagsOf(image), std::vector<std::uint32_t>{});
+}
+
+TEST_F(FlatExtensions, PictureIsLaidOverAColorAndOneThatIsOpaqueStays) {
+    GpImage* image = NewBitmap(2, 1);
+    EXPECT_EQ(CallFlat("ImagingLayOverColor", image, std::uint32_t{0x00102030}), Status::Ok);
+    ASSERT_EQ(SaveAs(image, "over.png", Png), Status::Ok);
+    EXPECT_EQ(ColorsOf(**OpenPicture(folder_ / "over.png")), (std::vector<Color>{0xFF102030, 0xFF102030}));
+    GpImage* opaque = ImageOf(*MakePicture(PixelFormat::Indexed8, 4, 3));
+    ASSERT_EQ(CallFlat("ImagingLayOverColor", opaque, std::uint32_t{0xFF102030}), Status::Ok);
+    PixelFormat format{};
+    EXPECT_EQ(CallFlat("GdipGetImagePixelFormat", opaque, &format), Status::Ok);
+    EXPECT_EQ(format, PixelFormat::Indexed8);
 }
 
 TEST_F(FlatExtensions, DamageIsKnownOnceItWasDecoded) {

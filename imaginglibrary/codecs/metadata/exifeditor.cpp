@@ -116,6 +116,30 @@ std::size_t ExifEditor::PutValue(const std::vector<std::uint8_t>& value, std::si
     return oldAt;
 }
 
+void ExifEditor::Remove(std::uint32_t itemTag) {
+    for (std::size_t entry = FindItem(itemTag); entry != 0; entry = FindItem(itemTag)) {
+        RemoveEntry(entry);
+    }
+}
+
+void ExifEditor::RemoveEntry(std::size_t entry) {
+    const auto holdsIt = [=](const Directory& each) {
+        return each.at != 0 && each.at < entry && entry < each.at + BytesOfDirectory(each.entries);
+    };
+    Directory& directory = *std::ranges::find_if(directories_, holdsIt);
+    const std::size_t end = directory.at + BytesOfDirectory(directory.entries);
+    const auto at = [&](std::size_t place) { return block_.begin() + static_cast<std::ptrdiff_t>(place); };
+    std::copy(at(entry + TiffEntryBytes), at(end), at(entry));
+    std::fill_n(at(end - TiffEntryBytes), TiffEntryBytes, std::uint8_t{0});
+    --directory.entries;
+    Put16(&block_[directory.at], static_cast<std::uint16_t>(directory.entries));
+    for (Directory& other : directories_) {
+        if (other.pointerAt > entry && other.pointerAt < end) {
+            other.pointerAt -= TiffEntryBytes;
+        }
+    }
+}
+
 void ExifEditor::DropThumbnail() {
     Directory& main = directories_[Main];
     const std::size_t nextAt = main.at + BytesOfDirectory(main.entries) - NextBytes;

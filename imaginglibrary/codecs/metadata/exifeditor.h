@@ -11,7 +11,7 @@ namespace imaginglibrary {
 // Makers' notes hold offsets that count from the block's start, so nothing may be moved that nobody asked to change: a
 // value that is not longer than the old one takes its place, a longer one goes to the end of the block, and so does a
 // directory that gets more entries. The legal order of calls is Open, then Set as wanted, then Finish once, then the
-// others; DropThumbnail at any time.
+// others; DropThumbnail and Remove at any time.
 class ExifEditor {
   public:
     // Nothing for a block whose directories are not all whole.
@@ -19,6 +19,9 @@ class ExifEditor {
 
     // Gives an item its value, whether the block has it or not. One that has no place in a block is passed over.
     void Set(Property item);
+
+    // Takes out the entries that became an item; those behind them in their directory move up.
+    void Remove(std::uint32_t itemTag);
 
     // Takes out the directory of the thumbnail and the picture itself.
     void DropThumbnail();
@@ -58,6 +61,7 @@ class ExifEditor {
     std::size_t EntryAt(const Directory& directory, std::size_t index) const;
     std::size_t FindEntry(Place place, std::uint16_t tag) const;
     std::size_t FindItem(std::uint32_t itemTag) const;
+    void RemoveEntry(std::size_t entry);
     std::size_t PutValue(const std::vector<std::uint8_t>& value, std::size_t oldAt, std::size_t room);
     void MoveToEnd(Place place);
     void Erase(std::size_t at, std::size_t bytes);

@@ -3,6 +3,8 @@
 
 #include "imaginglibrary/codecs/metadata/exifeditor.h"
 #include "imaginglibrary/codecs/metadata/photoshop.h"
+#include "imaginglibrary/codecs/metadata/xmp.h"
+#include "imaginglibrary/codecs/metadata/xmporientation.h"
 
 namespace imaginglibrary {
 
@@ -22,16 +24,25 @@ void SetSide(PropertyList& properties, std::uint32_t tag, std::uint32_t side) {
     properties.Set(isShort ? ShortProperty(tag, static_cast<std::uint16_t>(side)) : LongProperty(tag, side));
 }
 
-void DropThumbnail(PropertyList& properties) {
-    properties.RemoveIf([](const Property& item) { return PlaceOf(item) == ExifPlace::Thumbnail; });
+constexpr std::uint32_t OrientationTag = 0x0112;
+
+// Lets `change` change the EXIF block that items were read from. One that is not whole goes, and so does one without
+// anything in it: then a block is made of the items alone.
+template <class Change> void ChangeSourceExif(PropertyList& properties, Change change) {
     if (properties.SourceExif() == nullptr) {
         return;
     }
     auto exif = ExifEditor::Open(*properties.SourceExif());
     if (exif) {
-        exif->DropThumbnail();
+        change(*exif);
     }
-    properties.SetSourceExif(exif ? std::make_shared<const std::vector<std::uint8_t>>(exif->Block()) : nullptr);
+    const bool stays = exif && !exif->MainEntries().empty();
+    properties.SetSourceExif(stays ? std::make_shared<const std::vector<std::uint8_t>>(exif->Block()) : nullptr);
+}
+
+void DropThumbnail(PropertyList& properties) {
+    properties.RemoveIf([](const Property& item) { return PlaceOf(item) == ExifPlace::Thumbnail; });
+    ChangeSourceExif(properties, [](ExifEditor& exif) { exif.DropThumbnail(); });
 }
 
 } // namespace
@@ -45,6 +56,20 @@ void FitToPicture(PropertyList& properties, std::uint32_t width, std::uint32_t h
     }
     DropThumbnail(properties);
     RemoveThumbnailResources(properties);
+}
+
+void RemoveOrientation(PropertyList& properties) {
+    properties.RemoveIf([](const Property& item) { return item.tag == OrientationTag; });
+    ChangeSourceExif(properties, [](ExifEditor& exif) { exif.Remove(OrientationTag); });
+    if (const std::string_view packet = XmpOf(properties); !packet.empty()) {
+        properties.Set(XmpProperty(WithoutOrientation(packet)));
+    }
+}
+
+void RemoveMetadata(PropertyList& properties, ProfileFate profile) {
+    properties.RemoveIf(
+        [=](const Property& item) { return profile == ProfileFate::Removed || item.tag != ColorProfileTag; });
+    properties.SetSourceExif(nullptr);
 }
 
 } // namespace imaginglibrary
