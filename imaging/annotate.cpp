@@ -1,6 +1,7 @@
 // Writes a line of text on a picture, or places another picture on it.
 #include "imaging/annotate.h"
 
+#include "imaging/adjusting.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/surface.h"
@@ -31,7 +32,7 @@ struct DrawnOn {
 // Draws the image over itself, as every annotation begins. The surface is not freed as established: it ends with its
 // image, or with the session.
 bool BeginDrawing(Course& course, const OwnedImage& source, DrawnOn& drawn) {
-    if (!course.IsEstablished() && !MakeDrawable(course, source, drawn.copy)) {
+    if (!course.IsEstablished() && (!Adjust(course, source.Get()) || !MakeDrawable(course, source, drawn.copy))) {
         return false;
     }
     drawn.image = drawn.copy ? drawn.copy.Get() : source.Get();
@@ -51,6 +52,7 @@ void SaveDrawn(Course& course, const DrawnOn& drawn, const std::string& destinat
     std::uint32_t state = 0;
     GdipSaveGraphics(drawn.surface.Get(), &state);
     course.FitMetadataTo(drawn.image);
+    StripAsWanted(course, drawn.image);
     course.Watch(drawn.image, static_cast<std::uint32_t>(course.Result().result.height));
     course.Save(drawn.image, destination, mimeWord);
 }

@@ -1,6 +1,8 @@
 // Turns one image file into another of a named format, at the same size.
 #include "imaging/convert.h"
 
+#include "imaging/adjusting.h"
+
 namespace lumbrix {
 
 Outcome Convert(const ConvertOrder& order, const Wishes& wishes) {
@@ -11,13 +13,14 @@ Outcome Convert(const ConvertOrder& order, const Wishes& wishes) {
     }
     Clsid encoder;
     OwnedImage image;
-    if (!OpenSource(course, order, encoder, image)) {
+    if (!OpenSource(course, order, encoder, image) || !Adjust(course, image.Get())) {
         return course.Result();
     }
     if (!course.IsEstablished() && course.Measure(image.Get())) {
         course.Result().result = course.Result().source;
         course.Watch(image.Get(), static_cast<std::uint32_t>(course.Result().source.height));
     }
+    StripAsWanted(course, image.Get());
     course.Save(image.Get(), order.destination, encoder);
     course.LookForDamage(image.Get());
     if (!course.Result().isWritten) {

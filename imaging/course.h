@@ -22,6 +22,7 @@ class Course {
     Course& operator=(const Course&) = delete;
 
     bool IsEstablished() const { return wishes_.conduct == Conduct::Established; }
+    const Wishes& Wanted() const { return wishes_; }
 
     // The MIME word of the format to write; none, for an extension that is unknown or a blank name, ends the operation.
     bool TakeFormat(const std::string& mimeWord) { return !mimeWord.empty() || Fail(Step::Names, BadName); }

@@ -1,6 +1,7 @@
 // Cuts a rectangle out of an image file.
 #include "imaging/crop.h"
 
+#include "imaging/adjusting.h"
 #include "imaging/course.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
@@ -45,7 +46,7 @@ Outcome Crop(const CropOrder& order, const Wishes& wishes) {
         return outcome;
     }
     OwnedImage image;
-    if (!course.Load(order.source, image)) {
+    if (!course.Load(order.source, image) || !Adjust(course, image.Get())) {
         return outcome;
     }
     course.Measure(image.Get(), MeasuredFirst::Height);
@@ -62,6 +63,7 @@ Outcome Crop(const CropOrder& order, const Wishes& wishes) {
     }
     CopyImageProperties(image.Get(), clone.Get());
     course.FitMetadataTo(clone.Get());
+    StripAsWanted(course, clone.Get());
     course.Watch(clone.Get(), static_cast<std::uint32_t>(order.height));
     if (course.Save(clone.Get(), order.destination, order.mimeWord) == OutOfMemory && IsUndecodable(clone.Get())) {
         course.Fail(Step::Draw, OutOfMemory); // a part may be decoded as late as this

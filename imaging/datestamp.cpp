@@ -1,6 +1,7 @@
 // The date that a file holds about its picture, read and written. Nothing is drawn.
 #include "imaging/datestamp.h"
 
+#include "imaging/adjusting.h"
 #include "imaging/blank.h"
 #include "imaging/course.h"
 #include "imaging/gdiplus/bindings.h"
@@ -9,8 +10,6 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <cstring>
-#include <vector>
 
 namespace lumbrix {
 
@@ -21,16 +20,11 @@ constexpr std::uint32_t DateTimeTag = 306;
 constexpr const char* StampedEnding = "_stamped.jpg";
 
 FlatStatus ReadDateOf(ImageHandle image, std::string& date) {
-    std::uint32_t bytes = 0;
-    GdipGetPropertyItemSize(image, DateTimeTag, &bytes);
-    std::vector<std::uint8_t> block(bytes < sizeof(PropertyItem) ? sizeof(PropertyItem) : bytes);
-    const FlatStatus status = GdipGetPropertyItem(image, DateTimeTag, bytes, block.data());
-    if (status == Done) {
-        PropertyItem item;
-        std::memcpy(&item, block.data(), sizeof item);
-        date = PropertyText(item);
+    const PropertyValue value(image, DateTimeTag);
+    if (value.Status() == Done) {
+        date = PropertyText(value.Item());
     }
-    return status;
+    return value.Status();
 }
 
 } // namespace
@@ -71,11 +65,13 @@ Outcome StampDate(const DateStampOrder& order, const Wishes& wishes) {
     }
     OwnedImage clone; // goes behind its source
     OwnedImage image;
-    if (!course.BeginChecked(order.destination) || !course.LoadChecked(order.source, image)) {
+    if (!course.BeginChecked(order.destination) || !course.LoadChecked(order.source, image) ||
+        !Adjust(course, image.Get())) {
         return course.Result();
     }
     GdipCloneImage(image.Get(), clone.Place());
     CopyImageProperties(image.Get(), clone.Get());
+    StripAsWanted(course, clone.Get()); // the date is set behind that
     const PropertyItem item{DateTimeTag, static_cast<std::uint32_t>(order.date.size() + 1), PropertyTypeAscii,
                             order.date.c_str()};
     if (const FlatStatus status = GdipSetPropertyItem(clone.Get(), &item); status != Done) {

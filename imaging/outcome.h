@@ -30,6 +30,7 @@ enum class Step {
     DrawText,
     Cut,
     Turn,
+    LayOver, // a colour
     Property,
     Save,
 };
@@ -73,6 +74,10 @@ struct Wishes {
     bool refusesDamage = false; // else a damaged picture is shown as far as it goes, where its format allows that
     bool keepsExisting = false; // a destination that is there is not replaced
     bool onlyShrinks = false;   // a resize does not enlarge: what is not larger keeps its size
+    bool turnsUpright = false;  // the source is turned as its stored orientation says before all else, and that goes
+    bool stripsMetadata = false;
+    bool keepsProfile = false;               // of colours, where metadata are stripped
+    std::optional<std::uint32_t> background; // 0xAARRGGBB: the picture is laid over it, which makes it opaque
     Encoding encoding;
     Progress progress;
     std::optional<MemoryBytes> input; // read in the place of the source file, whose name is for messages then

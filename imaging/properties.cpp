@@ -6,6 +6,7 @@
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/gdiplus/extensions.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace lumbrix {
@@ -58,6 +59,19 @@ PropertyBlock::PropertyBlock(ImageHandle image) {
 PropertyItem PropertyBlock::Item(std::uint32_t index) const {
     PropertyItem item;
     std::memcpy(&item, block_.data() + index * sizeof item, sizeof item);
+    return item;
+}
+
+PropertyValue::PropertyValue(ImageHandle image, std::uint32_t tag) {
+    std::uint32_t bytes = 0;
+    GdipGetPropertyItemSize(image, tag, &bytes);
+    block_.resize(std::max<std::size_t>(bytes, sizeof(PropertyItem)));
+    status_ = GdipGetPropertyItem(image, tag, bytes, block_.data());
+}
+
+PropertyItem PropertyValue::Item() const {
+    PropertyItem item;
+    std::memcpy(&item, block_.data(), sizeof item);
     return item;
 }
 

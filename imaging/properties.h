@@ -27,6 +27,20 @@ class PropertyBlock {
     FlatStatus status_ = 0;
 };
 
+// The item of one tag, which must live as long as its value is used.
+class PropertyValue {
+  public:
+    PropertyValue(ImageHandle image, std::uint32_t tag);
+
+    // The imaging library's; without success there is no item.
+    FlatStatus Status() const { return status_; }
+    PropertyItem Item() const;
+
+  private:
+    std::vector<std::uint8_t> block_;
+    FlatStatus status_ = 0;
+};
+
 // A label for a tag, or its decimal number. The tag of "Copyright" has no label: it comes out as 33432.
 std::string PropertyTagName(std::uint32_t tag);
 

@@ -1,6 +1,7 @@
-// Makes a copy of an image file at another height.
+// Makes a copy of an image file in another size.
 #pragma once
 
+#include "imaging/fitting.h"
 #include "imaging/outcome.h"
 
 #include <cstdint>
@@ -8,19 +9,16 @@
 
 namespace lumbrix {
 
-// The width that keeps the proportions at a height: the proportions as a 32-bit float, times the height, rounded to the
-// nearest whole number, ties to the even one.
-std::int32_t ResizedWidth(std::int32_t sourceWidth, std::int32_t sourceHeight, std::int32_t height);
-
 struct ResizeOrder {
     std::string source;
     std::string destination;
     std::string mimeWord;
-    std::int32_t height; // pixels
+    Fitting fitting; // as established, a height alone is looked at, whatever it is
 };
 
-// The source's properties go along unchanged. What is drawn on the new picture that is not the whole source is not
-// written. A source with a palette becomes true colour; as established nothing is drawn on its copy.
+// The source's properties go along unchanged. Truthful, the fitting must be meaningful. What is drawn on the new
+// picture that is not the whole source is not written. A source with a palette becomes true colour; as established
+// nothing is drawn on its copy.
 Outcome Resize(const ResizeOrder& order, const Wishes& wishes);
 
 // As established: the destination's extension names the format. Refused for a blank name, an unknown extension, a

@@ -2,10 +2,12 @@
 #include "imaging/rotate.h"
 
 #include "base/lettercase.h"
+#include "imaging/adjusting.h"
 #include "imaging/course.h"
 #include "imaging/formats.h"
 #include "imaging/gdiplus/bindings.h"
 #include "imaging/properties.h"
+#include "imaging/upright.h"
 
 namespace lumbrix {
 
@@ -25,11 +27,6 @@ std::int32_t FlipCode(const std::string& word) {
         return FlipX + 2;
     }
     return 2;
-}
-
-PixelSize TurnedSize(PixelSize size, std::int32_t code) {
-    const bool isOnItsSide = code % 2 != 0;
-    return isOnItsSide ? PixelSize{size.height, size.width} : size;
 }
 
 } // namespace
@@ -71,6 +68,9 @@ Outcome Rotate(const RotateOrder& order, const Wishes& wishes) {
     if (!course.Load(order.source, image) && !course.IsEstablished()) {
         return outcome;
     }
+    if (!Adjust(course, image.Get())) {
+        return outcome;
+    }
     if (!course.IsEstablished() && course.Measure(image.Get())) {
         outcome.result = TurnedSize(outcome.source, code);
     }
@@ -83,6 +83,7 @@ Outcome Rotate(const RotateOrder& order, const Wishes& wishes) {
         if (code != 0) {
             course.FitMetadataTo(clone.Get());
         }
+        StripAsWanted(course, clone.Get());
         course.Watch(clone.Get(), static_cast<std::uint32_t>(outcome.result.height));
         course.Save(clone.Get(), order.destination, encoder);
     }

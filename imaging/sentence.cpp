@@ -199,6 +199,8 @@ std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
     case Step::Cut:
         return "cannot crop " + Shown(subject.source) + ": the rectangle reaches beyond the picture, whose size is " +
                TextOf(outcome.source);
+    case Step::LayOver:
+        return CannotWrite(subject.destination, "the imaging library cannot lay a picture over a colour");
     case Step::Property:
         return status == PropertyNotFound ? "cannot read the date of " + Shown(subject.source) + ": it has none"
                                           : CannotWrite(subject.destination, "it cannot be given this date");

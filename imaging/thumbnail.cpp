@@ -2,16 +2,20 @@
 #include "imaging/thumbnail.h"
 
 #include "base/numbers.h"
+#include "imaging/adjusting.h"
 #include "imaging/gdiplus/bindings.h"
+#include "imaging/upright.h"
+
+#include <algorithm>
 
 namespace lumbrix {
 
 namespace {
 
-// Makes the thumbnail of an image whose size is known. The imaging library takes a width of 0 for a wish of its own,
+// Makes the thumbnail of an image whose size is known. The imaging library takes a side of 0 for a wish of its own,
 // which only the established procedures let it.
 FlatStatus ThumbnailOf(const Course& course, const OwnedImage& image, PixelSize size, ImageHandle* thumbnail) {
-    if (size.width == 0 && !course.IsEstablished()) {
+    if ((size.width == 0 || size.height == 0) && !course.IsEstablished()) {
         return InvalidParameter;
     }
     return GdipGetImageThumbnail(image.Get(), static_cast<std::uint32_t>(size.width),
@@ -42,11 +46,15 @@ Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wish
     if (!course.Measure(image.Get())) {
         return outcome;
     }
-    outcome.result = {ThumbnailWidth(outcome.source.width, outcome.source.height, height), height};
+    // What lies on its side is drawn small as it lies, and turned then.
+    const auto turn = WantedTurn(course, image.Get());
+    const PixelSize upright = TurnedSize(outcome.source, turn.value_or(0));
+    height = wishes.onlyShrinks ? std::min(height, upright.height) : height;
+    outcome.result = {ThumbnailWidth(upright.width, upright.height, height), height};
     const auto sourceRows = static_cast<std::uint32_t>(outcome.source.height);
     const std::uint32_t rows = sourceRows + static_cast<std::uint32_t>(height);
     course.Watch(image.Get(), rows);
-    const FlatStatus status = ThumbnailOf(course, image, outcome.result, place);
+    const FlatStatus status = ThumbnailOf(course, image, TurnedSize(outcome.result, turn.value_or(0)), place);
     course.LookForDamage(image.Get());
     if (status != Done) {
         course.Fail(status == OutOfMemory ? Step::Draw : Step::Make, status);
@@ -59,6 +67,9 @@ Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wish
     }
     if (!thumbnail) {
         course.Fail(Step::Make, NotLoaded);
+        return outcome;
+    }
+    if (!TurnUpright(course, thumbnail.Get(), turn) || !LayOverBackground(course, thumbnail.Get())) {
         return outcome;
     }
     course.Watch(thumbnail.Get(), rows, sourceRows);

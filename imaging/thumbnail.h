@@ -12,8 +12,8 @@ namespace lumbrix {
 // nearest whole number, ties to the even one.
 std::int32_t ThumbnailWidth(std::int32_t sourceWidth, std::int32_t sourceHeight, std::int32_t height);
 
-// A copy of `height` pixels, without the source's properties. A height beyond the source's enlarges. One at which no
-// width is left is a size that cannot be, InvalidParameter.
+// A copy of `height` pixels, without the source's properties. A height beyond the source's enlarges, unless only
+// shrinking is wanted. One at which no width is left is a size that cannot be, InvalidParameter.
 Outcome MakeThumbnail(const ConvertOrder& order, std::int32_t height, const Wishes& wishes);
 
 // As established: a height of 0 and blank names give 0 and nothing is done, and so does a source without size. On

@@ -170,19 +170,38 @@ typedef struct lumbrix_job {
     uint32_t size; /* of this struct, in bytes, so that a later version knows what the caller has */
 
     /* To be done. */
-    const char* format;        /* of the file to write: "bmp", "jpg", "gif", "tiff" or "png"; null: by its extension */
-    int32_t strict;            /* not 0: refuse a damaged picture. Else a damaged JPEG is shown as far as it goes, the
-                                  rest grey, and so are run-length coded BMP and GIF whose data end early, the rest
-                                  in one colour or transparent. Other damage is refused anyway */
-    int32_t keep_existing;     /* not 0: do not replace a destination that is there */
-    int32_t only_shrink;       /* not 0: lumbrix_resize keeps the size of a picture that is not higher than asked for */
-    const char* compression;   /* null or "default": what suits the picture. Of TIFF also "none", "lzw", "deflate",
-                                  "group4" (for black and white only) and "jpeg" (not for alpha and palettes), of PNG
-                                  "fast" and "small"; LUMBRIX_INVALID_PARAMETER for any other word, for another format
-                                  and for a picture that it does not suit. The platform's own imaging library on
-                                  Windows knows "none", "lzw" and "group4" only */
-    int32_t quality;           /* of JPEG, also in TIFF: 1 (small) to 100 (good); 0: 75. Anything else is
-                                  LUMBRIX_INVALID_PARAMETER. Other formats have none, and pass it over */
+    const char* format;      /* of the file to write: "bmp", "jpg", "gif", "tiff" or "png"; null: by its extension */
+    int32_t strict;          /* not 0: refuse a damaged picture. Else a damaged JPEG is shown as far as it goes, the
+                                rest grey, and so are run-length coded BMP and GIF whose data end early, the rest
+                                in one colour or transparent. Other damage is refused anyway */
+    int32_t keep_existing;   /* not 0: do not replace a destination that is there */
+    int32_t only_shrink;     /* not 0: lumbrix_fit, lumbrix_resize and lumbrix_thumb do not enlarge. A picture keeps
+                                its size that is no higher and no wider than asked for, as far as that is asked for,
+                                and every picture at a percentage of 100 or more */
+    int32_t auto_orient;     /* not 0: the picture is turned as its EXIF orientation (1 to 8) says before all else, and
+                                the orientation taken out, also of XMP (tiff:Orientation), so that nobody turns it
+                                again. Heights, rectangles and places are those of the turned picture. Without an
+                                orientation, and with another number, nothing is done. The platform's own imaging
+                                library on Windows leaves XMP as it is, and the sizes that EXIF tells */
+    int32_t strip;           /* not 0: nothing is told of the picture any more: no EXIF, XMP, IPTC, image resources,
+                                comments, thumbnails, colour profile. The orientation goes too, so set auto_orient
+                                beside it unless pictures are to be shown as they lie. The resolution stays, and so
+                                does the date that lumbrix_date_stamp sets. Of the platform's own imaging library on
+                                Windows what it knows as properties is taken out */
+    int32_t keep_profile;    /* not 0: strip leaves the colour profile (ICC) where the picture has one; without strip
+                                it is kept anyway. lumbrix_thumb keeps none */
+    const char* background;  /* null for none, or "RRGGBB", six hexadecimal digits: the picture is laid over this
+                                colour before anything is drawn on it, and is opaque then, in any format. A picture
+                                without transparency stays as it is. Without a background, formats without alpha get
+                                the picture over white. Any other text is LUMBRIX_INVALID_PARAMETER. The platform's
+                                own imaging library on Windows cannot do it: LUMBRIX_NOT_IMPLEMENTED */
+    const char* compression; /* null or "default": what suits the picture. Of TIFF also "none", "lzw", "deflate",
+                                "group4" (for black and white only) and "jpeg" (not for alpha and palettes), of PNG
+                                "fast" and "small"; LUMBRIX_INVALID_PARAMETER for any other word, for another format
+                                and for a picture that it does not suit. The platform's own imaging library on
+                                Windows knows "none", "lzw" and "group4" only */
+    int32_t quality;         /* of JPEG, also in TIFF: 1 (small) to 100 (good); 0: 75. Anything else is
+                                LUMBRIX_INVALID_PARAMETER. Other formats have none, and pass it over */
     lumbrix_progress progress; /* null for none. The platform's own imaging library on Windows never calls it */
     void* context;             /* handed to progress */
 
@@ -208,7 +227,7 @@ typedef struct lumbrix_job {
 } lumbrix_job;
 
 #define LUMBRIX_JOB_INIT                                                                                               \
-    { sizeof(lumbrix_job), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "", 0, 0, 0 }
+    { sizeof(lumbrix_job), 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "", 0, 0, 0 }
 
 /* Each of these returns a status, writes `destination` only if all went well, and replaces it in one step. Each takes
    its source from lumbrix_job.input and writes to lumbrix_job.output where these are set; a stamp is always a file. The
@@ -219,13 +238,34 @@ typedef struct lumbrix_job {
 /* The same picture in another format. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_convert(const char* source, const char* destination, lumbrix_job* job);
 
-/* A small copy without properties that is `height` pixels high, as ConvertImageToThumbPng and its siblings make it. */
+/* A small copy without properties that is `height` pixels high, as ConvertImageToThumbPng and its siblings make it. One
+   at which no width is left is LUMBRIX_INVALID_PARAMETER. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_thumb(const char* source, const char* destination, int32_t height,
                                                   lumbrix_job* job);
 
-/* A copy that is `height` pixels high; the width keeps the proportions, see ResizeImage. */
+/* A copy that is `height` pixels high; the width keeps the proportions, see ResizeImage, and is at least 1. The same as
+   lumbrix_fit with a height alone. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_resize(const char* source, const char* destination, int32_t height,
                                                    lumbrix_job* job);
+
+/* The size that a copy shall have: sides in pixels, or a percentage of both sides, such as 50 or 12.5. 0 is what is not
+   asked for. Begin with LUMBRIX_FITTING_INIT. */
+typedef struct lumbrix_fitting {
+    uint32_t size; /* of this struct, in bytes */
+    int32_t width;
+    int32_t height;
+    double percent;
+} lumbrix_fitting;
+
+#define LUMBRIX_FITTING_INIT                                                                                           \
+    { sizeof(lumbrix_fitting), 0, 0, 0 }
+
+/* A copy in another size, proportions kept: that wide, that high, the largest one that fits into a box of `width` by
+   `height`, or `percent` of the picture's size. Numbers are rounded as by ResizeImage, to the nearest and at a tie to
+   the even one; no side becomes less than 1 pixel. LUMBRIX_INVALID_PARAMETER where neither sides nor a percentage are
+   asked for, or both, for a number below 0, for a percentage that is no number, and where the struct is left out. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_fit(const char* source, const char* destination,
+                                                const lumbrix_fitting* fitting, lumbrix_job* job);
 
 /* In pixels, from the top left corner of the picture. */
 typedef struct lumbrix_rectangle {
@@ -244,8 +284,8 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_crop(const char* source, const char*
    LUMBRIX_INVALID_PARAMETER. */
 
 /* Turns by `angle` degrees clockwise, 0, 90, 180 or 270, and then flips: "H" (left to right), "V" (upside down), "HV"
-   or "VH", in any letter case, or empty or null for not at all. A stored orientation is neither looked at nor changed.
- */
+   or "VH", in any letter case, or empty or null for not at all. A stored orientation is neither looked at nor changed,
+   unless lumbrix_job.auto_orient has it done first. */
 typedef struct lumbrix_turn {
     uint32_t size; /* of this struct, in bytes */
     int32_t angle;

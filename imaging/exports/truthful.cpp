@@ -85,6 +85,9 @@ int32_t RunWriting(lumbrix_job* job, const Subject& subject, const std::string& 
     if (mimeWord.empty()) {
         return RunWith(job, subject, wishes, operate); // which ends it before anything is read
     }
+    if (!TakeBackground(job, wishes)) {
+        return ReportFailure(job, InvalidParameter, "the background is no colour of six hexadecimal digits, RRGGBB");
+    }
     if (!TakeEncoding(job, mimeWord, wishes)) {
         return ReportFailure(job, InvalidParameter, "the quality or the compression is none that the format has");
     }
@@ -122,7 +125,7 @@ int32_t RunToFile(const char* source, const char* destination, lumbrix_job* job,
     });
 }
 
-// For a struct that a caller must not leave out.
+// For a struct that a caller must not leave out, nor leave without its size.
 int32_t RefuseNull(lumbrix_job* job) {
     return TruthfulDoor(
         job, [=] { return ReportFailure(job, InvalidParameter, "a struct was left out, or its size was not set"); });
@@ -167,7 +170,19 @@ int32_t LUMBRIX_CALL lumbrix_thumb(const char* source, const char* destination, 
 int32_t LUMBRIX_CALL lumbrix_resize(const char* source, const char* destination, int32_t height, lumbrix_job* job) {
     return RunToFile(source, destination, job,
                      [=](const Subject& subject, const std::string& mime, const Wishes& wishes) {
-                         return Resize({subject.source, subject.destination, mime, height}, wishes);
+                         return Resize({subject.source, subject.destination, mime, {.height = height}}, wishes);
+                     });
+}
+
+int32_t LUMBRIX_CALL lumbrix_fit(const char* source, const char* destination, const lumbrix_fitting* fitting,
+                                 lumbrix_job* job) {
+    if (!IsWhole(fitting)) {
+        return RefuseNull(job);
+    }
+    const Fitting wanted{.height = fitting->height, .width = fitting->width, .percent = fitting->percent};
+    return RunToFile(source, destination, job,
+                     [=](const Subject& subject, const std::string& mime, const Wishes& wishes) {
+                         return Resize({subject.source, subject.destination, mime, wanted}, wishes);
                      });
 }
 

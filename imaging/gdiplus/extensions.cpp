@@ -3,6 +3,8 @@
 
 #include "imaging/gdiplus/bindings.h"
 
+#include <vector>
+
 namespace lumbrix {
 
 namespace {
@@ -12,6 +14,16 @@ template <class... Arguments> auto Find(const char* name) {
     using Function = FlatStatus(LUMBRIX_FLAT_CALL*)(Arguments...);
     return ImagingLibraryHandle == nullptr ? nullptr
                                            : reinterpret_cast<Function>(FindProcedure(ImagingLibraryHandle, name));
+}
+
+constexpr std::uint32_t OrientationTag = 0x0112;
+constexpr std::uint32_t ColorProfileTag = 0x8773;
+
+// By a function that the platform has and our own library has not.
+void RemoveItem(ImageHandle image, std::uint32_t tag) {
+    if (const auto function = Find<ImageHandle, std::uint32_t>("GdipRemovePropertyItem")) {
+        function(image, tag);
+    }
 }
 
 } // namespace
@@ -44,6 +56,36 @@ void FitMetadata(ImageHandle image) {
     if (const auto function = Find<ImageHandle>("ImagingFitMetadata")) {
         function(image);
     }
+}
+
+void ClearOrientation(ImageHandle image) {
+    if (const auto function = Find<ImageHandle>("ImagingClearOrientation")) {
+        function(image);
+    } else {
+        RemoveItem(image, OrientationTag);
+    }
+}
+
+void StripMetadata(ImageHandle image, ColorProfile profile) {
+    if (const auto function = Find<ImageHandle, std::int32_t>("ImagingStripMetadata")) {
+        function(image, profile == ColorProfile::Kept ? 1 : 0);
+        return;
+    }
+    std::uint32_t count = 0;
+    GdipGetPropertyCount(image, &count);
+    std::vector<std::uint32_t> tags(count);
+    GdipGetPropertyIdList(image, count, tags.data());
+    for (const std::uint32_t tag : tags) {
+        if (tag != ColorProfileTag || profile == ColorProfile::Removed) {
+            RemoveItem(image, tag);
+        }
+    }
+}
+
+FlatStatus LayOverColor(ImageHandle image, std::uint32_t color) {
+    constexpr FlatStatus NotImplemented = 6;
+    const auto function = Find<ImageHandle, std::uint32_t>("ImagingLayOverColor");
+    return function != nullptr ? function(image, color) : NotImplemented;
 }
 
 } // namespace lumbrix

@@ -26,4 +26,16 @@ void CarryMetadata(ImageHandle source, ImageHandle target);
 // Makes the metadata of an image true of its picture as it is now: sizes are set, thumbnails taken out.
 void FitMetadata(ImageHandle image);
 
+// Takes out what says how the picture is to be turned before it is shown; from another library's images the item.
+void ClearOrientation(ImageHandle image);
+
+enum class ColorProfile { Kept, Removed };
+
+// Takes out all metadata; from another library's images all items.
+void StripMetadata(ImageHandle image, ColorProfile profile);
+
+// Lays the picture over a colour, 0xAARRGGBB, which makes it opaque; one that is opaque stays as it is. NotImplemented
+// where the library cannot.
+FlatStatus LayOverColor(ImageHandle image, std::uint32_t color);
+
 } // namespace lumbrix

@@ -59,11 +59,6 @@ TEST_F(Reshaping, ResizeToMoreThanMemoryHoldsIsRefused) {
     EXPECT_EQ(NamesIn(""), (std::set<std::string>{"flag.bmp", "source.bmp"}));
 }
 
-TEST_F(Reshaping, ResizeToNoWidthIsRefused) {
-    WriteBytes(folder_ / "pole.bmp", MakeBmp(1, 90, [](int, int) { return Red; }));
-    ExpectFailure(Run({"resize", Path("pole.bmp"), Path("a.png"), "30"}), "a.png", "0 x 30");
-}
-
 TEST_F(Reshaping, CropCutsOutTheRectangle) {
     ExpectSuccess(Run({"crop", Path("flag.bmp"), Path("a.bmp"), "15", "5", "25", "15"}));
     ExpectSize("a.bmp", 25, 15);

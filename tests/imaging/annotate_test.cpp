@@ -13,8 +13,8 @@ using namespace lumbrix;
 
 using Calls = std::vector<std::string>;
 
-using Annotate = tests::WithFake;
-using Stamp = tests::WithFake;
+using Annotating = tests::WithFake;
+using Stamping = tests::WithFake;
 
 Annotation Red() {
     Annotation annotation;
@@ -33,7 +33,7 @@ TEST(MakeArgb, PacksTheLowBytes) {
     EXPECT_EQ(MakeArgb(0x1FF, 0x101, -1, 256), 0xFF01FF00u);
 }
 
-TEST_F(Annotate, DrawsTheImageOverItselfAndThenTheText) {
+TEST_F(Annotating, DrawsTheImageOverItselfAndThenTheText) {
     EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), 0);
     EXPECT_EQ(
         fake_.Calls(),
@@ -44,7 +44,7 @@ TEST_F(Annotate, DrawsTheImageOverItselfAndThenTheText) {
                "GdipSaveImageToFile 11", "GdipDisposeImage 11", "GdiplusShutdown 1"}));
 }
 
-TEST_F(Annotate, AlphaOutsideItsRangeIsOpaque) {
+TEST_F(Annotating, AlphaOutsideItsRangeIsOpaque) {
     for (const auto& [alpha, expected] : {std::pair<std::int32_t, const char*>{-1, "FF"},
                                           {0, "FF"},
                                           {256, "FF"},
@@ -63,7 +63,7 @@ TEST_F(Annotate, AlphaOutsideItsRangeIsOpaque) {
     }
 }
 
-TEST_F(Annotate, EveryFlagThatIsNotZeroIsSet) {
+TEST_F(Annotating, EveryFlagThatIsNotZeroIsSet) {
     Annotation annotation = Red();
     annotation.bold = -7;
     annotation.underline = 2;
@@ -76,7 +76,7 @@ TEST_F(Annotate, EveryFlagThatIsNotZeroIsSet) {
     EXPECT_EQ(fake_.CountOf("GdipCreateFont 66 10 10 2"), 1u);
 }
 
-TEST_F(Annotate, BadNamesMakeNoCall) {
+TEST_F(Annotating, BadNamesMakeNoCall) {
     EXPECT_EQ(AnnotateImage("", "b.jpg", Red()), -16003);
     EXPECT_EQ(AnnotateImage("   ", "b.jpg", Red()), -16003);
     EXPECT_EQ(AnnotateImage("a.png", "", Red()), -16003);
@@ -84,13 +84,13 @@ TEST_F(Annotate, BadNamesMakeNoCall) {
     EXPECT_EQ(fake_.Calls(), Calls{});
 }
 
-TEST_F(Annotate, SourceThatDoesNotLoadLeavesFontAndSession) {
+TEST_F(Annotating, SourceThatDoesNotLoadLeavesFontAndSession) {
     fake_.Answer("GdipLoadImageFromFile", 3);
     EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), -16004);
     EXPECT_EQ(fake_.Calls().back(), "GdipLoadImageFromFile");
 }
 
-TEST_F(Annotate, AbsentFamilyGivesACopyWithoutText) {
+TEST_F(Annotating, AbsentFamilyGivesACopyWithoutText) {
     fake_.Answer("GdipCreateFontFamilyFromName", 14);
     EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), 0);
     EXPECT_EQ(fake_.CountOf("GdipCreateFont 0 10 0 2"), 1u);
@@ -100,7 +100,7 @@ TEST_F(Annotate, AbsentFamilyGivesACopyWithoutText) {
     EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 11"), 1u);
 }
 
-TEST_F(Annotate, NoStatusOfDrawingOrSavingIsLookedAt) {
+TEST_F(Annotating, NoStatusOfDrawingOrSavingIsLookedAt) {
     for (const char* name : {"GdipGetImageGraphicsContext", "GdipDrawImage", "GdipCreateSolidFill", "GdipDrawString",
                              "GdipSaveGraphics", "GdipGetImageEncoders", "GdipSaveImageToFile"}) {
         fake_.Answer(name, 1);
@@ -110,7 +110,7 @@ TEST_F(Annotate, NoStatusOfDrawingOrSavingIsLookedAt) {
     }
 }
 
-TEST_F(Annotate, PictureThatCannotBeDecodedIsNotWrittenAndLeavesFontAndSession) {
+TEST_F(Annotating, PictureThatCannotBeDecodedIsNotWrittenAndLeavesFontAndSession) {
     for (const char* name : {"GdipDrawImage", "GdipDrawString"}) {
         fake_.Answer(name, 3);
         EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), -16004) << name;
@@ -121,7 +121,7 @@ TEST_F(Annotate, PictureThatCannotBeDecodedIsNotWrittenAndLeavesFontAndSession) 
     EXPECT_EQ(fake_.CountOf("GdipDeleteFont 77"), 0u);
 }
 
-TEST_F(Annotate, WithoutASurfaceNothingIsDrawnAndThePictureIsWritten) {
+TEST_F(Annotating, WithoutASurfaceNothingIsDrawnAndThePictureIsWritten) {
     for (const char* name : {"GdipGetImageGraphicsContext", "GdipDrawImage", "GdipDrawString"}) {
         fake_.Answer(name, 3);
     }
@@ -130,7 +130,7 @@ TEST_F(Annotate, WithoutASurfaceNothingIsDrawnAndThePictureIsWritten) {
 }
 
 #ifndef _WIN32
-TEST_F(Annotate, LengthIsThatOfTheBytesAndAllOfItCanBeRead) {
+TEST_F(Annotating, LengthIsThatOfTheBytesAndAllOfItCanBeRead) {
     Annotation annotation = Red();
     annotation.text = "\xC3\x9C\xE2\x82\xAC"; // two characters in five bytes
     AnnotateImage("a.png", "b.jpg", annotation);
@@ -140,7 +140,7 @@ TEST_F(Annotate, LengthIsThatOfTheBytesAndAllOfItCanBeRead) {
 
 TEST(AnnotateUnloaded, FindsNoSource) { EXPECT_EQ(AnnotateImage("a.png", "b.jpg", Red()), -16004); }
 
-TEST_F(Stamp, DrawsTheStampAtItsPlace) {
+TEST_F(Stamping, DrawsTheStampAtItsPlace) {
     EXPECT_EQ(StampImage("a.png", "b.jpg", -3, 7.5f, "s.png"), 0);
     EXPECT_EQ(fake_.Calls(),
               (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipLoadImageFromFile",
@@ -149,14 +149,14 @@ TEST_F(Stamp, DrawsTheStampAtItsPlace) {
                      "GdipSaveImageToFile 11", "GdipDisposeImage 11", "GdipDisposeImage 12", "GdiplusShutdown 1"}));
 }
 
-TEST_F(Stamp, BadNamesMakeNoCall) {
+TEST_F(Stamping, BadNamesMakeNoCall) {
     EXPECT_EQ(StampImage(" ", "b.jpg", 0, 0, "s.png"), -16003);
     EXPECT_EQ(StampImage("a.png", " ", 0, 0, "s.png"), -16003);
     EXPECT_EQ(StampImage("a.png", "b.", 0, 0, "s.png"), -16003);
     EXPECT_EQ(fake_.Calls(), Calls{});
 }
 
-TEST_F(Stamp, WhatDoesNotLoadLeavesTheRestOpen) {
+TEST_F(Stamping, WhatDoesNotLoadLeavesTheRestOpen) {
     fake_.Answer("GdipLoadImageFromFile#1", 3);
     EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), -16004);
     EXPECT_EQ(fake_.Calls(), (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipLoadImageFromFile"}));
@@ -165,7 +165,7 @@ TEST_F(Stamp, WhatDoesNotLoadLeavesTheRestOpen) {
     EXPECT_EQ(fake_.Calls().back(), "GdipLoadImageFromFile");
 }
 
-TEST_F(Stamp, NoStatusOfDrawingOrSavingIsLookedAt) {
+TEST_F(Stamping, NoStatusOfDrawingOrSavingIsLookedAt) {
     for (const char* name :
          {"GdipGetImageGraphicsContext", "GdipDrawImage#3", "GdipDrawImage#6", "GdipSaveImageToFile"}) {
         fake_.Answer(name, 1);
@@ -175,7 +175,7 @@ TEST_F(Stamp, NoStatusOfDrawingOrSavingIsLookedAt) {
     }
 }
 
-TEST_F(Stamp, PictureOrStampThatCannotBeDecodedIsNotWrittenAndLeavesTheSessionOpen) {
+TEST_F(Stamping, PictureOrStampThatCannotBeDecodedIsNotWrittenAndLeavesTheSessionOpen) {
     fake_.Answer("GdipDrawImage#1", 3);
     EXPECT_EQ(StampImage("a.png", "b.jpg", 0, 0, "s.png"), -16004);
     fake_.Answer("GdipDrawImage#3", 3);

@@ -12,11 +12,11 @@ using namespace lumbrix;
 
 using Calls = std::vector<std::string>;
 
-using Crop = tests::WithFake;
-using Rotate = tests::WithFake;
+using Cropping = tests::WithFake;
+using Rotating = tests::WithFake;
 using Display = tests::WithFake;
 
-TEST_F(Crop, ClonesTheAreaInTheSourcesFormat) {
+TEST_F(Cropping, ClonesTheAreaInTheSourcesFormat) {
     EXPECT_EQ(CropImage("a.png", "b.jpg", 1, 2, 30, 20), 0);
     EXPECT_EQ(
         fake_.Calls(),
@@ -26,7 +26,7 @@ TEST_F(Crop, ClonesTheAreaInTheSourcesFormat) {
                "GdipSaveImageToFile 44", "GdipDisposeImage 44", "GdipDisposeImage 11", "GdiplusShutdown 1"}));
 }
 
-TEST_F(Crop, BadArgumentsStartNoSession) {
+TEST_F(Cropping, BadArgumentsStartNoSession) {
     EXPECT_EQ(CropImage(" ", "b.jpg", 0, 0, 5, 5), -1);
     EXPECT_EQ(CropImage("a.png", "", 0, 0, 5, 5), -1);
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 0, 5), -1);
@@ -35,13 +35,13 @@ TEST_F(Crop, BadArgumentsStartNoSession) {
     EXPECT_EQ(fake_.Calls(), Calls{});
 }
 
-TEST_F(Crop, SourceThatDoesNotLoadEndsTheSession) {
+TEST_F(Cropping, SourceThatDoesNotLoadEndsTheSession) {
     fake_.Answer("GdipLoadImageFromFile", 3);
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), -1);
     EXPECT_EQ(fake_.Calls(), (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdiplusShutdown 1"}));
 }
 
-TEST_F(Crop, RectangleLargerThanTheImageIsRefused) {
+TEST_F(Cropping, RectangleLargerThanTheImageIsRefused) {
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 31, 20), -1);
     EXPECT_EQ(fake_.Calls(),
               (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipGetImageHeight 11", "GdipGetImageWidth 11",
@@ -49,20 +49,20 @@ TEST_F(Crop, RectangleLargerThanTheImageIsRefused) {
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 30, 21), -1);
 }
 
-TEST_F(Crop, PlaceIsLeftToTheImagingLibrary) {
+TEST_F(Cropping, PlaceIsLeftToTheImagingLibrary) {
     fake_.Answer("GdipCloneBitmapAreaI", 3);
     EXPECT_EQ(CropImage("a.png", "b.jpg", 10, 0, 30, 20), 3);
     EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 44"), 0u);
     EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
 }
 
-TEST_F(Crop, FormatThatCannotBeReadIsPassedUp) {
+TEST_F(Cropping, FormatThatCannotBeReadIsPassedUp) {
     fake_.Answer("GdipGetImagePixelFormat", 2);
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), 2);
     EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
 }
 
-TEST_F(Crop, FailingSaveIsNotSeen) {
+TEST_F(Cropping, FailingSaveIsNotSeen) {
     for (const std::int32_t status : {1, 3}) {
         fake_.Answer("GdipSaveImageToFile", status);
         EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), 0) << status;
@@ -70,7 +70,7 @@ TEST_F(Crop, FailingSaveIsNotSeen) {
     }
 }
 
-TEST_F(Crop, SourceThatCannotBeDecodedWhileItIsSavedIsRefused) {
+TEST_F(Cropping, SourceThatCannotBeDecodedWhileItIsSavedIsRefused) {
     fake_.Answer("GdipSaveImageToFile", 3);
     fake_.Answer("GdipGetImageThumbnail", 3); // what the part is asked with
     EXPECT_EQ(CropImage("a.png", "b.jpg", 0, 0, 5, 5), -1);
@@ -109,7 +109,7 @@ TEST(RotateFlipCode, OtherAnglesAreFreeWhateverTheWord) {
     }
 }
 
-TEST_F(Rotate, WorksOnAClone) {
+TEST_F(Rotating, WorksOnAClone) {
     EXPECT_EQ(RotateImage("a.png", "b.jpg", 90, "h"), 0);
     EXPECT_EQ(fake_.Calls(), (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipCloneImage 11",
                                     "GdipImageRotateFlip 44 5", "GdipGetImageEncodersSize", "GdipGetImageEncoders",
@@ -117,20 +117,20 @@ TEST_F(Rotate, WorksOnAClone) {
                                     "GdipDisposeImage 11", "GdipDisposeImage 44", "GdiplusShutdown 1"}));
 }
 
-TEST_F(Rotate, FreeAngleIsHandedOnAsMinusOne) {
+TEST_F(Rotating, FreeAngleIsHandedOnAsMinusOne) {
     EXPECT_EQ(RotateImage("a.png", "b.jpg", 45, ""), 0);
     EXPECT_EQ(fake_.CountOf("GdipImageRotateFlip 44 -1"), 1u);
     EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 44"), 1u);
 }
 
-TEST_F(Rotate, BadNamesStartNoSession) {
+TEST_F(Rotating, BadNamesStartNoSession) {
     EXPECT_EQ(RotateImage("", "b.jpg", 90, ""), -1);
     EXPECT_EQ(RotateImage("a.png", "  ", 90, ""), -1);
     EXPECT_EQ(RotateImage("a.png", "b.xyz", 90, ""), -1);
     EXPECT_EQ(fake_.Calls(), Calls{});
 }
 
-TEST_F(Rotate, SourceThatDoesNotLoadGoesThroughAllSteps) {
+TEST_F(Rotating, SourceThatDoesNotLoadGoesThroughAllSteps) {
     fake_.Answer("GdipLoadImageFromFile", 3);
     EXPECT_EQ(RotateImage("a.png", "b.jpg", 90, ""), 0);
     EXPECT_EQ(fake_.CountOf("GdipCloneImage 0"), 1u);
@@ -139,7 +139,7 @@ TEST_F(Rotate, SourceThatDoesNotLoadGoesThroughAllSteps) {
     EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
 }
 
-TEST_F(Rotate, NoStatusIsLookedAt) {
+TEST_F(Rotating, NoStatusIsLookedAt) {
     for (const char* name : {"GdipCloneImage", "GdipImageRotateFlip", "GdipSaveImageToFile"}) {
         fake_.Answer(name, 1);
         EXPECT_EQ(RotateImage("a.png", "b.jpg", 90, ""), 0) << name;

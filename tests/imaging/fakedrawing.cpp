@@ -253,6 +253,10 @@ FAKE std::int32_t LUMBRIX_FLAT_CALL GdipGetPropertyItem(ImageHandle image, std::
     return 0;
 }
 
+FAKE std::int32_t LUMBRIX_FLAT_CALL GdipRemovePropertyItem(ImageHandle image, std::uint32_t tag) {
+    return Record("GdipRemovePropertyItem", Text(image, tag));
+}
+
 FAKE std::int32_t LUMBRIX_FLAT_CALL GdipSetPropertyItem(ImageHandle image, const PropertyItem* item) {
     propertiesSet += std::to_string(item->id) + " " + std::to_string(item->type) + " " + std::to_string(item->length) +
                      " " + std::string(static_cast<const char*>(item->value), item->length).c_str() + "\n";

@@ -11,7 +11,7 @@ using namespace lumbrix;
 
 using Calls = std::vector<std::string>;
 
-using Resize = tests::WithFake;
+using Resizing = tests::WithFake;
 
 TEST(ResizedWidth, FollowsTheProportions) {
     EXPECT_EQ(ResizedWidth(3000, 2000, 100), 150);
@@ -30,7 +30,7 @@ TEST(ResizedWidth, ProportionsAreAFloat) {
     EXPECT_EQ(ResizedWidth(2, 3, 30000000), 20000001);
 }
 
-TEST_F(Resize, DrawsTheWholeSourceOverTheWholeOfANewBitmap) {
+TEST_F(Resizing, DrawsTheWholeSourceOverTheWholeOfANewBitmap) {
     EXPECT_EQ(ResizeImage("a.png", "b.jpg", 10), 0);
     EXPECT_EQ(fake_.Calls(),
               (Calls{"GdiplusStartup", "GdipLoadImageFromFile", "GdipGetImageHeight 11", "GdipGetImageWidth 11",
@@ -42,7 +42,7 @@ TEST_F(Resize, DrawsTheWholeSourceOverTheWholeOfANewBitmap) {
                      "GdiplusShutdown 1"}));
 }
 
-TEST_F(Resize, BlankNamesAndUnknownExtensionsStartNoSession) {
+TEST_F(Resizing, BlankNamesAndUnknownExtensionsStartNoSession) {
     EXPECT_EQ(ResizeImage("", "b.jpg", 10), -1);
     EXPECT_EQ(ResizeImage("  ", "b.jpg", 10), -1);
     EXPECT_EQ(ResizeImage("a.png", " ", 10), -1);
@@ -51,13 +51,13 @@ TEST_F(Resize, BlankNamesAndUnknownExtensionsStartNoSession) {
     EXPECT_EQ(fake_.Calls(), Calls{});
 }
 
-TEST_F(Resize, SourceThatDoesNotLoadLeavesTheSessionOpen) {
+TEST_F(Resizing, SourceThatDoesNotLoadLeavesTheSessionOpen) {
     fake_.Answer("GdipLoadImageFromFile", 10);
     EXPECT_EQ(ResizeImage("a.png", "b.jpg", 10), -1);
     EXPECT_EQ(fake_.Calls().back(), "GdipLoadImageFromFile");
 }
 
-TEST_F(Resize, SourceWithoutSizeLeavesSessionAndImage) {
+TEST_F(Resizing, SourceWithoutSizeLeavesSessionAndImage) {
     fake_.ReportSize(0, 20);
     EXPECT_EQ(ResizeImage("a.png", "b.jpg", 10), -1);
     fake_.ReportSize(30, 0);
@@ -65,20 +65,20 @@ TEST_F(Resize, SourceWithoutSizeLeavesSessionAndImage) {
     EXPECT_EQ(fake_.Calls().back(), "GdipGetImageWidth 12");
 }
 
-TEST_F(Resize, RefusedSessionGoesOnAndItsNumberToTheShutdown) {
+TEST_F(Resizing, RefusedSessionGoesOnAndItsNumberToTheShutdown) {
     fake_.Answer("GdiplusStartup", 17);
     EXPECT_EQ(ResizeImage("a.png", "b.jpg", 10), 0);
     EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown -16001");
 }
 
-TEST_F(Resize, HeightZeroStaysZero) {
+TEST_F(Resizing, HeightZeroStaysZero) {
     fake_.Answer("GdipCreateBitmapFromScan0", 2);
     EXPECT_EQ(ResizeImage("a.png", "b.jpg", 0), 0);
     EXPECT_EQ(fake_.CountOf("GdipCreateBitmapFromScan0 0 0 0 0 2.49857e+06"), 1u);
     EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
 }
 
-TEST_F(Resize, NoStatusBehindTheSizeIsLookedAt) {
+TEST_F(Resizing, NoStatusBehindTheSizeIsLookedAt) {
     for (const char* name :
          {"GdipGetImagePixelFormat", "GdipCreateBitmapFromScan0", "GdipGetImageGraphicsContext",
           "GdipDrawImageRectRectI", "GdipGetAllPropertyItems", "GdipGetImageEncoders", "GdipSaveImageToFile"}) {
@@ -89,26 +89,26 @@ TEST_F(Resize, NoStatusBehindTheSizeIsLookedAt) {
     }
 }
 
-TEST_F(Resize, SourceThatCannotBeDecodedIsNotWrittenAndLeavesTheSessionOpen) {
+TEST_F(Resizing, SourceThatCannotBeDecodedIsNotWrittenAndLeavesTheSessionOpen) {
     fake_.Answer("GdipDrawImageRectRectI", 3);
     EXPECT_EQ(ResizeImage("a.png", "b.jpg", 10), -1);
     EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 33"), 0u);
     EXPECT_EQ(fake_.Calls().back(), "GdipDisposeImage 11");
 }
 
-TEST_F(Resize, WithoutASurfaceTheBlankPictureIsWritten) {
+TEST_F(Resizing, WithoutASurfaceTheBlankPictureIsWritten) {
     fake_.Answer("GdipGetImageGraphicsContext", 3);
     fake_.Answer("GdipDrawImageRectRectI", 3);
     EXPECT_EQ(ResizeImage("a.png", "b.jpg", 10), 0);
     EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 33"), 1u);
 }
 
-TEST_F(Resize, ExtensionWithoutAnEncoderIsSavedUnderNoId) {
+TEST_F(Resizing, ExtensionWithoutAnEncoderIsSavedUnderNoId) {
     EXPECT_EQ(ResizeImage("a.png", "b.ico", 10), 0);
     EXPECT_NE(fake_.LastParameters().find("encoder 00000000"), std::string::npos);
 }
 
-TEST_F(Resize, PropertiesGoAlong) {
+TEST_F(Resizing, PropertiesGoAlong) {
     fake_.GiveProperties({{256, 3, std::string("\x40\1", 2)}, {306, 2, std::string("now\0", 4)}});
     EXPECT_EQ(ResizeImage("a.png", "b.jpg", 10), 0);
     EXPECT_EQ(fake_.PropertiesSet(), (std::vector<std::string>{"256 3 2 @\1", "306 2 4 now"}));

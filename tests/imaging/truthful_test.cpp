@@ -46,7 +46,7 @@ const std::pair<const char*, Operation> WritingOperations[] = {
      }},
     {"resize",
      [](const Wishes& wishes) {
-         return Resize({"a.png", "b.png", "image/jpeg", 10}, wishes);
+         return Resize({"a.png", "b.png", "image/jpeg", {.height = 10}}, wishes);
      }},
     {"crop",
      [](const Wishes& wishes) {
@@ -114,7 +114,7 @@ TEST_F(Truthful, SizesAreReported) {
     };
     EXPECT_EQ(sizesOf(Convert({"a", "b", "image/bmp"}, {})), std::tuple(30, 20, 30, 20));
     EXPECT_EQ(sizesOf(MakeThumbnail({"a", "b", "image/bmp"}, 10, {})), std::tuple(30, 20, 15, 10));
-    EXPECT_EQ(sizesOf(Resize({"a", "b", "image/bmp", 40}, {})), std::tuple(30, 20, 60, 40));
+    EXPECT_EQ(sizesOf(Resize({"a", "b", "image/bmp", {.height = 40}}, {})), std::tuple(30, 20, 60, 40));
     EXPECT_EQ(sizesOf(Crop({"a", "b", "image/bmp", 1, 2, 3, 4}, {})), std::tuple(30, 20, 3, 4));
     EXPECT_EQ(sizesOf(Rotate({"a", "b", "image/bmp", 90, ""}, {})), std::tuple(30, 20, 20, 30));
     EXPECT_EQ(sizesOf(Rotate({"a", "b", "image/bmp", 180, "H"}, {})), std::tuple(30, 20, 30, 20));
@@ -160,7 +160,7 @@ TEST_F(Truthful, RefusedSessionEndsEach) {
 
 TEST_F(Truthful, FormatWithoutAnEncoderIsTold) {
     EXPECT_EQ(End(Convert({"a", "b", "image/x-icon"}, {})), std::tuple(Step::Encoder, NoEncoder));
-    EXPECT_EQ(End(Resize({"a", "b", "image/x-icon", 10}, {})), std::tuple(Step::Encoder, NoEncoder));
+    EXPECT_EQ(End(Resize({"a", "b", "image/x-icon", {.height = 10}}, {})), std::tuple(Step::Encoder, NoEncoder));
     EXPECT_EQ(End(Rotate({"a", "b", "image/x-icon", 90, ""}, {})), std::tuple(Step::Encoder, NoEncoder));
     EXPECT_EQ(CountOfAll("GdipSaveImageToFile"), 0u);
     ExpectNothingLeftOpen("all");
@@ -180,10 +180,10 @@ TEST_F(Truthful, NamesThatAreNoneMakeNoCall) {
     std::string text;
     for (const Outcome& outcome :
          {Convert({" ", "b", "image/bmp"}, {}), Convert({"a", " ", "image/bmp"}, {}), Convert({"a", "b", ""}, {}),
-          MakeThumbnail({"a", "b", ""}, 10, {}), Resize({"a", "b", "", 10}, {}), Crop({"a", "b", "", 0, 0, 1, 1}, {}),
-          Rotate({"a", "b", "", 90, ""}, {}), Annotate({"a", "b", "", Hello()}, {}),
-          Stamp({"a", "b", "", 0, 0, "s"}, {}), StampDate({" ", "b", "x"}, {}), StampDate({"a", " ", "x"}, {}),
-          ReadSize(" ", {}), ReadDate(" ", text, {}), ListProperties(" ", text, {})}) {
+          MakeThumbnail({"a", "b", ""}, 10, {}), Resize({"a", "b", "", {.height = 10}}, {}),
+          Crop({"a", "b", "", 0, 0, 1, 1}, {}), Rotate({"a", "b", "", 90, ""}, {}),
+          Annotate({"a", "b", "", Hello()}, {}), Stamp({"a", "b", "", 0, 0, "s"}, {}), StampDate({" ", "b", "x"}, {}),
+          StampDate({"a", " ", "x"}, {}), ReadSize(" ", {}), ReadDate(" ", text, {}), ListProperties(" ", text, {})}) {
         EXPECT_EQ(End(outcome), std::tuple(Step::Names, BadName));
     }
     EXPECT_EQ(fake_.Calls(), Calls{});
@@ -193,25 +193,30 @@ TEST_F(Truthful, NumbersAndWordsThatMeanNothingMakeNoCall) {
     for (const Outcome& outcome :
          {Rotate({"a", "b", "image/bmp", 45, ""}, {}), Rotate({"a", "b", "image/bmp", 90, "X"}, {}),
           Rotate({"a", "b", "image/bmp", 45, "H"}, {}), Crop({"a", "b", "image/bmp", 0, 0, 0, 1}, {}),
-          Crop({"a", "b", "image/bmp", 0, 0, 1, -1}, {})}) {
+          Crop({"a", "b", "image/bmp", 0, 0, 1, -1}, {}), Resize({"a", "b", "image/bmp", {.height = 0}}, {}),
+          Resize({"a", "b", "image/bmp", {.height = -5}}, {}),
+          Resize({"a", "b", "image/bmp", {.height = 5, .percent = 5}}, {})}) {
         EXPECT_EQ(End(outcome), std::tuple(Step::Names, InvalidParameter));
     }
     EXPECT_EQ(fake_.Calls(), Calls{});
 }
 
 TEST_F(Truthful, SizeThatCannotBeIsNotAskedFor) {
-    EXPECT_EQ(End(Resize({"a", "b", "image/bmp", 0}, {})), std::tuple(Step::Make, InvalidParameter));
-    EXPECT_EQ(End(Resize({"a", "b", "image/bmp", -5}, {})), std::tuple(Step::Make, InvalidParameter));
     fake_.ReportSize(1, 1000);
-    EXPECT_EQ(End(Resize({"a", "b", "image/bmp", 100}, {})), std::tuple(Step::Make, InvalidParameter));
     EXPECT_EQ(End(MakeThumbnail({"a", "b", "image/bmp"}, 100, {})), std::tuple(Step::Make, InvalidParameter));
-    EXPECT_EQ(CountOfAll("GdipCreateBitmapFromScan0") + CountOfAll("GdipGetImageThumbnail"), 0u);
-    ExpectNothingLeftOpen("all");
+    EXPECT_EQ(CountOfAll("GdipGetImageThumbnail"), 0u);
+    ExpectNothingLeftOpen("thumb");
+}
+
+TEST_F(Truthful, ResizedPictureIsAPixelWideAtLeast) {
+    fake_.ReportSize(1, 1000);
+    EXPECT_EQ(Resize({"a", "b", "image/bmp", {.height = 100}}, {}).result, (PixelSize{1, 100}));
+    EXPECT_EQ(fake_.CountOf("GdipCreateBitmapFromScan0 0 1 100 0 2.49857e+06"), 1u);
 }
 
 TEST_F(Truthful, SourceWithoutSizeIsTold) {
     fake_.ReportSize(0, 20);
-    EXPECT_EQ(End(Resize({"a", "b", "image/bmp", 10}, {})), std::tuple(Step::Measure, InvalidParameter));
+    EXPECT_EQ(End(Resize({"a", "b", "image/bmp", {.height = 10}}, {})), std::tuple(Step::Measure, InvalidParameter));
     ExpectNothingLeftOpen("resize");
     EXPECT_EQ(CountOfAll("GdipDisposeImage"), 1u);
 }
@@ -241,7 +246,7 @@ TEST_F(Truthful, FirstFailureEndsAResize) {
                                      {"GdipGetImageGraphicsContext", Step::Surface},
                                      {"GdipDrawImageRectRectI", Step::Draw}}) {
         fake_.Answer(name, 3);
-        EXPECT_EQ(End(Resize({"a", "b", "image/bmp", 10}, {})), std::tuple(step, OutOfMemory)) << name;
+        EXPECT_EQ(End(Resize({"a", "b", "image/bmp", {.height = 10}}, {})), std::tuple(step, OutOfMemory)) << name;
         EXPECT_EQ(fake_.Calls()[fake_.Calls().size() - 1].substr(0, 15), "GdiplusShutdown") << name;
         fake_.Answer(name, 0);
     }
@@ -287,7 +292,7 @@ TEST_F(Truthful, StampThatCannotBeDecodedIsToldFromThePicture) {
 
 TEST_F(Truthful, PictureWithAPaletteIsResizedAsTrueColor) {
     fake_.ReportFormat(Indexed8Format);
-    EXPECT_EQ(End(Resize({"a", "b", "image/bmp", 10}, {})), std::tuple(Step::None, Done));
+    EXPECT_EQ(End(Resize({"a", "b", "image/bmp", {.height = 10}}, {})), std::tuple(Step::None, Done));
     EXPECT_EQ(fake_.CountOf("GdipCreateBitmapFromScan0 0 15 10 0 2.49857e+06"), 1u);
     EXPECT_EQ(CountOfAll("GdipDrawImageRectI"), 0u) << "no copy is needed";
 }
@@ -340,7 +345,7 @@ TEST_F(Truthful, ProgressRunsUpToAllRows) {
 
 TEST_F(Truthful, ProgressOfAResizeCountsTheRowsOfBothPictures) {
     std::vector<std::pair<std::uint32_t, std::uint32_t>> seen;
-    Resize({"a", "b", "image/bmp", 15}, {.progress = [&](std::uint32_t done, std::uint32_t rows) {
+    Resize({"a", "b", "image/bmp", {.height = 15}}, {.progress = [&](std::uint32_t done, std::uint32_t rows) {
                seen.emplace_back(done, rows);
                return true;
            }});
@@ -373,12 +378,12 @@ TEST_F(Truthful, NothingIsWatchedWithoutSomebodyToTell) {
 
 TEST_F(Truthful, ResizeThatOnlyShrinksKeepsWhatIsNotHigher) {
     const Wishes onlyShrinking{.onlyShrinks = true};
-    const Outcome kept = Resize({"a", "b", "image/bmp", 20}, onlyShrinking);
+    const Outcome kept = Resize({"a", "b", "image/bmp", {.height = 20}}, onlyShrinking);
     EXPECT_TRUE(kept.isWritten);
     EXPECT_EQ(kept.result.height, 20);
     EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 11"), 1u);
     EXPECT_EQ(CountOfAll("GdipCreateBitmapFromScan0"), 0u);
-    EXPECT_EQ(Resize({"a", "b", "image/bmp", 19}, onlyShrinking).result.height, 19);
+    EXPECT_EQ(Resize({"a", "b", "image/bmp", {.height = 19}}, onlyShrinking).result.height, 19);
     EXPECT_EQ(CountOfAll("GdipCreateBitmapFromScan0"), 1u);
 }
 
