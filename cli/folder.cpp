@@ -30,7 +30,7 @@ struct FolderWork {
     fs::path sourceFolder; // as they were given, for messages to name files that way
     fs::path targetFolder;
     const char* format = nullptr;
-    std::int32_t height = 0; // pictures higher than this are made smaller; 0 for none
+    std::optional<lumbrix_fitting> size; // pictures larger than this are made smaller
     bool skipsExisting = false;
     Job job; // that of each file
     std::int32_t jobs = 1;
@@ -52,9 +52,9 @@ FolderWork WorkFrom(const Arguments& arguments) {
     work.sourceFolder = PathOf(arguments[0]);
     work.targetFolder = PathOf(arguments[1]);
     work.format = FormatOfWord(arguments[2]);
-    work.height = arguments.Count() > 3 ? PositiveNumber(arguments[3], "height") : 0;
+    work.size = SizeFrom(arguments, 3);
     work.skipsExisting = arguments.Has("--skip-existing");
-    work.job = Job(arguments);
+    work.job = Job(arguments, work.size ? Upright::Usually : Upright::WhereAsked);
     work.job.SetFormat(work.format);
     work.job.OnlyShrink();
     work.jobs = JobsFrom(arguments);
@@ -122,9 +122,8 @@ class FolderWorker {
         const std::string target = UsableName(work_.targetFolder / file.target);
         MakeFolderOf(work_.targetFolder / file.target);
         Job job = work_.job;
-        const bool isResized = work_.height > 0;
-        job.Expect(isResized ? lumbrix_resize(source.c_str(), target.c_str(), work_.height, job.Get())
-                             : lumbrix_convert(source.c_str(), target.c_str(), job.Get()));
+        job.Expect(work_.size ? lumbrix_fit(source.c_str(), target.c_str(), &*work_.size, job.Get())
+                              : lumbrix_convert(source.c_str(), target.c_str(), job.Get()));
         if (const std::string warning = job.Warning(); !warning.empty()) {
             progress.Tell(MessageLine(warning));
         }

@@ -4,6 +4,7 @@
 #include "base/lettercase.h"
 #include "cli/interrupt.h"
 #include "cli/numbers.h"
+#include "cli/sizing.h"
 #include "cli/text.h"
 
 #include <cstdio>
@@ -25,6 +26,16 @@ const char* CompressionFrom(const std::string& text) {
     throw WrongUsage{"unknown compression '" + text + "': use " + CompressionOption.purpose};
 }
 
+bool TurnsUpright(const Arguments& arguments, Upright upright) {
+    const bool isAsked = arguments.Has(AutoOrientOption.name);
+    const bool isRefused = arguments.Has(NoAutoOrientOption.name);
+    if (isAsked && isRefused) {
+        throw WrongUsage{"use either --auto-orient or --no-auto-orient"};
+    }
+    // Without metadata nothing tells any more how the picture is to be shown.
+    return isAsked || (!isRefused && (upright == Upright::Usually || arguments.Has(StripOption.name)));
+}
+
 std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* /*context*/, std::uint32_t /*rowsDone*/, std::uint32_t /*rows*/) {
     return MustStop() ? 0 : 1;
 }
@@ -39,14 +50,28 @@ void RequireName(const std::string& file) {
 
 Job::Job() { job_.progress = GoOnUnlessStopped; }
 
-Job::Job(const Arguments& arguments) : Job() {
-    job_.strict = arguments.Has(StrictOption.name) ? 1 : 0;
+Job::Job(const Arguments& arguments, Upright upright) : Job() {
+    const auto flag = [&](const Option& option) { return arguments.Has(option.name) ? 1 : 0; };
+    job_.strict = flag(StrictOption);
+    job_.only_shrink = flag(OnlyShrinkOption);
+    job_.strip = flag(StripOption);
+    job_.keep_profile = flag(KeepProfileOption);
+    job_.auto_orient = TurnsUpright(arguments, upright) ? 1 : 0;
+    if (const auto color = arguments.ValueOf(BackgroundOption.name)) {
+        ColorFrom(*color);
+        background_ = *color;
+    }
     if (const auto quality = arguments.ValueOf(QualityOption.name)) {
         job_.quality = WholeNumber(*quality, "quality", 1, HighestQuality);
     }
     if (const auto word = arguments.ValueOf(CompressionOption.name)) {
         job_.compression = CompressionFrom(*word);
     }
+}
+
+lumbrix_job* Job::Get() {
+    job_.background = background_.empty() ? nullptr : background_.c_str();
+    return &job_;
 }
 
 void Job::Expect(std::int32_t status) const {

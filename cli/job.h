@@ -15,22 +15,35 @@ inline constexpr Option QualityOption{"--quality", "N", "of JPEG, from 1 (small)
 inline constexpr Option CompressionOption{"--compression", "WORD",
                                           "PNG: fast, default, small; TIFF: default, none, lzw, deflate, group4, jpeg"};
 
+// For every command that writes but those that write what is asked for alone: a date, an icon.
+inline constexpr Option AutoOrientOption{"--auto-orient", nullptr,
+                                         "first turn the picture as its EXIF orientation says"};
+inline constexpr Option NoAutoOrientOption{
+    "--no-auto-orient", nullptr, "do not (usual, but for thumb, for resize, for folder with a size, and for --strip)"};
+inline constexpr Option BackgroundOption{"--background", "RRGGBB", "lay a picture with transparency over this colour"};
+inline constexpr Option StripOption{"--strip", nullptr,
+                                    "leave out all that is told of the picture: EXIF, profile and all"};
+inline constexpr Option KeepProfileOption{"--keep-profile", nullptr, "with --strip: all but the colour profile"};
+
 // Throws WrongUsage for a name that is empty or blank.
 void RequireName(const std::string& file);
+
+// Whether a command turns pictures as their EXIF orientation says where no option tells.
+enum class Upright { WhereAsked, Usually };
 
 // The operation ends early where the user wants the program to stop.
 class Job {
   public:
     Job();
-    explicit Job(const Arguments& arguments);
+    explicit Job(const Arguments& arguments, Upright upright = Upright::WhereAsked);
 
     // Of a new job; null for the extension of the target.
     void SetFormat(const char* format) { job_.format = format; }
     void KeepExisting() { job_.keep_existing = 1; }
     void OnlyShrink() { job_.only_shrink = 1; }
 
-    // What the engine's procedures take.
-    lumbrix_job* Get() { return &job_; }
+    // What the engine's procedures take; good for as long as this job, which they fill in.
+    lumbrix_job* Get();
 
     // Throws the Failure that the engine tells of, unless an operation succeeded.
     void Expect(std::int32_t status) const;
@@ -46,6 +59,7 @@ class Job {
 
   private:
     lumbrix_job job_ = LUMBRIX_JOB_INIT;
+    std::string background_; // empty for none
 };
 
 } // namespace lumbrix::cli

@@ -47,7 +47,7 @@ int RunThumb(const Arguments& arguments) {
     const std::int32_t height = PositiveNumber(arguments[1], "height");
     RequireName(source);
     RequireFormat(target);
-    Job job(arguments);
+    Job job(arguments, Upright::Usually);
     job.ExpectOrWarn(lumbrix_thumb(source.c_str(), target.c_str(), height, job.Get()));
     return 0;
 }
@@ -57,9 +57,9 @@ int RunResize(const Arguments& arguments) {
     const std::string& target = arguments[1];
     RequireName(source);
     RequireFormat(target);
-    const std::int32_t height = PositiveNumber(arguments[2], "height");
-    Job job(arguments);
-    job.ExpectOrWarn(lumbrix_resize(source.c_str(), target.c_str(), height, job.Get()));
+    const lumbrix_fitting size = RequiredSizeFrom(arguments, 2);
+    Job job(arguments, Upright::Usually);
+    job.ExpectOrWarn(lumbrix_fit(source.c_str(), target.c_str(), &size, job.Get()));
     return 0;
 }
 

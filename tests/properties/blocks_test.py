@@ -20,7 +20,7 @@ BYTE, ASCII, SHORT, LONG, RATIONAL, UNDEFINED = 1, 2, 3, 4, 5, 7
 WIDTH, HEIGHT = 64, 48
 OPERATIONS = {
     "convert": (["convert"], (WIDTH, HEIGHT)),
-    "resize": (["resize", "24"], (32, 24)),
+    "resize": (["resize", "24", "--no-auto-orient"], (32, 24)),
     "crop": (["crop", "3", "4", "20", "30"], (20, 30)),
     "rotate": (["rotate", "90"], (HEIGHT, WIDTH)),
     "annotate": (["annotate", "5", "5", "text"], (WIDTH, HEIGHT)),

@@ -34,7 +34,7 @@ FIELDS = {
 
 # One command of each kind that draws or moves pixels.
 EDITS = {
-    "resized": ["resize", "100"],
+    "resized": ["resize", "100", "--no-auto-orient"],
     "rotated": ["rotate", "90", "h"],
     "cropped": ["crop", "10", "20", "300", "200"],
     "annotated": ["annotate", "10", "10", "text"],
