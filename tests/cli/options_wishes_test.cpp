@@ -26,6 +26,12 @@ class WishOptions : public Folder {
         return Run(words);
     }
 
+    // The one pixel of a picture, over white.
+    Rgb ColorIn(const std::string& name) {
+        ExpectSuccess(Run({"thumb", Path(name), "1", Path("seen.bmp")}));
+        return View("seen.bmp").At(0, 0);
+    }
+
     bool IsTurned() const { return View("out.bmp").Height() > View("out.bmp").Width(); }
 };
 
@@ -98,10 +104,25 @@ TEST_F(WishOptions, TurningAndNotTurningContradict) {
 }
 
 TEST_F(WishOptions, BackgroundShowsWhereNothingIs) {
-    // Two pixels of 32 bits, red at half strength and nothing; the header says that the fourth byte is alpha.
-    ExpectSuccess(Run({"annotate", Path("flat.bmp"), Path("opaque.png"), "0", "0", ".", "--background", "00FF00"}));
-    ExpectSuccess(Run({"convert", Path("opaque.png"), Path("out.bmp")}));
-    EXPECT_EQ(View("out.bmp").At(39, 19), Red) << "an opaque picture stays";
+    // One pixel, of the entry that is transparent.
+    WriteBytes(folder_ / "hole.gif",
+               "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF!\xF9\4\1\0\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D\1\0;"s);
+    EXPECT_EQ(ColorIn("hole.gif"), White);
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"convert", Path("hole.gif"), Path("out.png")},
+          {"thumb", Path("hole.gif"), "1", Path("out.png")},
+          {"resize", Path("hole.gif"), Path("out.png"), "1"}}) {
+        auto command = words;
+        command.insert(command.end(), {"--background", "00ff00"});
+        ExpectSuccess(Run(command));
+        EXPECT_EQ(ColorIn("out.png"), Green) << words[0];
+    }
+    WriteBytes(folder_ / "in/hole.gif", ReadBytes(folder_ / "hole.gif"));
+    ExpectSuccess(RunFolder({"bmp", "--background", "0000ff", "--jobs", "2"}), "1 written, 0 skipped, 0 failed\n");
+    EXPECT_EQ(ColorIn("out/hole.bmp"), Blue);
+}
+
+TEST_F(WishOptions, ColorsThatAreNoneAreWrong) {
     for (const char* color : {"", "fff", "00000g", "0000000", "#00ff00"}) {
         ExpectWrongUsage(Make("convert", {"--background", color}), "invalid colour ");
     }
