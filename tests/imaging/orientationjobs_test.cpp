@@ -195,21 +195,25 @@ TEST_F(Orientation, EstablishedProceduresTurnNothing) {
     }
 }
 
+struct LastReport {
+    std::uint32_t done = 0;
+    std::uint32_t rows = 0;
+};
+
+int32_t LUMBRIX_CALL KeepReport(void* context, std::uint32_t done, std::uint32_t rows) {
+    auto& last = *static_cast<LastReport*>(context);
+    EXPECT_GE(done, last.done);
+    last = {done, rows};
+    return 1;
+}
+
 TEST_F(Orientation, ProgressOfATurnedPictureRunsUpToAllRows) {
-    struct LastReport {
-        std::uint32_t last = 0;
-        std::uint32_t rows = 0;
-    } seen;
-    job_.context = &seen;
-    job_.progress = [](void* context, std::uint32_t done, std::uint32_t rows) -> int32_t {
-        auto& told = *static_cast<LastReport*>(context);
-        EXPECT_GE(done, told.last);
-        told = {done, rows};
-        return 1;
-    };
+    LastReport last;
+    job_.context = &last;
+    job_.progress = KeepReport;
     ASSERT_EQ(lumbrix_resize(MakeTurned(6, 16).c_str(), Path("b.png").c_str(), 30, &job_), 0);
-    EXPECT_EQ(seen.last, seen.rows);
-    EXPECT_EQ(seen.rows, 48u + 30u);
+    EXPECT_EQ(last.done, last.rows);
+    EXPECT_EQ(last.rows, 48u + 30u);
 }
 
 } // namespace
