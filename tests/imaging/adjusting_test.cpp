@@ -148,6 +148,13 @@ TEST_F(Adjusting, ThumbnailThatOnlyShrinksIsNoHigherThanTheTurnedPicture) {
     EXPECT_EQ(MakeThumbnail({"a", "b", "image/bmp"}, 60, upright_).result, (PixelSize{40, 60}));
 }
 
+TEST_F(Adjusting, ThumbnailWithoutAWidthIsRefusedAsItLiesToo) {
+    fake_.ReportSize(1000, 1); // 1 x 1000 upright
+    StoreOrientation(6);
+    EXPECT_EQ(MakeThumbnail({"a", "b", "image/bmp"}, 100, upright_).end.step, Step::Make);
+    ExpectNoCall("GdipGetImageThumbnail");
+}
+
 TEST_F(Adjusting, PictureIsUprightBeforeItIsCutOrTurned) {
     StoreOrientation(6);
     Crop({"a", "b", "image/bmp", 1, 2, 3, 4}, upright_);

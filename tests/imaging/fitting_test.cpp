@@ -41,11 +41,9 @@ TEST(Fitting, BoxIsFilledOnTheSideThatIsShort) {
 }
 
 TEST(Fitting, NeverLeavesTheBoxWhateverAFloatMakesOfIt) {
-    for (const PixelSize picture : {PixelSize{16777217, 16777216}, {16777216, 16777217}, {2, 3}, {3, 2}}) {
-        const PixelSize size = FittedSize(picture, {.height = 1999999999, .width = 2000000000});
-        EXPECT_LE(size.width, 2000000000);
-        EXPECT_LE(size.height, 1999999999);
-    }
+    // 2 / 3 as a float is larger, so 2,000,000,000 of it are 1,333,333,373.
+    EXPECT_EQ(FittedSize({3, 2}, {.height = 1333333334, .width = 2000000000}), (PixelSize{2000000000, 1333333334}));
+    EXPECT_EQ(FittedSize({2, 3}, {.height = 2000000000, .width = 1333333334}), (PixelSize{1333333334, 2000000000}));
 }
 
 TEST(Fitting, NoSideIsLessThanAPixel) {
