@@ -170,38 +170,38 @@ typedef struct lumbrix_job {
     uint32_t size; /* of this struct, in bytes, so that a later version knows what the caller has */
 
     /* To be done. */
-    const char* format;      /* of the file to write: "bmp", "jpg", "gif", "tiff" or "png"; null: by its extension */
-    int32_t strict;          /* not 0: refuse a damaged picture. Else a damaged JPEG is shown as far as it goes, the
-                                rest grey, and so are run-length coded BMP and GIF whose data end early, the rest
-                                in one colour or transparent. Other damage is refused anyway */
-    int32_t keep_existing;   /* not 0: do not replace a destination that is there */
-    int32_t only_shrink;     /* not 0: lumbrix_fit, lumbrix_resize and lumbrix_thumb do not enlarge. A picture keeps
-                                its size that is no higher and no wider than asked for, as far as that is asked for,
-                                and every picture at a percentage of 100 or more */
-    int32_t auto_orient;     /* not 0: the picture is turned as its EXIF orientation (1 to 8) says before all else, and
-                                the orientation taken out, also of XMP (tiff:Orientation), so that nobody turns it
-                                again. Heights, rectangles and places are those of the turned picture. Without an
-                                orientation, and with another number, nothing is done. The platform's own imaging
-                                library on Windows leaves XMP as it is, and the sizes that EXIF tells */
-    int32_t strip;           /* not 0: nothing is told of the picture any more: no EXIF, XMP, IPTC, image resources,
-                                comments, thumbnails, colour profile. The orientation goes too, so set auto_orient
-                                beside it unless pictures are to be shown as they lie. The resolution stays, and so
-                                does the date that lumbrix_date_stamp sets. Of the platform's own imaging library on
-                                Windows what it knows as properties is taken out */
-    int32_t keep_profile;    /* not 0: strip leaves the colour profile (ICC) where the picture has one; without strip
-                                it is kept anyway. lumbrix_thumb keeps none */
-    const char* background;  /* null for none, or "RRGGBB", six hexadecimal digits: the picture is laid over this
-                                colour before anything is drawn on it, and is opaque then, in any format. A picture
-                                without transparency stays as it is. Without a background, formats without alpha get
-                                the picture over white. Any other text is LUMBRIX_INVALID_PARAMETER. The platform's
-                                own imaging library on Windows cannot do it: LUMBRIX_NOT_IMPLEMENTED */
-    const char* compression; /* null or "default": what suits the picture. Of TIFF also "none", "lzw", "deflate",
-                                "group4" (for black and white only) and "jpeg" (not for alpha and palettes), of PNG
-                                "fast" and "small"; LUMBRIX_INVALID_PARAMETER for any other word, for another format
-                                and for a picture that it does not suit. The platform's own imaging library on
-                                Windows knows "none", "lzw" and "group4" only */
-    int32_t quality;         /* of JPEG, also in TIFF: 1 (small) to 100 (good); 0: 75. Anything else is
-                                LUMBRIX_INVALID_PARAMETER. Other formats have none, and pass it over */
+    const char* format;        /* of the file to write: "bmp", "jpg", "gif", "tiff" or "png"; null: by its extension */
+    int32_t strict;            /* not 0: refuse a damaged picture. Else a damaged JPEG is shown as far as it goes, the
+                                  rest grey, and so are run-length coded BMP and GIF whose data end early, the rest
+                                  in one colour or transparent. Other damage is refused anyway */
+    int32_t keep_existing;     /* not 0: do not replace a destination that is there */
+    int32_t only_shrink;       /* not 0: lumbrix_fit, lumbrix_resize and lumbrix_thumb do not enlarge. A picture keeps
+                                  its size that is no higher and no wider than asked for, as far as that is asked for,
+                                  and every picture at a percentage of 100 or more */
+    int32_t auto_orient;       /* not 0: the picture is turned as its EXIF orientation (1 to 8) says before all else,
+                                  and the orientation is taken out, also of XMP (tiff:Orientation), so that nobody
+                                  turns it again. Heights, rectangles and places are those of the turned picture.
+                                  Without an orientation, and with another number, nothing is done. The platform's own
+                                  imaging library on Windows leaves XMP as it is, and the sizes that EXIF tells */
+    int32_t strip;             /* not 0: nothing is told of the picture any more: no EXIF, XMP, IPTC, image resources,
+                                  comments, thumbnails, colour profile. The orientation goes too, so set auto_orient
+                                  beside it unless pictures are to be shown as they lie. The resolution stays, and so
+                                  does the date that lumbrix_date_stamp sets. Of the platform's own imaging library on
+                                  Windows what it knows as properties is taken out */
+    int32_t keep_profile;      /* not 0: strip leaves the colour profile (ICC) where the picture has one; without
+                                  strip it is kept anyway. lumbrix_thumb keeps none */
+    const char* background;    /* null for none, or "RRGGBB", six hexadecimal digits: the picture is laid over this
+                                  colour before anything is drawn on it, and is opaque then, in any format. A picture
+                                  without transparency stays as it is. Without a background, formats without alpha get
+                                  the picture over white. Any other text is LUMBRIX_INVALID_PARAMETER. The platform's
+                                  own imaging library on Windows cannot do it: LUMBRIX_NOT_IMPLEMENTED */
+    const char* compression;   /* null or "default": what suits the picture. Of TIFF also "none", "lzw", "deflate",
+                                  "group4" (for black and white only) and "jpeg" (not for alpha and palettes), of PNG
+                                  "fast" and "small"; LUMBRIX_INVALID_PARAMETER for any other word, for another format
+                                  and for a picture that it does not suit. The platform's own imaging library on
+                                  Windows knows "none", "lzw" and "group4" only */
+    int32_t quality;           /* of JPEG, also in TIFF: 1 (small) to 100 (good); 0: 75. Anything else is
+                                  LUMBRIX_INVALID_PARAMETER. Other formats have none, and pass it over */
     lumbrix_progress progress; /* null for none. The platform's own imaging library on Windows never calls it */
     void* context;             /* handed to progress */
 
@@ -346,7 +346,7 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_date_stamp(const char* source, const
    be given back with lumbrix_free; null only where memory ran out. */
 LUMBRIX_EXPORT char* LUMBRIX_CALL lumbrix_stamped_name(const char* file);
 
-/* Reads the size into the job, without decoding. */
+/* Reads the size into the job, that of the picture as it is stored, without decoding. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_read_size(const char* file, lumbrix_job* job);
 
 /* Puts the date property, or the list of properties as EnumerateImageProperties writes it, into `text`, in the place of
