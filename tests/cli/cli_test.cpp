@@ -177,7 +177,7 @@ TEST_F(CommandLine, WordsBehindTwoDashesAreNoOptions) {
 TEST_F(CommandLine, MissingImagingLibraryIsNamed) {
     const std::filesystem::path folder = std::filesystem::path(LUMBRIX_CLI).parent_path();
     std::filesystem::create_directory(folder_ / "bin");
-    for (const char* name : {"lumbrix-cli", "liblumbrix.so"}) {
+    for (const char* name : {"lumbrix-cli", "liblumbrix.so.0"}) {
         std::filesystem::copy_file(folder / name, folder_ / (std::string("bin/") + name));
     }
     const std::string command =

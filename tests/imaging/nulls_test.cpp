@@ -114,6 +114,7 @@ const Row Rows[] = {
     {"lumbrix_read_properties", [] { return lumbrix_read_properties(nullptr, nullptr, nullptr); }, 2},
     {"lumbrix_read_size", [] { return lumbrix_read_size(nullptr, nullptr); }, -16003},
     {"lumbrix_resize", [] { return lumbrix_resize(nullptr, nullptr, 9, nullptr); }, -16003},
+    {"lumbrix_fit", [] { return lumbrix_fit(nullptr, nullptr, nullptr, nullptr); }, 2},
     {"lumbrix_rotate", [] { return lumbrix_rotate(nullptr, nullptr, nullptr, nullptr); }, 2},
     {"lumbrix_stamp", [] { return lumbrix_stamp(nullptr, nullptr, nullptr, nullptr); }, 2},
     {"lumbrix_stamped_name", Gives("_stamped.jpg", [] { return lumbrix_stamped_name(nullptr); }), 0},

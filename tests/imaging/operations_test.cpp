@@ -12,13 +12,13 @@ using namespace lumbrix;
 
 using Calls = std::vector<std::string>;
 
-StatusValue Convert() { return ConvertImageFile("a.png", "b.jpg", "image/jpeg"); }
+StatusValue ConvertAsWished() { return ConvertImageFile("a.png", "b.jpg", "image/jpeg"); }
 StatusValue Thumb(std::int32_t height = 10) { return ConvertImageFileToThumb("a.png", height, "b.jpg", "image/jpeg"); }
 
 using Operations = tests::WithFake;
 
 TEST_F(Operations, ConvertIsOneDecodeAndOneEncode) {
-    EXPECT_EQ(Convert(), 0);
+    EXPECT_EQ(ConvertAsWished(), 0);
     EXPECT_EQ(fake_.Calls(),
               (Calls{"GdiplusStartup", "GdipGetImageEncodersSize", "GdipGetImageEncoders", "GdipLoadImageFromFile",
                      "GdipSaveImageToFile 11", "GdipDisposeImage 11", "GdiplusShutdown 1"}));
@@ -44,7 +44,7 @@ TEST_F(Operations, BlanksAloneMakeANameBlank) {
 
 TEST_F(Operations, ConvertWithoutSessionIsRefused) {
     fake_.Answer("GdiplusStartup", 17);
-    EXPECT_EQ(Convert(), -16001);
+    EXPECT_EQ(ConvertAsWished(), -16001);
     EXPECT_EQ(fake_.Calls(), Calls{"GdiplusStartup"});
 }
 
@@ -55,24 +55,24 @@ TEST_F(Operations, ConvertWithoutEncoderLeavesTheSessionOpen) {
 
 TEST_F(Operations, ConvertWithFailingEncoderListFindsNoEncoder) {
     fake_.Answer("GdipGetImageEncoders", 1);
-    EXPECT_EQ(Convert(), -16002);
+    EXPECT_EQ(ConvertAsWished(), -16002);
 }
 
 TEST_F(Operations, ConvertOfAnUnreadableSourceLeavesTheSessionOpen) {
     fake_.Answer("GdipLoadImageFromFile", 10);
-    EXPECT_EQ(Convert(), 10);
+    EXPECT_EQ(ConvertAsWished(), 10);
     EXPECT_EQ(fake_.Calls().back(), "GdipLoadImageFromFile");
 }
 
 TEST_F(Operations, ConvertThatCannotSaveDisposesAndLeavesTheSessionOpen) {
     fake_.Answer("GdipSaveImageToFile", 7);
-    EXPECT_EQ(Convert(), 7);
+    EXPECT_EQ(ConvertAsWished(), 7);
     EXPECT_EQ(fake_.Calls().back(), "GdipDisposeImage 11");
 }
 
 TEST_F(Operations, ConvertOfNoImageSavesNothing) {
     fake_.GiveHandles(0, 0);
-    EXPECT_EQ(Convert(), 0);
+    EXPECT_EQ(ConvertAsWished(), 0);
     EXPECT_EQ(fake_.CountOf("GdipSaveImageToFile 0"), 0u);
     EXPECT_EQ(fake_.Calls().back(), "GdiplusShutdown 1");
 }

@@ -84,12 +84,12 @@ TEST_F(Orientation, EveryOneIsFollowedByEveryOperation) {
         ExpectUpright(lumbrix_thumb(source.c_str(), target.c_str(), height, &job_), "target.png", i);
         const lumbrix_rectangle whole = {0, 0, width, height};
         ExpectUpright(lumbrix_crop(source.c_str(), target.c_str(), &whole, &job_), "target.png", i);
-        const lumbrix_turn none = {180, "hv"};
+        const lumbrix_turn none = {sizeof(lumbrix_turn), 180, "hv"};
         ExpectUpright(lumbrix_rotate(source.c_str(), target.c_str(), &none, &job_), "target.png", i);
-        const lumbrix_annotation blank = {0, 0, " ", "Arial", 10, 0, 0, 0, 0, 255, 0, 0, 0};
+        const lumbrix_annotation blank = {sizeof(lumbrix_annotation), 0, 0, " ", "Arial", 10, 0, 0, 0, 0, 255, 0, 0, 0};
         ExpectUpright(lumbrix_annotate(source.c_str(), target.c_str(), &blank, &job_), "target.png", i);
         const std::string stamp = MakeWhite("stamp.png", 1, 1);
-        const lumbrix_stamp_place outside = {stamp.c_str(), 100, 100};
+        const lumbrix_stamp_place outside = {sizeof(lumbrix_stamp_place), stamp.c_str(), 100, 100};
         ExpectUpright(lumbrix_stamp(source.c_str(), target.c_str(), &outside, &job_), "target.png", i);
         job_.only_shrink = 1;
         ExpectUpright(lumbrix_resize(source.c_str(), target.c_str(), 100, &job_), "target.png", i);
@@ -119,7 +119,7 @@ TEST_F(Orientation, PlacesAreThoseOfTheTurnedPicture) {
     EXPECT_EQ(lumbrix_crop(source.c_str(), Path("corner.png").c_str(), &beyond, &job_), LUMBRIX_REFUSED);
     EXPECT_NE(std::string(job_.message).find("3 x 4"), std::string::npos);
     const std::string stamp = MakeWhite("stamp.png", 1, 1);
-    const lumbrix_stamp_place place = {stamp.c_str(), 2, 3};
+    const lumbrix_stamp_place place = {sizeof(lumbrix_stamp_place), stamp.c_str(), 2, 3};
     ASSERT_EQ(lumbrix_stamp(source.c_str(), Path("stamped.png").c_str(), &place, &job_), 0);
     EXPECT_EQ(Pixels("stamped.png").back(), White);
 }
@@ -127,7 +127,7 @@ TEST_F(Orientation, PlacesAreThoseOfTheTurnedPicture) {
 TEST_F(Orientation, StampIsPlacedAsItLies) {
     const std::string stamp = MakeTurned(6);
     const std::string source = MakeWhite("white.png", Width, Height);
-    const lumbrix_stamp_place place = {stamp.c_str(), 0, 0};
+    const lumbrix_stamp_place place = {sizeof(lumbrix_stamp_place), stamp.c_str(), 0, 0};
     ASSERT_EQ(lumbrix_stamp(source.c_str(), Path("stamped.png").c_str(), &place, &job_), 0);
     EXPECT_EQ(Pixels("stamped.png"), Upright(1));
 }
