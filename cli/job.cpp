@@ -4,6 +4,7 @@
 #include "base/lettercase.h"
 #include "cli/interrupt.h"
 #include "cli/numbers.h"
+#include "cli/progress.h"
 #include "cli/text.h"
 
 #include <cstdio>
@@ -25,7 +26,10 @@ const char* CompressionFrom(const std::string& text) {
     throw WrongUsage{"unknown compression '" + text + "': use " + CompressionOption.purpose};
 }
 
-std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* /*context*/, std::uint32_t /*rowsDone*/, std::uint32_t /*rows*/) {
+std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* progress, std::uint32_t rowsDone, std::uint32_t rows) {
+    if (progress != nullptr) {
+        static_cast<Progress*>(progress)->Rows(rowsDone, rows);
+    }
     return MustStop() ? 0 : 1;
 }
 
