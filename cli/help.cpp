@@ -18,7 +18,6 @@ constexpr const char* Remarks[] = {
     "A value stands behind its option or behind a sign of equality: --jobs 4, --jobs=4, -j 4, -j4.",
     "Where several files are written a failure is told at once, the work goes on, and a line of counts closes it.",
     "In JSON, bytes that are not UTF-8 are replaced by U+FFFD.",
-    "Exit status: 0 done, 1 a file stood in the way, 2 called wrongly, 130 interrupted.",
 };
 
 bool HasGroup(const Command& command, const OptionGroup& group) {
@@ -38,18 +37,6 @@ std::string LinesOf(const OptionGroup& group, const std::string& margin) {
         lines += LineOf(option, margin);
     }
     return lines;
-}
-
-std::string TitleOf(const OptionGroup& group) {
-    std::string title = std::string(group.title) + " (";
-    const char* separator = "";
-    for (const Command& command : Commands()) {
-        if (HasGroup(command, group)) {
-            title += std::string(separator) + command.name;
-            separator = ", ";
-        }
-    }
-    return title + "):\n";
 }
 
 std::string SummaryOf(const Command& command) {
@@ -72,6 +59,16 @@ std::string SummaryOf(const Command& command) {
 std::string SpellingOf(const Option& option) {
     const std::string letter = option.letter == 0 ? "    " : std::string("-") + option.letter + ", ";
     return letter + option.name + (option.value == nullptr ? "" : std::string(" ") + option.value);
+}
+
+std::string CommandsWith(const OptionGroup& group) {
+    std::string names;
+    for (const Command& command : Commands()) {
+        if (HasGroup(command, group)) {
+            names += (names.empty() ? "" : ", ") + std::string(command.name);
+        }
+    }
+    return names;
 }
 
 bool IsOwnGroup(const OptionGroup& group) {
@@ -103,14 +100,14 @@ std::string Help() {
         text += SummaryOf(command);
     }
     for (const OptionGroup& group : SharedGroups()) {
-        text += "\n" + TitleOf(group) + LinesOf(group, "  ");
+        text += std::string("\n") + group.title + " (" + CommandsWith(group) + "):\n" + LinesOf(group, "  ");
     }
     text += "\n  -h, --help     print this help, behind a command the help on that one, with examples\n"
             "  -V, --version  print the version\n\n";
     for (const char* remark : Remarks) {
         text += std::string(remark) + "\n";
     }
-    return text;
+    return text + "Exit status: " + ExitStatuses + "\n";
 }
 
 std::string HelpOn(const Command& command) {

@@ -22,6 +22,11 @@ std::vector<OptionGroup> SharedGroups();
 // Whether no other command has this group.
 bool IsOwnGroup(const OptionGroup& group);
 
+// The names of the commands that have a group, with commas between them.
+std::string CommandsWith(const OptionGroup& group);
+
+inline constexpr const char* ExitStatuses = "0 done, 1 a file stood in the way, 2 called wrongly, 130 interrupted.";
+
 // What is to be said about all commands, a sentence each.
 std::span<const char* const> GeneralRemarks();
 
