@@ -49,6 +49,12 @@ class Documents(unittest.TestCase):
         self.assertIn(("--strict",), self.options("date"))
         self.assertEqual(self.options("icon"), [])
 
+    def test_help_on_everything_has_every_option(self):
+        text = self.help()
+        for command in self.commands():
+            for spellings in self.options(command):
+                self.assertRegex(text, rf"\n +{re.escape(', '.join(spellings))} ")
+
     # ---- the manual ----
 
     def test_manual_has_every_command_and_option(self):
