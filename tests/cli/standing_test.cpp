@@ -44,6 +44,7 @@ TEST_F(StandingTargets, AreReplacedWhereNothingIsSaidOrThat) {
 }
 
 TEST_F(StandingTargets, AreSkippedOnDemand) {
+    MakeYounger("out/a.png", -5);
     for (const char* word : {"--skip", "--skip-existing"}) {
         fs::remove(folder_ / "out/b.png");
         ExpectSuccess(RunFolder({"png", word}), "1 written, 1 skipped, 0 failed\n");
@@ -113,6 +114,13 @@ TEST_F(StandingTargets, DryRunWritesNothing) {
                   Path("in/a.bmp") + " -> " + Path("a.gif") + "\n");
     EXPECT_FALSE(fs::exists(folder_ / "a.gif"));
     ExpectFailure(Run({"convert", Path("none.bmp"), Path("a.gif"), "-n"}), "none.bmp", "no such file");
+}
+
+TEST_F(StandingTargets, DryRunKnowsWhichFormatsAreWritten) {
+    fs::copy_file(folder_ / "in/a.bmp", folder_ / "in/a.ico");
+    const Outcome outcome = Run({"convert", Path("in/a.ico"), "--into", Path("new"), "-n"});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "0 would be written, 0 skipped, 1 failed\n");
 }
 
 TEST_F(StandingTargets, DryRunListsFilesInTheirOrder) {
