@@ -1,8 +1,8 @@
 // The commands that draw on a picture: annotate and stamp.
 #include "cli/drawing.h"
 
-#include "cli/formats.h"
 #include "cli/numbers.h"
+#include "cli/writing.h"
 
 namespace lumbrix::cli {
 
@@ -17,10 +17,21 @@ struct Lettering {
     std::int32_t size;
     std::int32_t alpha;
     Color color;
+    bool isBold;
+    bool isItalic;
+    bool isUnderlined;
+    bool isStruckOut;
 };
 
 Lettering LetteringFrom(const Arguments& arguments) {
-    Lettering lettering{arguments.ValueOf("--font").value_or(DefaultFont), DefaultSize, Opaque, {}};
+    Lettering lettering{arguments.ValueOf("--font").value_or(DefaultFont),
+                        DefaultSize,
+                        Opaque,
+                        {},
+                        arguments.Has("--bold"),
+                        arguments.Has("--italic"),
+                        arguments.Has("--underline"),
+                        arguments.Has("--strikeout")};
     if (const auto size = arguments.ValueOf("--size")) {
         lettering.size = PositiveNumber(*size, "size");
     }
@@ -42,48 +53,43 @@ void RequireText(const std::string& text) {
 } // namespace
 
 int RunAnnotate(const Arguments& arguments) {
-    const std::string& source = arguments[0];
-    const std::string& target = arguments[1];
-    const std::string& text = arguments[4];
-    RequireName(source);
-    RequireFormat(target);
-    const float x = Position(arguments[2], "X");
-    const float y = Position(arguments[3], "Y");
+    const Call call = CallFrom(arguments, 3);
+    const float x = Position(call.own[0], "X");
+    const float y = Position(call.own[1], "Y");
+    const std::string text = call.own[2];
     RequireText(text);
-    const Lettering lettering = LetteringFrom(arguments);
-    const lumbrix_annotation annotation{
-        .size = sizeof annotation,
-        .x = x,
-        .y = y,
-        .text = text.c_str(),
-        .font = lettering.font.c_str(),
-        .font_size = lettering.size,
-        .bold = arguments.Has("--bold"),
-        .italic = arguments.Has("--italic"),
-        .underline = arguments.Has("--underline"),
-        .strikeout = arguments.Has("--strikeout"),
-        .alpha = lettering.alpha,
-        .red = lettering.color.red,
-        .green = lettering.color.green,
-        .blue = lettering.color.blue,
+    const auto annotate = [=, lettering = LetteringFrom(arguments)](const char* source, const char* target,
+                                                                    lumbrix_job* job) {
+        const lumbrix_annotation annotation{
+            .size = sizeof annotation,
+            .x = x,
+            .y = y,
+            .text = text.c_str(),
+            .font = lettering.font.c_str(),
+            .font_size = lettering.size,
+            .bold = lettering.isBold,
+            .italic = lettering.isItalic,
+            .underline = lettering.isUnderlined,
+            .strikeout = lettering.isStruckOut,
+            .alpha = lettering.alpha,
+            .red = lettering.color.red,
+            .green = lettering.color.green,
+            .blue = lettering.color.blue,
+        };
+        return lumbrix_annotate(source, target, &annotation, job);
     };
-    Job job(arguments);
-    job.ExpectOrWarn(lumbrix_annotate(source.c_str(), target.c_str(), &annotation, job.Get()));
-    return 0;
+    return RunWriting(call, arguments, annotate);
 }
 
 int RunStamp(const Arguments& arguments) {
-    const std::string& source = arguments[0];
-    const std::string& target = arguments[1];
-    RequireName(source);
-    RequireFormat(target);
-    const lumbrix_stamp_place place{.size = sizeof place,
-                                    .stamp = arguments[4].c_str(),
-                                    .x = Position(arguments[2], "X"),
-                                    .y = Position(arguments[3], "Y")};
-    Job job(arguments);
-    job.ExpectOrWarn(lumbrix_stamp(source.c_str(), target.c_str(), &place, job.Get()));
-    return 0;
+    const Call call = CallFrom(arguments, 3);
+    const float x = Position(call.own[0], "X");
+    const float y = Position(call.own[1], "Y");
+    const std::string stamp = call.own[2];
+    return RunWriting(call, arguments, [=](const char* source, const char* target, lumbrix_job* job) {
+        const lumbrix_stamp_place place{.size = sizeof place, .stamp = stamp.c_str(), .x = x, .y = y};
+        return lumbrix_stamp(source, target, &place, job);
+    });
 }
 
 } // namespace lumbrix::cli

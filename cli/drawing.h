@@ -15,12 +15,6 @@ inline constexpr Option AnnotateOptions[] = {
     {"--strikeout", nullptr, "letters struck out"},
     {"--color", "RRGGBB", "six hexadecimal digits (000000, black)"},
     {"--alpha", "N", "from 1, faint, to 255, opaque (255)"},
-    StrictOption,
-    AutoOrientOption,
-    NoAutoOrientOption,
-    BackgroundOption,
-    StripOption,
-    KeepProfileOption,
 };
 
 int RunAnnotate(const Arguments& arguments);

@@ -1,29 +1,19 @@
 // The command that converts every picture of a folder.
 #pragma once
 
-#include "cli/job.h"
+#include "cli/batchoptions.h"
 #include "cli/options.h"
-#include "cli/sizing.h"
 
 namespace lumbrix::cli {
 
 inline constexpr Option FolderOptions[] = {
-    {"--recursive", nullptr, "search the subfolders too, and keep their layout"},
-    {"--skip-existing", nullptr, "leave targets that are there already as they are"},
-    {"--jobs", "N", "how many files are worked on at a time (one for each processor)"},
-    WidthOption,
-    HeightOption,
-    FitOption,
-    PercentOption,
-    OnlyShrinkOption,
-    StrictOption,
-    QualityOption,
-    CompressionOption,
-    AutoOrientOption,
-    NoAutoOrientOption,
-    BackgroundOption,
-    StripOption,
-    KeepProfileOption,
+    {"--recursive", nullptr, "search the subfolders too, and keep their layout", 'r'},
+    {"--list", "FILE",
+     "instead of searching, read names from FILE, one a line and relative to SOURCE_FOLDER, from the standard input "
+     "where "
+     "it is -",
+     0, Offer::Files},
+    {"--skip-existing", nullptr, "an older name of --skip"},
 };
 
 int RunFolder(const Arguments& arguments);

@@ -5,7 +5,6 @@
 #include "cli/system.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 namespace lumbrix::cli {
@@ -61,39 +60,6 @@ class Search {
     FoundFiles found_;
 };
 
-fs::path TargetOf(const fs::path& file, const std::string& word) {
-    fs::path target = file.parent_path() / file.stem();
-    target += "." + word;
-    return target;
-}
-
-class Planner {
-  public:
-    Planner(const FolderOrder& order, const std::vector<fs::path>& files, const KeyFunction& keyOf)
-        : order_(order), keyOf_(keyOf) {
-        for (const fs::path& file : files) {
-            sources_[keyOf_(order_.sourceFolder / file)] = file;
-        }
-    }
-
-    PlannedFile Plan(const fs::path& file) {
-        const fs::path target = TargetOf(file, order_.word);
-        const fs::path key = keyOf_(order_.targetFolder / target);
-        if (const auto standing = sources_.find(key); standing != sources_.end()) {
-            const Obstacle obstacle = standing->second == file ? Obstacle::ItIsTheSource : Obstacle::OtherSource;
-            return {file, target, obstacle, standing->second};
-        }
-        const auto& [first, isFirst] = targets_.try_emplace(key, file);
-        return isFirst ? PlannedFile{file, target} : PlannedFile{file, target, Obstacle::SameTarget, first->second};
-    }
-
-  private:
-    const FolderOrder& order_;
-    const KeyFunction& keyOf_;
-    std::map<fs::path, fs::path> sources_; // by their keys
-    std::map<fs::path, fs::path> targets_; // the source that has each key's target
-};
-
 } // namespace
 
 bool IsPictureName(const fs::path& file) {
@@ -108,12 +74,28 @@ FoundFiles SearchFolder(const fs::path& folder, bool isRecursive, const fs::path
     return search.Found();
 }
 
+FoundFiles ListedFiles(const std::vector<std::string>& names) {
+    FoundFiles found;
+    for (const std::string& name : names) {
+        const fs::path file = PathOf(name).lexically_normal();
+        if (file.is_absolute() || file.has_root_path() || *file.begin() == "..") {
+            found.failures.push_back("cannot work on " + name + ": it does not lie in the source folder");
+        } else {
+            found.pictures.push_back(file);
+        }
+    }
+    return found;
+}
+
 std::vector<PlannedFile> PlanFolder(const FolderOrder& order, std::vector<fs::path> files, const KeyFunction& keyOf) {
     std::sort(files.begin(), files.end());
-    Planner planner(order, files, keyOf);
-    std::vector<PlannedFile> plan(files.size());
-    std::transform(files.begin(), files.end(), plan.begin(), [&](const fs::path& file) { return planner.Plan(file); });
-    return plan;
+    files.erase(std::unique(files.begin(), files.end()), files.end());
+    std::vector<Intent> intents(files.size());
+    std::transform(files.begin(), files.end(), intents.begin(), [&](const fs::path& file) {
+        const fs::path target = TargetIn(file.parent_path(), file, order.word);
+        return Intent{file, target, order.sourceFolder / file, order.targetFolder / target};
+    });
+    return Plan(intents, keyOf, order.collisions);
 }
 
 } // namespace lumbrix::cli

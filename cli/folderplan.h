@@ -1,9 +1,10 @@
 // The pictures in a folder, and which of them becomes which file.
 #pragma once
 
+#include "cli/plan.h"
+
 #include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,28 +23,15 @@ struct FoundFiles {
 // which need not be there, is not searched where it lies inside.
 FoundFiles SearchFolder(const std::filesystem::path& folder, bool isRecursive, const std::filesystem::path& leftOut);
 
+// The files of a list of names, relative to the folder, each once. A name that leads out of the folder is a failure.
+FoundFiles ListedFiles(const std::vector<std::string>& names);
+
 struct FolderOrder {
     std::filesystem::path sourceFolder; // both in full, so that a source can be told from a target
     std::filesystem::path targetFolder;
     std::string word; // the extension of the targets, without its dot
+    Collisions collisions = Collisions::Refused;
 };
-
-enum class Obstacle {
-    None,
-    ItIsTheSource, // the file would become its own target
-    OtherSource,   // another source stands where the target would be
-    SameTarget,    // another source, which comes first, has the same target
-};
-
-struct PlannedFile {
-    std::filesystem::path source; // relative to the source folder
-    std::filesystem::path target; // relative to the target folder
-    Obstacle obstacle = Obstacle::None;
-    std::filesystem::path other; // the other source, if there is one in the way
-};
-
-// Two paths with the same key are the same file.
-using KeyFunction = std::function<std::filesystem::path(const std::filesystem::path& path)>;
 
 // The files in sorted order, each with its target at the same place below the target folder. `files` are the names of
 // pictures relative to the source folder. Looks at names only.

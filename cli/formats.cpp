@@ -11,6 +11,14 @@ namespace {
 
 constexpr const char* Formats[] = {"bmp", "jpg", "jpeg", "gif", "tif", "tiff", "png"};
 
+// Further extensions of formats that are written, as other programs use them.
+struct RarerExtension {
+    const char* word;
+    const char* format;
+};
+
+constexpr RarerExtension RarerExtensions[] = {{"dib", "bmp"}, {"rle", "bmp"}, {"jpe", "jpg"}, {"jfif", "jpg"}};
+
 const char* FindFormat(const std::string& word) {
     for (const char* format : Formats) {
         if (LowerCase(word) == format) {
@@ -27,6 +35,17 @@ const char* FormatOfWord(const std::string& word) {
         return format;
     }
     throw WrongUsage{"unknown format '" + word + "': use bmp, jpg, jpeg, gif, tif, tiff or png"};
+}
+
+const char* FormatOfName(const std::filesystem::path& file) {
+    const std::string extension = LowerCase(NameOf(file.extension()));
+    const std::string word = extension.empty() ? "" : extension.substr(1);
+    for (const RarerExtension& rarer : RarerExtensions) {
+        if (word == rarer.word) {
+            return rarer.format;
+        }
+    }
+    return FindFormat(word);
 }
 
 void RequireFormat(const std::string& target) {

@@ -4,6 +4,7 @@
 #include "base/lettercase.h"
 #include "cli/interrupt.h"
 #include "cli/numbers.h"
+#include "cli/progress.h"
 #include "cli/sizing.h"
 #include "cli/text.h"
 
@@ -36,7 +37,10 @@ bool TurnsUpright(const Arguments& arguments, Upright upright) {
     return isAsked || (!isRefused && (upright == Upright::Usually || arguments.Has(StripOption.name)));
 }
 
-std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* /*context*/, std::uint32_t /*rowsDone*/, std::uint32_t /*rows*/) {
+std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* progress, std::uint32_t rowsDone, std::uint32_t rows) {
+    if (progress != nullptr) {
+        static_cast<Progress*>(progress)->Rows(rowsDone, rows);
+    }
     return MustStop() ? 0 : 1;
 }
 

@@ -9,11 +9,17 @@
 
 namespace lumbrix::cli {
 
+class Progress;
+
 // For every command that writes.
 inline constexpr Option StrictOption{"--strict", nullptr, "refuse a damaged picture instead of showing what is left"};
 inline constexpr Option QualityOption{"--quality", "N", "of JPEG, from 1 (small) to 100 (good) (75)"};
-inline constexpr Option CompressionOption{"--compression", "WORD",
-                                          "PNG: fast, default, small; TIFF: default, none, lzw, deflate, group4, jpeg"};
+inline constexpr Option CompressionOption{"--compression",
+                                          "WORD",
+                                          "PNG: fast, default, small; TIFF: default, none, lzw, deflate, group4, jpeg",
+                                          0,
+                                          Offer::Nothing,
+                                          "default fast small none lzw deflate group4 jpeg"};
 
 // For every command that writes but those that write what is asked for alone: a date, an icon.
 inline constexpr Option AutoOrientOption{"--auto-orient", nullptr,
@@ -41,6 +47,9 @@ class Job {
     void SetFormat(const char* format) { job_.format = format; }
     void KeepExisting() { job_.keep_existing = 1; }
     void OnlyShrink() { job_.only_shrink = 1; }
+
+    // Tells of the rows that are done. The progress must live as long as the operations of this job and its copies.
+    void ReportTo(Progress& progress) { job_.context = &progress; }
 
     // What the engine's procedures take; good for as long as this job, which they fill in.
     lumbrix_job* Get();

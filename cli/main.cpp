@@ -1,6 +1,7 @@
 // lumbrix-cli: the exported procedures from a shell. Ends with 0 when the work was done, 1 when a file stood in the
 // way, 2 when it was called wrongly, 130 when it was interrupted.
 #include "cli/commands.h"
+#include "cli/help.h"
 #include "cli/interrupt.h"
 #include "cli/options.h"
 #include "cli/text.h"
@@ -20,21 +21,14 @@ constexpr int CalledWrongly = 2;
 
 void Tell(const std::string& message) { std::fputs(MessageLine(message).c_str(), stderr); }
 
-const Command& FindCommand(const std::string& name) {
-    for (const Command& command : Commands()) {
-        if (name == command.name) {
-            return command;
-        }
-    }
-    throw WrongUsage{"unknown command '" + name + "'"};
-}
+bool IsHelp(const std::string& word) { return word == HelpOption.name || word == "-h"; }
 
-bool IsHelp(const std::string& word) { return word == HelpOption || word == "-h"; }
+bool IsVersion(const std::string& word) { return word == "--version" || word == "-V"; }
+
+void Print(const std::string& text) { std::fputs(text.c_str(), stdout); }
 
 int RunCommand(const Command& command, const Arguments& arguments) {
-    if (arguments.Count() < command.fewestArguments || arguments.Count() > command.mostArguments) {
-        throw WrongUsage{std::string("usage: lumbrix-cli ") + command.name + " " + command.arguments};
-    }
+    ExpectArguments(command, arguments);
     StopWhenInterrupted();
     LoadImagingLibrary();
     const int status = command.run(arguments);
@@ -42,22 +36,31 @@ int RunCommand(const Command& command, const Arguments& arguments) {
     return WasInterrupted() ? InterruptedStatus : status;
 }
 
+// "help" and "help COMMAND", as some programs have it.
+int RunHelp(const std::vector<std::string>& words) {
+    Print(words.size() > 1 ? HelpOn(FindCommand(words[1])) : Help());
+    return 0;
+}
+
 int Run(const std::vector<std::string>& words) {
     if (words.empty()) {
         throw WrongUsage{"no command was given"};
     }
-    if (IsHelp(words[0])) {
-        PrintHelp();
-        return 0;
+    if (IsHelp(words[0]) || words[0] == "help") {
+        return RunHelp(words);
     }
-    if (words[0] == "--version") {
-        std::printf("lumbrix-cli %s\n", lumbrix_version());
+    if (IsVersion(words[0])) {
+        Print(std::string("lumbrix-cli ") + lumbrix_version() + "\n");
         return 0;
     }
     const Command& command = FindCommand(words[0]);
-    const Arguments arguments({words.begin() + 1, words.end()}, command.options);
-    if (arguments.Has(HelpOption) || (words.size() > 1 && IsHelp(words[1]))) {
-        PrintHelpOn(command);
+    if (words.size() > 1 && IsHelp(words[1])) {
+        Print(HelpOn(command));
+        return 0;
+    }
+    const Arguments arguments({words.begin() + 1, words.end()}, OptionsOf(command));
+    if (arguments.Has(HelpOption.name)) {
+        Print(HelpOn(command));
         return 0;
     }
     return RunCommand(command, arguments);
@@ -70,7 +73,7 @@ int main(int count, char** words) {
         const int status = Run({words + 1, words + count});
         return std::fflush(stdout) == 0 ? status : Failed;
     } catch (const WrongUsage& usage) {
-        Tell(usage.text + "; see lumbrix-cli --help");
+        Tell(usage.text + (usage.text.ends_with('?') ? " See" : "; see") + " lumbrix-cli --help");
         return CalledWrongly;
     } catch (const Stopped&) {
         return InterruptedStatus;

@@ -1,6 +1,8 @@
 // Tells the options of a command from its other words.
 #include "cli/options.h"
 
+#include "cli/spelling.h"
+
 #include <algorithm>
 
 namespace lumbrix::cli {
@@ -8,41 +10,113 @@ namespace lumbrix::cli {
 namespace {
 
 constexpr const char* EndOfOptions = "--";
-constexpr Option Help{HelpOption, nullptr, ""};
 
-const Option& FindOption(const std::string& word, std::span<const Option> known) {
-    if (word == HelpOption) {
-        return Help;
+bool IsDigit(char character) { return character >= '0' && character <= '9'; }
+
+bool IsLong(const std::string& word) { return word.starts_with("--"); }
+
+// A number below zero is no option, and no letter of an option is a digit.
+bool IsShort(const std::string& word) { return word.size() > 1 && word[0] == '-' && !IsDigit(word[1]); }
+
+class Parser {
+  public:
+    Parser(const std::vector<std::string>& words, std::span<const Option> known)
+        : known_(known), word_(words.begin()), end_(words.end()) {}
+
+    void Parse(std::vector<std::string>& plain) {
+        for (; word_ != end_; ++word_) {
+            if (*word_ == EndOfOptions) {
+                plain.insert(plain.end(), word_ + 1, end_);
+                return;
+            }
+            if (IsLong(*word_)) {
+                TakeLong(*word_);
+            } else if (IsShort(*word_)) {
+                TakeShort(*word_);
+            } else {
+                plain.push_back(*word_);
+            }
+        }
     }
-    const auto option = std::find_if(known.begin(), known.end(), [&](const Option& each) { return word == each.name; });
-    if (option == known.end()) {
-        throw WrongUsage{"unknown option '" + word + "'"};
+
+    std::map<std::string, std::string> Options() { return std::move(options_); }
+
+  private:
+    void TakeLong(const std::string& word) {
+        const std::size_t sign = word.find('=');
+        const Option& option = FindLong(word.substr(0, sign));
+        if (sign == std::string::npos) {
+            options_[option.name] = option.value == nullptr ? "" : NextWord(option);
+        } else if (option.value != nullptr) {
+            options_[option.name] = word.substr(sign + 1);
+        } else {
+            throw WrongUsage{std::string(option.name) + " takes no value"};
+        }
     }
-    return *option;
-}
+
+    void TakeShort(const std::string& word) {
+        for (std::size_t i = 1; i < word.size(); ++i) {
+            const Option& option = FindLetter(word[i], word);
+            if (option.value != nullptr) {
+                options_[option.name] = i + 1 < word.size() ? word.substr(i + 1) : NextWord(option);
+                return;
+            }
+            options_[option.name] = "";
+        }
+    }
+
+    std::string NextWord(const Option& option) {
+        if (word_ + 1 == end_) {
+            throw WrongUsage{std::string("missing value: ") + option.name + " " + option.value};
+        }
+        return *++word_;
+    }
+
+    const Option& FindLong(const std::string& name) const {
+        if (name == HelpOption.name) {
+            return HelpOption;
+        }
+        const auto option =
+            std::find_if(known_.begin(), known_.end(), [&](const Option& each) { return name == each.name; });
+        if (option == known_.end()) {
+            throw WrongUsage{"unknown option '" + name + "'" + Suggestion(name, Names())};
+        }
+        return *option;
+    }
+
+    const Option& FindLetter(char letter, const std::string& word) const {
+        if (letter == HelpOption.letter) {
+            return HelpOption;
+        }
+        const auto option =
+            std::find_if(known_.begin(), known_.end(), [&](const Option& each) { return letter == each.letter; });
+        if (option == known_.end()) {
+            throw WrongUsage{"unknown option '-" + std::string(1, letter) + "'; a file of the name " + word + " is ./" +
+                             word};
+        }
+        return *option;
+    }
+
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names{HelpOption.name};
+        for (const Option& option : known_) {
+            names.emplace_back(option.name);
+        }
+        return names;
+    }
+
+    std::span<const Option> known_;
+    std::vector<std::string>::const_iterator word_;
+    std::vector<std::string>::const_iterator end_;
+    std::map<std::string, std::string> options_;
+};
 
 } // namespace
 
 Arguments::Arguments(const std::vector<std::string>& words, std::span<const Option> known) {
-    for (auto word = words.begin(); word != words.end(); ++word) {
-        if (*word == EndOfOptions) {
-            plain_.insert(plain_.end(), word + 1, words.end());
-            return;
-        }
-        if (!word->starts_with("--")) {
-            plain_.push_back(*word);
-            continue;
-        }
-        const Option& option = FindOption(*word, known);
-        if (option.value == nullptr) {
-            options_[option.name] = "";
-            continue;
-        }
-        if (++word == words.end()) {
-            throw WrongUsage{std::string("missing value: ") + option.name + " " + option.value};
-        }
-        options_[option.name] = *word;
-    }
+    Parser parser(words, known);
+    parser.Parse(plain_);
+    options_ = parser.Options();
 }
 
 std::optional<std::string> Arguments::ValueOf(const std::string& option) const {

@@ -22,20 +22,34 @@ struct Failure {
 // Ends the program without a word: the user wanted it to stop.
 struct Stopped {};
 
+// What a shell offers for the value of an option.
+enum class Offer { Nothing, Files, Folders };
+
 struct Option {
     const char* name;    // with its dashes
     const char* value;   // as the help shows it, null for an option that takes none
     const char* purpose; // with what holds where the option is not given
+    char letter = 0;     // of the short form, 'j' for "-j"; 0 for none
+    Offer offer = Offer::Nothing;
+    const char* words = nullptr; // all that the value can be, with blanks between them; null for anything
+};
+
+// Options that the help shows together.
+struct OptionGroup {
+    const char* title;
+    std::span<const Option> options;
 };
 
 // Every command knows this option.
-inline constexpr const char* HelpOption = "--help";
+inline constexpr Option HelpOption{"--help", nullptr, "print the help on the command", 'h'};
 
 // The words behind a command, taken apart.
 class Arguments {
   public:
-    // Options may stand anywhere; "--" ends them, and all words behind it are plain. Throws WrongUsage for an option
-    // that is not among the known ones, and for one whose value is missing.
+    // Options may stand anywhere; "--" ends them, and all words behind it are plain. A value is a word of its own, or
+    // stands behind "=" or behind a single letter: "--jobs 4", "--jobs=4", "-j 4", "-j4". Letters without values may
+    // share a dash. A lone dash and a dash before a digit begin plain words. Throws WrongUsage for an option that is
+    // not among the known ones, for one whose value is missing, and for a value that is not wanted.
     Arguments(const std::vector<std::string>& words, std::span<const Option> known);
 
     std::size_t Count() const { return plain_.size(); }

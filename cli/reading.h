@@ -1,13 +1,14 @@
 // The commands on what a file says about its picture: size, properties and date.
 #pragma once
 
-#include "cli/job.h"
+#include "cli/batchoptions.h"
 #include "cli/options.h"
 
 namespace lumbrix::cli {
 
-inline constexpr Option DateOptions[] = {StrictOption, QualityOption, CompressionOption};
+inline constexpr Option ReadingOptions[] = {JsonOption};
 
+// Of several files a line each, with the name behind the size.
 int RunSize(const Arguments& arguments);
 int RunProperties(const Arguments& arguments);
 

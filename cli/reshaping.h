@@ -7,17 +7,15 @@
 
 namespace lumbrix::cli {
 
-inline constexpr Option WritingOptions[] = {StrictOption,       QualityOption,    CompressionOption, AutoOrientOption,
-                                            NoAutoOrientOption, BackgroundOption, StripOption,       KeepProfileOption};
+// How a file is written.
+inline constexpr Option EncodingOptions[] = {StrictOption, QualityOption, CompressionOption};
 
-inline constexpr Option ThumbOptions[] = {OnlyShrinkOption,  StrictOption,     QualityOption,
-                                          CompressionOption, AutoOrientOption, NoAutoOrientOption,
-                                          BackgroundOption,  StripOption,      KeepProfileOption};
+// What else becomes of the picture, and of what is told of it.
+inline constexpr Option AdjustingOptions[] = {AutoOrientOption, NoAutoOrientOption, BackgroundOption, StripOption,
+                                              KeepProfileOption};
 
-inline constexpr Option ResizeOptions[] = {WidthOption,      HeightOption,       FitOption,        PercentOption,
-                                           OnlyShrinkOption, StrictOption,       QualityOption,    CompressionOption,
-                                           AutoOrientOption, NoAutoOrientOption, BackgroundOption, StripOption,
-                                           KeepProfileOption};
+inline constexpr Option ThumbOptions[] = {OnlyShrinkOption};
+inline constexpr Option SizeOptions[] = {WidthOption, HeightOption, FitOption, PercentOption, OnlyShrinkOption};
 
 int RunConvert(const Arguments& arguments);
 int RunThumb(const Arguments& arguments);

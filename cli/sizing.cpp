@@ -48,16 +48,21 @@ lumbrix_fitting AtPercentage(const std::string& text) {
 
 } // namespace
 
-std::optional<lumbrix_fitting> SizeFrom(const Arguments& arguments, std::size_t heightAt) {
+bool HasSizeOption(const Arguments& arguments) {
+    return arguments.Has(WidthOption.name) || arguments.Has(HeightOption.name) || arguments.Has(FitOption.name) ||
+           arguments.Has(PercentOption.name);
+}
+
+std::optional<lumbrix_fitting> SizeFrom(const std::optional<std::string>& height, const Arguments& arguments) {
     std::vector<lumbrix_fitting> sizes;
-    if (arguments.Count() > heightAt) {
-        sizes.push_back(AtHeight(PositiveNumber(arguments[heightAt], "height")));
+    if (height) {
+        sizes.push_back(AtHeight(PositiveNumber(*height, "height")));
     }
     if (const auto width = arguments.ValueOf(WidthOption.name)) {
         sizes.push_back(AtWidth(PositiveNumber(*width, "width")));
     }
-    if (const auto height = arguments.ValueOf(HeightOption.name)) {
-        sizes.push_back(AtHeight(PositiveNumber(*height, "height")));
+    if (const auto option = arguments.ValueOf(HeightOption.name)) {
+        sizes.push_back(AtHeight(PositiveNumber(*option, "height")));
     }
     if (const auto box = arguments.ValueOf(FitOption.name)) {
         sizes.push_back(InBox(*box));
@@ -71,8 +76,8 @@ std::optional<lumbrix_fitting> SizeFrom(const Arguments& arguments, std::size_t 
     return sizes.empty() ? std::nullopt : std::optional(sizes.front());
 }
 
-lumbrix_fitting RequiredSizeFrom(const Arguments& arguments, std::size_t heightAt) {
-    const auto size = SizeFrom(arguments, heightAt);
+lumbrix_fitting RequiredSizeFrom(const std::optional<std::string>& height, const Arguments& arguments) {
+    const auto size = SizeFrom(height, arguments);
     if (!size) {
         throw WrongUsage{std::string("no size was given: use one of ") + Forms};
     }

@@ -4,8 +4,8 @@
 #include "cli/options.h"
 #include "imaging/exports/lumbrix.h"
 
-#include <cstddef>
 #include <optional>
+#include <string>
 
 namespace lumbrix::cli {
 
@@ -16,11 +16,14 @@ inline constexpr Option PercentOption{"--percent", "P",
                                       "make both sides P percent of what they are, such as 50 or 12.5"};
 inline constexpr Option OnlyShrinkOption{"--only-shrink", nullptr, "leave a picture that is small enough in its size"};
 
-// What the plain word at a place, if it is there, and the options ask for: a height, a width, a box or a percentage;
-// nothing where nothing is asked for. Throws WrongUsage for more than one of them, and for numbers that are none.
-std::optional<lumbrix_fitting> SizeFrom(const Arguments& arguments, std::size_t heightAt);
+// Whether an option asks for a size.
+bool HasSizeOption(const Arguments& arguments);
+
+// What a plain word, if there is one, and the options ask for: a height, a width, a box or a percentage; nothing where
+// nothing is asked for. Throws WrongUsage for more than one of them, and for numbers that are none.
+std::optional<lumbrix_fitting> SizeFrom(const std::optional<std::string>& height, const Arguments& arguments);
 
 // The same where a size must be asked for.
-lumbrix_fitting RequiredSizeFrom(const Arguments& arguments, std::size_t heightAt);
+lumbrix_fitting RequiredSizeFrom(const std::optional<std::string>& height, const Arguments& arguments);
 
 } // namespace lumbrix::cli

@@ -11,6 +11,10 @@ std::string NameOf(const std::filesystem::path& path) { return path.string(); }
 
 bool AreTextsUtf8() { return true; }
 
+std::string Utf8Of(const std::string& text) { return text; }
+
+std::vector<std::string> FilesMeant(const std::string& name) { return {name}; }
+
 std::filesystem::path FileKey(const std::filesystem::path& path) { return path; }
 
 bool IsErrorOutputATerminal() { return isatty(STDERR_FILENO) == 1; }

@@ -85,7 +85,40 @@ TEST_F(CommandLine, IconsAreMadeOnWindowsOnly) {
 
 TEST_F(CommandLine, HelpMayBeAPlainWord) { ExpectFailure(Run({"size", "--", "--help"}), "--help", "no such file"); }
 
-TEST_F(CommandLine, VersionIsPrinted) { EXPECT_EQ(Run({"--version"}).output, "lumbrix-cli " PROJECT_VERSION "\n"); }
+TEST_F(CommandLine, VersionIsPrinted) {
+    ExpectSuccess(Run({"--version"}), "lumbrix-cli " PROJECT_VERSION "\n");
+    ExpectSuccess(Run({"-V"}), "lumbrix-cli " PROJECT_VERSION "\n");
+}
+
+TEST_F(CommandLine, HelpIsACommandToo) {
+    EXPECT_EQ(Run({"help"}).output, Run({"--help"}).output);
+    EXPECT_EQ(Run({"-h"}).output, Run({"--help"}).output);
+    EXPECT_EQ(Run({"help", "crop"}).output, Run({"crop", "--help"}).output);
+    ExpectWrongUsage(Run({"help", "crip"}), "did you mean 'crop'?");
+}
+
+TEST_F(CommandLine, HelpOnACommandShowsBothFormsAndExamples) {
+    const std::string help = Run({"resize", "--help"}).output;
+    EXPECT_NE(help.find("  lumbrix-cli resize SOURCE TARGET [HEIGHT] [OPTIONS]\n"), std::string::npos) << help;
+    EXPECT_NE(help.find("  lumbrix-cli resize SOURCE... [HEIGHT] --into FOLDER [OPTIONS]\n"), std::string::npos)
+        << help;
+    EXPECT_NE(help.find("\nExamples:\n  lumbrix-cli resize "), std::string::npos) << help;
+    EXPECT_NE(help.find("-j, --jobs N "), std::string::npos) << help;
+}
+
+TEST_F(CommandLine, MistypedWordsAreSuggested) {
+    const Outcome command = Run({"convrt", "a", "b"});
+    EXPECT_EQ(command.status, 2);
+    EXPECT_EQ(command.errors,
+              "lumbrix-cli: unknown command 'convrt', did you mean 'convert'? See lumbrix-cli --help\n");
+    ExpectWrongUsage(Run({"convert", "a", "b", "--qualty", "5"}), "did you mean '--quality'?");
+}
+
+TEST_F(CommandLine, OptionsOfPicturesHoldForTextsToo) {
+    ExpectSuccess(Run({"annotate", Path("source.bmp"), Path("a.jpg"), "0", "0", "x", "--quality=5"}));
+    ExpectSuccess(Run({"annotate", Path("source.bmp"), Path("b.jpg"), "0", "0", "x", "--quality=100"}));
+    EXPECT_LT(std::filesystem::file_size(Path("a.jpg")), std::filesystem::file_size(Path("b.jpg")));
+}
 
 TEST_F(CommandLine, WrongUsageEndsWithTwo) {
     ExpectWrongUsage(Run({}), "no command was given");

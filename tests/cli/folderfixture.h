@@ -16,12 +16,13 @@ class Folder : public CommandLine {
         WriteBytes(folder_ / name, MakeBmp(width, height, [&](int, int) { return color; }));
     }
 
-    // A picture of zeros that takes no room, but long to work on.
-    void MakeVastPicture(const std::string& name) {
+    // A picture of zeros that takes no room, but long to work on. `side` is in pixels, and a multiple of four.
+    void MakeVastPicture(const std::string& name, unsigned side = 20000) {
+        const std::string number{static_cast<char>(side), static_cast<char>(side >> 8), '\0', '\0'};
         std::string header = MakeBmp(1, 1, [](int, int) { return Black; }).substr(0, 54);
-        header.replace(18, 8, std::string("\x20\x4E\0\0\x20\x4E\0\0", 8)); // 20,000 pixels a side
+        header.replace(18, 8, number + number);
         WriteBytes(folder_ / name, header);
-        std::filesystem::resize_file(folder_ / name, 54 + std::uintmax_t{20000} * 60000);
+        std::filesystem::resize_file(folder_ / name, 54 + std::uintmax_t{side} * side * 3);
     }
 
     // Runs `folder in out`, with these words behind.

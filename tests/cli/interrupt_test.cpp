@@ -75,6 +75,36 @@ TEST_F(Interrupt, LostTerminalIsOne) {
     ExpectEndWith(SIGHUP, child);
 }
 
+TEST_F(Interrupt, EndsAConversionWithABar) {
+    const pid_t child = Start({"convert", Path("in/vast.bmp"), Path("a.tif"), "--compression", "deflate"});
+    Sleep(1200);
+    ExpectEndWith(SIGINT, child);
+}
+
+TEST_F(Interrupt, SecondOneEndsARunOverSeveralSources) {
+    MakeFolder("in/out");
+    const pid_t child =
+        Start({"resize", Path("in/vast.bmp"), Path("source.bmp"), "9000", "--into", Path("in/out"), "-j1"});
+    Sleep(300);
+    kill(child, SIGINT);
+    Sleep(50);
+    ExpectEndWith(SIGINT, child);
+    EXPECT_EQ(NamesIn("in/out"), Names{});
+}
+
+TEST_F(Interrupt, FirstOneFinishesTheFileOfSeveralThatIsUnderWay) {
+    MakeFolder("in/out");
+    const pid_t child =
+        Start({"resize", Path("in/vast.bmp"), Path("source.bmp"), "900", "--into", Path("in/out"), "-j1"});
+    Sleep(150);
+    ASSERT_EQ(waitpid(child, nullptr, WNOHANG), 0) << "the work was done too soon for this test";
+    kill(child, SIGINT);
+    const Outcome outcome = Wait(child);
+    EXPECT_EQ(outcome.status, 130);
+    EXPECT_EQ(outcome.output, "1 written, 0 skipped, 0 failed, 1 not reached\n");
+    EXPECT_EQ(NamesIn("in/out"), (Names{"vast.bmp"}));
+}
+
 TEST_F(Interrupt, SecondOneEndsAWholeRun) {
     MakeFolder("in/out");
     const pid_t child = Start({"folder", Path("in"), Path("in/out"), "png", "9000"});

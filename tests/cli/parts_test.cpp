@@ -93,6 +93,18 @@ TEST(Formats, WordsAreTakenInAnyLetterCase) {
     }
 }
 
+TEST(Formats, ExtensionsOfOtherProgramsAreKnownToo) {
+    const std::pair<const char*, const char*> names[] = {{"a.BMP", "bmp"}, {"b.dib", "bmp"},  {"c.Rle", "bmp"},
+                                                         {"d.jpe", "jpg"}, {"e.JFIF", "jpg"}, {"f.jpeg", "jpeg"},
+                                                         {"g.tif", "tif"}, {"h.png", "png"},  {"i.gif", "gif"}};
+    for (const auto& [name, format] : names) {
+        EXPECT_STREQ(FormatOfName(name), format);
+    }
+    for (const char* name : {"a", "a.ico", "a.", ".png", "png", "a.png/b"}) {
+        EXPECT_EQ(FormatOfName(name), nullptr) << name;
+    }
+}
+
 TEST(Jobs, NamesThatAreBlankAreWrong) {
     EXPECT_THROW(RequireName(""), WrongUsage);
     EXPECT_THROW(RequireName("  "), WrongUsage);
@@ -114,6 +126,9 @@ TEST(ProgressBar, FillsFromLeftToRight) {
     EXPECT_EQ(ProgressLine(0, 4), "[----------------------------------------] 0 of 4");
     EXPECT_EQ(ProgressLine(1, 4), "[##########------------------------------] 1 of 4");
     EXPECT_EQ(ProgressLine(4, 4), "[########################################] 4 of 4");
+    EXPECT_EQ(PercentLine(0), "[----------------------------------------] 0 %");
+    EXPECT_EQ(PercentLine(50), "[####################--------------------] 50 %");
+    EXPECT_EQ(PercentLine(100), "[########################################] 100 %");
 }
 
 } // namespace

@@ -14,7 +14,9 @@ import unittest
 from pathlib import Path
 
 LINUX = {
-    "runtime": {"bin/lumbrix-cli", "lib/liblumbrix.so.0", "lib/liblumbrix.so.VERSION", "lib/lumbrix/liblumbriximaging.so"},
+    "runtime": {"bin/lumbrix-cli", "lib/liblumbrix.so.0", "lib/liblumbrix.so.VERSION", "lib/lumbrix/liblumbriximaging.so",
+                "share/man/man1/lumbrix-cli.1", "share/bash-completion/completions/lumbrix-cli",
+                "share/zsh/vendor-completions/_lumbrix-cli", "share/fish/vendor_completions.d/lumbrix-cli.fish"},
     "development": {"include/lumbrix.h", "lib/liblumbrix.so", "lib/pkgconfig/lumbrix.pc"},
 }
 WINDOWS = {

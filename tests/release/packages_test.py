@@ -87,6 +87,11 @@ class Packages(unittest.TestCase):
             self.assertEqual(result.returncode, 0, result.stderr)
             self.assertIn(line, " ".join(result.stdout.split()))
 
+    def test_4_shells_find_the_completion(self):
+        for file in ("bash-completion/completions/lumbrix-cli", "zsh/vendor-completions/_lumbrix-cli",
+                     "fish/vendor_completions.d/lumbrix-cli.fish"):
+            self.assertIn("folder", (self.root / "usr/share" / file).read_text())
+
     def test_5_example_compiles_through_pkg_config(self):
         self.install("liblumbrix-dev_", "fonts-liberation", "gcc", "libc6-dev", "pkg-config")
         self.expect_done("sh", "-c", f"cc -Wall -Werror {EXAMPLES}/caption.c $(pkg-config --cflags --libs lumbrix) -o caption")
