@@ -31,7 +31,7 @@ Color ColorAt(std::uint32_t x, std::uint32_t y) {
 
 class Orientation : public Editing {
   protected:
-    // A PNG file of 4 by 3 pixels, or so many times as many, that are stored turned.
+    // A PNG file of 4 by 3 squares, each `scale` pixels wide, that are stored turned.
     std::string MakeTurned(std::uint16_t orientation, std::uint32_t scale = 1) const {
         const auto picture =
             MakePictureOf(Width * scale, Height * scale, [=](auto x, auto y) { return ColorAt(x / scale, y / scale); });
