@@ -139,6 +139,16 @@ TEST_F(Several, SourcesAreNotWrittenOver) {
     EXPECT_EQ(ReadBytes(folder_ / "in/a.bmp"), before);
 }
 
+TEST_F(Several, OtherSourcesAreNotWrittenOverUnderAnotherNameEither) {
+    MakePicture("in/a.png", 4, 4); // BMP inside
+    std::filesystem::create_directory_symlink("in", folder_ / "alias");
+    const Outcome outcome =
+        Run({"convert", Path("in/a.bmp"), Path("in/a.png"), "--to", "png", "--into", Path("alias")});
+    EXPECT_EQ(outcome.output, "0 written, 0 skipped, 2 failed\n");
+    EXPECT_NE(outcome.errors.find("it is a source as well"), std::string::npos) << outcome.errors;
+    EXPECT_EQ(SizeOf("in/a.png"), "4 x 4\n");
+}
+
 TEST_F(Several, BothAreKeptOnDemand) {
     MakePicture("in/a.png", 4, 4); // BMP inside
     ExpectSuccess(
@@ -170,6 +180,7 @@ TEST_F(Several, FileInThePlaceOfTheFolderIsNamed) {
 TEST_F(Several, FormatOfASingleTargetIsChosenToo) {
     ExpectSuccess(Run({"convert", Path("in/a.bmp"), Path("picture.bin"), "--to", "gif"}));
     EXPECT_EQ(ReadBytes(folder_ / "picture.bin").substr(0, 3), "GIF");
+    ExpectWrongUsage(Run({"convert", Path("in/a.bmp"), " ", "--to", "gif"}), "empty file name");
 }
 
 TEST_F(Several, NamesWithADashStandBehindTwo) {
