@@ -2,6 +2,7 @@
 #pragma once
 
 #include "imaginglibrary/core/guid.h"
+#include "imaginglibrary/core/pixelformat.h"
 #include "imaginglibrary/core/status.h"
 
 #include <cstdint>
@@ -73,6 +74,24 @@ struct FlatPoint {
     std::int32_t x;
     std::int32_t y;
 };
+
+struct FlatRect {
+    std::int32_t x;
+    std::int32_t y;
+    std::int32_t width;
+    std::int32_t height;
+};
+
+// Pixels in memory, and where each row of them begins.
+struct BitmapData {
+    std::uint32_t width;
+    std::uint32_t height;
+    std::int32_t stride; // bytes
+    PixelFormat format;
+    void* pixels;
+    std::uintptr_t reserved;
+};
+static_assert(sizeof(BitmapData) == (sizeof(void*) == 4 ? 24 : 32));
 
 enum class Unit : std::int32_t {
     World = 0,
