@@ -22,6 +22,7 @@ constexpr OptionGroup Several{"Several sources", SeveralOptions};
 constexpr OptionGroup Run{"What is written and told", RunOptions};
 constexpr OptionGroup Lettering{"The letters", AnnotateOptions};
 constexpr OptionGroup Folder{"Which pictures", FolderOptions};
+constexpr OptionGroup Icon{"The icon", IconOptions};
 constexpr OptionGroup Reading{"What is printed", ReadingOptions};
 
 constexpr OptionGroup WritingGroups[] = {Encoding, Adjusting, Several, Run};
@@ -31,6 +32,7 @@ constexpr OptionGroup AnnotateGroups[] = {Lettering, Encoding, Adjusting, Severa
 constexpr OptionGroup FolderGroups[] = {Folder, Size, Encoding, Adjusting, Run};
 constexpr OptionGroup DateGroups[] = {Encoding};
 constexpr OptionGroup ReadingGroups[] = {Reading};
+constexpr OptionGroup IconGroups[] = {Icon};
 
 constexpr Example ConvertExamples[] = {
     {"convert photo.jpg photo.png", "the same picture as a PNG"},
@@ -82,8 +84,9 @@ constexpr Example DateExamples[] = {
     {"date photo.jpg \"2026:11:21 09:30:00\"", "writes photo_stamped.jpg with that date"},
 };
 constexpr Example IconExamples[] = {
-    {"icon logo.bmp", "writes logo.ico"},
-    {"icon \"my logo.bmp\"", "a name with a blank is put in quotes"},
+    {"icon logo.png logo.ico", "an icon of seven sizes, from 16 to 256 pixels"},
+    {"icon logo.png small.ico --sizes 16,32", "one of these two sizes"},
+    {"icon logo.bmp --classic", "writes logo.ico, on Windows only"},
 };
 
 constexpr const char* DenserNote = "a picture that is translucent becomes denser: it is first drawn over itself";
@@ -118,16 +121,10 @@ constexpr Command AllCommands[] = {
     {"date", "FILE [TEXT]", "print the picture's date, or write a JPEG copy NAME_stamped.jpg with TEXT as its date", 1,
      2, DateGroups, RunDate, DateExamples, nullptr,
      "NAME ends before the file name's first dot; a copy that is there already is not replaced"},
-    {"icon",
-     "FILE",
-     "make an icon of a square bitmap, 32 pixels wide and high, on Windows only, and print its name",
-     1,
-     1,
-     {},
-     RunIcon,
-     IconExamples,
-     nullptr,
-     "NAME.ico is replaced, pixels of the colour C5C5C5 become transparent, written.ico beside lumbrix-cli is deleted"},
+    {"icon", "SOURCE TARGET.ico", "make an icon of a picture in several sizes, each in its proportions and centred", 1,
+     2, IconGroups, RunIcon, IconExamples, "FILE --classic",
+     "with --classic NAME.ico is replaced and its name printed, pixels of the colour C5C5C5 become transparent, "
+     "written.ico beside lumbrix-cli is deleted"},
 };
 
 std::vector<std::string> Names() {

@@ -1,8 +1,8 @@
-// Icons are made by the drawing of Windows alone.
+// Classic icons are made by the drawing of Windows alone.
 #include "cli/icon.h"
 
 namespace lumbrix::cli {
 
-int RunIcon(const Arguments& /*arguments*/) { throw WrongUsage{"the command icon is there on Windows only"}; }
+int RunClassicIcon(const std::string& /*bitmap*/) { throw WrongUsage{"--classic is there on Windows only"}; }
 
 } // namespace lumbrix::cli

@@ -1,7 +1,6 @@
-// The command that makes an icon of a bitmap.
+// The classic icon of a bitmap.
 #include "cli/icon.h"
 
-#include "cli/job.h"
 #include "cli/text.h"
 #include "draw/iconcommand.h"
 #include "draw/iconrules.h"
@@ -10,9 +9,7 @@
 
 namespace lumbrix::cli {
 
-int RunIcon(const Arguments& arguments) {
-    const std::string& bitmap = arguments[0];
-    RequireName(bitmap);
+int RunClassicIcon(const std::string& bitmap) {
     if (const auto cause = WhyNoIcon(bitmap)) {
         throw Failure{*cause};
     }

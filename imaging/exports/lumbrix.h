@@ -82,7 +82,7 @@ enum lumbrix_status {
     LUMBRIX_OBJECT_BUSY = 4,
     LUMBRIX_INSUFFICIENT_BUFFER = 5,
     LUMBRIX_NOT_IMPLEMENTED = 6,
-    LUMBRIX_WIN32_ERROR = 7, /* the system failed while writing, for instance on a full disk */
+    LUMBRIX_WIN32_ERROR = 7, /* the system failed while writing, for instance on a full disk; or a callback failed */
     LUMBRIX_WRONG_STATE = 8,
     LUMBRIX_ABORTED = 9,         /* lumbrix_job.progress returned 0 */
     LUMBRIX_FILE_NOT_FOUND = 10, /* the source is not there */
@@ -218,8 +218,8 @@ typedef struct lumbrix_job {
     /* To be done, in the place of files. */
     const lumbrix_input* input; /* null: the source is a file. Else its name is for messages only, and may be null */
     lumbrix_output* output;     /* null: the destination is a file. Else its name is for messages only, and may be null;
-                                   `format` must be set (LUMBRIX_BAD_NAME otherwise; lumbrix_date_stamp does without),
-                                   and keep_existing means nothing */
+                                   `format` must be set (LUMBRIX_BAD_NAME otherwise; lumbrix_date_stamp and lumbrix_icon do
+                                   without),     and keep_existing means nothing */
 
     int32_t utf8; /* not 0: names, the text and the font of an annotation, the name of a stamp and the message are UTF-8
                      instead of text in the system's 8-bit code page. On Linux they are that anyway. Dates and
@@ -295,6 +295,7 @@ typedef struct lumbrix_turn {
 #define LUMBRIX_TURN_INIT                                                                                              \
     { sizeof(lumbrix_turn), 0, 0 }
 
+/* Turns and flips. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_rotate(const char* source, const char* destination,
                                                    const lumbrix_turn* turn, lumbrix_job* job);
 
@@ -341,6 +342,13 @@ LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_stamp(const char* source, const char
 /* Writes a JPEG copy, whatever the extension and lumbrix_job.format, whose date property is `date` as it stands. */
 LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_date_stamp(const char* source, const char* destination, const char* date,
                                                        lumbrix_job* job);
+
+/* Writes a Windows icon, whatever the extension and lumbrix_job.format: the picture in `count` squares whose sides in
+   pixels `sizes` names, 1 to 256 and each once, in that order. Each square holds the whole picture in its proportions,
+   centred, the rest is transparent. Those of up to 64 pixels are bitmaps with alpha and a mask, larger ones PNG. The
+   job gets the size of the largest. */
+LUMBRIX_EXPORT int32_t LUMBRIX_CALL lumbrix_icon(const char* source, const char* destination, const int32_t* sizes,
+                                                 int32_t count, lumbrix_job* job);
 
 /* The name that a stamped copy of a file has beside it: the file's up to its first dot, with "_stamped.jpg" behind. To
    be given back with lumbrix_free; null only where memory ran out. */

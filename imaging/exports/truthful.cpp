@@ -10,6 +10,7 @@
 #include "imaging/exports/texts.h"
 #include "imaging/exports/wishes.h"
 #include "imaging/formats.h"
+#include "imaging/icon.h"
 #include "imaging/properties.h"
 #include "imaging/resize.h"
 #include "imaging/rotate.h"
@@ -127,8 +128,9 @@ int32_t RunToFile(const char* source, const char* destination, lumbrix_job* job,
 
 // For a struct that a caller must not leave out, nor leave without its size.
 int32_t RefuseNull(lumbrix_job* job) {
-    return TruthfulDoor(
-        job, [=] { return ReportFailure(job, InvalidParameter, "a struct was left out, or its size was not set"); });
+    return TruthfulDoor(job, [=] {
+        return ReportFailure(job, InvalidParameter, "a struct or a list was left out, or its size was not set");
+    });
 }
 
 // Whether a struct is there and tells that it is as large as it is known here.
@@ -251,6 +253,21 @@ int32_t LUMBRIX_CALL lumbrix_date_stamp(const char* source, const char* destinat
         const Subject subject = SubjectOf(source, destination, job);
         return RunWriting(job, subject, "image/jpeg", [&](const Wishes& wishes) {
             return StampDate({subject.source, subject.destination, Text(date)}, wishes);
+        });
+    });
+}
+
+int32_t LUMBRIX_CALL lumbrix_icon(const char* source, const char* destination, const int32_t* sizes, int32_t count,
+                                  lumbrix_job* job) {
+    if (sizes == nullptr || count < 0) {
+        return RefuseNull(job);
+    }
+    return TruthfulDoor(job, [&] {
+        const Subject subject = SubjectOf(source, destination, job);
+        // One more than there can be is enough to refuse them.
+        const std::vector<std::int32_t> sides(sizes, sizes + std::min(count, LargestIcon + 1));
+        return RunWriting(job, subject, "image/x-icon", [&](const Wishes& wishes) {
+            return MakeIcon({subject.source, subject.destination, sides}, wishes);
         });
     });
 }

@@ -68,6 +68,15 @@ FlatStatus GdipCloneBitmapAreaI(std::int32_t x, std::int32_t y, std::int32_t wid
     return Call<FlatStatus>("GdipCloneBitmapAreaI", x, y, width, height, format, bitmap, clone);
 }
 
+FlatStatus GdipBitmapLockBits(ImageHandle bitmap, const IntegerRectangle* rectangle, std::uint32_t flags,
+                              std::int32_t format, LockedPixels* pixels) {
+    return Call<FlatStatus>("GdipBitmapLockBits", bitmap, rectangle, flags, format, pixels);
+}
+
+FlatStatus GdipBitmapUnlockBits(ImageHandle bitmap, LockedPixels* pixels) {
+    return Call<FlatStatus>("GdipBitmapUnlockBits", bitmap, pixels);
+}
+
 FlatStatus GdipImageRotateFlip(ImageHandle image, std::int32_t code) {
     return Call<FlatStatus>("GdipImageRotateFlip", image, code);
 }

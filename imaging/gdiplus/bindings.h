@@ -38,6 +38,9 @@ FlatStatus GdipCreateBitmapFromScan0(std::int32_t width, std::int32_t height, st
                                      void* pixels, ImageHandle* bitmap);
 FlatStatus GdipCloneBitmapAreaI(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
                                 std::int32_t format, ImageHandle bitmap, ImageHandle* clone);
+FlatStatus GdipBitmapLockBits(ImageHandle bitmap, const IntegerRectangle* rectangle, std::uint32_t flags,
+                              std::int32_t format, LockedPixels* pixels);
+FlatStatus GdipBitmapUnlockBits(ImageHandle bitmap, LockedPixels* pixels);
 FlatStatus GdipImageRotateFlip(ImageHandle image, std::int32_t code);
 
 FlatStatus GdipGetImageGraphicsContext(ImageHandle image, GraphicsHandle* graphics);

@@ -82,6 +82,26 @@ struct IntegerPoint {
     std::int32_t y;
 };
 
+struct IntegerRectangle {
+    std::int32_t x;
+    std::int32_t y;
+    std::int32_t width;
+    std::int32_t height;
+};
+
+// Pixels in the caller's own memory.
+struct LockedPixels {
+    std::uint32_t width;
+    std::uint32_t height;
+    std::int32_t stride; // bytes from one row to the next
+    std::int32_t format;
+    void* pixels;
+    std::uintptr_t reserved;
+};
+static_assert(sizeof(LockedPixels) == (sizeof(void*) == 4 ? 24 : 32));
+
+inline constexpr std::uint32_t LockToReadIntoOwnMemory = 1 | 4;
+
 struct EncoderParameter {
     Clsid guid;
     std::uint32_t numberOfValues;

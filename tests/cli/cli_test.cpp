@@ -77,9 +77,36 @@ TEST_F(CommandLine, HelpTellsWhatACommandDoesBesides) {
     EXPECT_NE(Run({"icon", "--help"}).output.find("written.ico beside lumbrix-cli is deleted"), std::string::npos);
 }
 
-TEST_F(CommandLine, IconsAreMadeOnWindowsOnly) {
-    const Outcome outcome = Run({"icon", Path("source.bmp")});
-    ExpectWrongUsage(outcome, "lumbrix-cli: the command icon is there on Windows only; see lumbrix-cli --help\n");
+TEST_F(CommandLine, ClassicIconsAreMadeOnWindowsOnly) {
+    const Outcome outcome = Run({"icon", "--classic", Path("source.bmp")});
+    ExpectWrongUsage(outcome, "lumbrix-cli: --classic is there on Windows only; see lumbrix-cli --help\n");
+    ExpectWrongUsage(
+        Run({"icon", "--classic", Path("source.bmp"), Path("a.ico")}),
+        "lumbrix-cli: --classic takes one name: the icon lies beside its bitmap; see lumbrix-cli --help\n");
+    EXPECT_EQ(NamesIn(""), std::set<std::string>{"source.bmp"});
+}
+
+TEST_F(CommandLine, IconsHaveTheSizesThatAreAskedFor) {
+    const auto countIn = [&](const std::string& name) { return ReadBytes(folder_ / name).at(4); };
+    EXPECT_EQ(Run({"icon", Path("source.bmp"), Path("a.ico")}).status, 0);
+    EXPECT_EQ(countIn("a.ico"), 7);
+    EXPECT_EQ(Run({"icon", Path("source.bmp"), Path("b.ICO"), "--sizes", "1,256"}).status, 0);
+    EXPECT_EQ(countIn("b.ICO"), 2);
+    ExpectFailure(Run({"icon", Path("none.bmp"), Path("c.ico")}), "none.bmp", "no such file");
+}
+
+TEST_F(CommandLine, IconsThatCannotBeAreWrongUsage) {
+    const std::string end = "; see lumbrix-cli --help\n";
+    const auto run = [&](const std::string& target, const std::string& sizes) {
+        return Run({"icon", Path("source.bmp"), target, "--sizes", sizes});
+    };
+    ExpectWrongUsage(run("a.png", "16"), "lumbrix-cli: 'a.png' must end in .ico" + end);
+    ExpectWrongUsage(run("a.ico", "16,32,16"), "lumbrix-cli: the size 16 was given twice" + end);
+    for (const char* sizes : {"", "0", "257", "16,", ",16", "x", "16 32"}) {
+        EXPECT_EQ(run(Path("a.ico"), sizes).status, 2) << sizes;
+    }
+    ExpectWrongUsage(Run({"icon", Path("source.bmp")}),
+                     "lumbrix-cli: the command icon takes a picture and the name of the icon" + end);
     EXPECT_EQ(NamesIn(""), std::set<std::string>{"source.bmp"});
 }
 

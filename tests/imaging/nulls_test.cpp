@@ -110,6 +110,7 @@ const Row Rows[] = {
          return 0;
      },
      0},
+    {"lumbrix_icon", [] { return lumbrix_icon(nullptr, nullptr, nullptr, 1, nullptr); }, 2},
     {"lumbrix_read_date", [] { return lumbrix_read_date(nullptr, nullptr, nullptr); }, 2},
     {"lumbrix_read_properties", [] { return lumbrix_read_properties(nullptr, nullptr, nullptr); }, 2},
     {"lumbrix_read_size", [] { return lumbrix_read_size(nullptr, nullptr); }, -16003},

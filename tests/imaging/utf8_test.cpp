@@ -77,6 +77,17 @@ TEST_F(Utf8Names, StandInMessagesThatKnowTheFiles) {
     }
 }
 
+TEST_F(Utf8Names, OfIconsAreWritten) {
+    const std::string source = MakeWhite("a.png", 10, 8);
+    const int32_t size = 16;
+    for (const char* name : Names) {
+        ExpectDone(lumbrix_icon(source.c_str(), Utf8PathOf(name).c_str(), &size, 1, &job_));
+        EXPECT_EQ(ReadBytes(PathOf(name)).substr(0, 4), std::string("\0\0\1\0", 4)) << name;
+        ExpectDone(lumbrix_icon(source.c_str(), Utf8PathOf(name).c_str(), &size, 1, &job_)); // in its own place
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 4);
+}
+
 TEST_F(Utf8Names, OfStampsAreFound) {
     const std::string source = MakeWhite("a.png", 10, 8);
     const std::string red = Make("r.png", *MakePictureOf(2, 2, [](auto, auto) { return Red; }));
@@ -114,7 +125,7 @@ TEST_F(Utf8Names, AreTextInTheCodePageUnlessTheJobSaysSo) {
     ExpectDone(lumbrix_convert(source.c_str(), Utf8PathOf(Cyrillic).c_str(), &job_));
     job_.utf8 = 0;
     EXPECT_EQ(lumbrix_read_size(Utf8PathOf(Cyrillic).c_str(), &job_), LUMBRIX_FILE_NOT_FOUND);
-    const std::string western = Path("gr\xFC\xDF.png");
+    const std::string western = folder_.Path().string() + "\\gr\xFC\xDF.png"; // the Western code page
     ExpectDone(lumbrix_convert(source.c_str(), western.c_str(), &job_));
     EXPECT_TRUE(std::filesystem::exists(folder_.Path() / u"gr\u00FC\u00DF.png"));
     EXPECT_EQ(lumbrix_convert(source.c_str(), (western + "/b.png").c_str(), &job_), LUMBRIX_GENERIC_ERROR);
