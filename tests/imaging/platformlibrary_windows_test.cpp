@@ -1,6 +1,7 @@
 // Pictures in memory by the platform's own imaging library, which lies in the system's folder.
 #include "imaging/convert.h"
 #include "imaging/gdiplus/bindings.h"
+#include "imaging/icon.h"
 #include "imaging/paths.h"
 #include "imaging/session.h"
 
@@ -53,6 +54,29 @@ TEST_F(PlatformLibrary, ReadsAndWritesMemory) {
     const std::string again = Converted(png, "image/bmp");
     EXPECT_EQ(again.substr(0, 2), "BM");
     EXPECT_EQ(Converted(Converted(SmallBitmap, "image/tiff"), "image/png"), png);
+}
+
+TEST_F(PlatformLibrary, MakesIcons) {
+    Wishes wishes;
+    wishes.input = MemoryBytes{SmallBitmap.data(), SmallBitmap.size()};
+    std::string icon;
+    wishes.output = [&](GrowingMemory& written) {
+        icon.assign(reinterpret_cast<const char*>(written.Data()), written.Size());
+        return true;
+    };
+    const Outcome outcome = MakeIcon({"the input", "the output", {16, 128}}, wishes);
+    EXPECT_EQ(outcome.first.status, Done) << StatusName(outcome.first.status);
+    ASSERT_GT(icon.size(), 1200u);
+    EXPECT_EQ(icon.substr(0, 8), std::string("\0\0\1\0\2\0\x10\x10", 8));
+    // Blue, green, red, alpha; that library blends what lies between pixels and at their borders.
+    const auto channelAt = [&](std::size_t x, std::size_t y, std::size_t channel) {
+        return static_cast<unsigned char>(icon[6 + 32 + 40 + 4 * ((15 - y) * 16 + x) + channel]);
+    };
+    EXPECT_GT(channelAt(7, 2, 0), channelAt(7, 2, 2)) << "blue above";
+    EXPECT_GT(channelAt(7, 13, 2), channelAt(7, 13, 0)) << "red below";
+    EXPECT_GT(channelAt(7, 4, 3), 100);
+    EXPECT_EQ(channelAt(1, 4, 3), 0) << "beside the picture";
+    EXPECT_NE(icon.find("IEND"), std::string::npos);
 }
 
 } // namespace
