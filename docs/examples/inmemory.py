@@ -32,7 +32,8 @@ class Output(Sized):
 class Job(Sized):
     # A later version of the library may know more fields; by the size it sees that these are all.
     _fields_ = [("size", c_uint32), ("format", c_char_p), ("strict", c_int32), ("keep_existing", c_int32),
-                ("only_shrink", c_int32), ("compression", c_char_p), ("quality", c_int32), ("progress", Progress),
+                ("only_shrink", c_int32), ("auto_orient", c_int32), ("strip", c_int32), ("keep_profile", c_int32),
+                ("background", c_char_p), ("compression", c_char_p), ("quality", c_int32), ("progress", Progress),
                 ("context", c_void_p), ("status", c_int32), ("written", c_int32), ("damaged", c_int32),
                 ("width", c_int32), ("height", c_int32), ("message", c_char * 1024),
                 ("input", POINTER(Input)), ("output", POINTER(Output)), ("utf8", c_int32)]

@@ -1,11 +1,12 @@
 // Handles that callers hold: numbers that are checked on every use and never reused too soon.
 #pragma once
 
+#include "imaginglibrary/core/neverdestroyed.h"
 #include "imaginglibrary/core/status.h"
 #include "imaginglibrary/flat/sessions.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -25,11 +26,10 @@ template <class Object> class HandleTable {
     Handle Add(std::shared_ptr<Object> object) {
         const std::unique_lock lock(mutex_);
         std::size_t slot = slots_.size();
-        if (!free_.empty()) {
-            slot = free_.front();
-            free_.pop_front();
+        if (firstFree_ != None) {
+            slot = std::exchange(firstFree_, slots_[firstFree_].nextFree);
         } else if (slot + 1 < (std::size_t{1} << SlotBits)) {
-            slots_.emplace_back();
+            slots_.push_back({nullptr, firstUse_, None});
         } else {
             throw std::bad_alloc();
         }
@@ -57,31 +57,38 @@ template <class Object> class HandleTable {
         return true;
     }
 
-    // Removes all objects; their handles find nothing from now on.
+    // Removes all objects, and owns no memory then; their handles find nothing from now on.
     void Clear() {
-        std::vector<std::shared_ptr<Object>> removed; // destroyed behind the lock
+        std::vector<Slot> removed; // destroyed behind the lock
         const std::unique_lock lock(mutex_);
-        for (std::size_t i = 0; i < slots_.size(); ++i) {
-            if (slots_[i].object != nullptr) {
-                removed.push_back(std::move(slots_[i].object));
-                Retire(slots_[i]);
-            }
+        removed.swap(slots_);
+        firstFree_ = lastFree_ = None;
+        for (const Slot& slot : removed) {
+            firstUse_ = std::max(firstUse_, slot.uses);
         }
+        firstUse_ = Next(firstUse_);
     }
 
   private:
     static constexpr unsigned SlotBits = 20;
     static constexpr std::uint32_t MostUses = (1u << (32 - SlotBits)) - 1;
+    static constexpr std::size_t None = SIZE_MAX;
 
     struct Slot {
         std::shared_ptr<Object> object;
-        std::uint32_t uses = 1;
+        std::uint32_t uses;
+        std::size_t nextFree; // behind this one, where it is free
     };
 
+    static std::uint32_t Next(std::uint32_t uses) { return (uses + 1) & MostUses; }
+
     void Retire(Slot& slot) {
+        const auto index = static_cast<std::size_t>(&slot - slots_.data());
         slot.object = nullptr;
-        slot.uses = (slot.uses + 1) & MostUses;
-        free_.push_back(static_cast<std::size_t>(&slot - slots_.data()));
+        slot.uses = Next(slot.uses);
+        slot.nextFree = None;
+        (firstFree_ == None ? firstFree_ : slots_[lastFree_].nextFree) = index;
+        lastFree_ = index;
     }
 
     const Slot* SlotOf(Handle handle) const {
@@ -95,7 +102,9 @@ template <class Object> class HandleTable {
 
     mutable std::shared_mutex mutex_;
     std::vector<Slot> slots_;
-    std::deque<std::size_t> free_; // the slot that was freed first is used first
+    std::size_t firstFree_ = None; // the slot that was freed first is used first
+    std::size_t lastFree_ = None;  // only where there is a first one
+    std::uint32_t firstUse_ = 1;   // of slots that are new
 };
 
 // The table of one kind of object, and its handles as the flat interface has them: pointers to `Tag`. Objects that
@@ -115,10 +124,10 @@ template <class Tag, class Object> class Handles {
 
   private:
     static HandleTable<Object>& Table() {
-        static HandleTable<Object>& table = *new HandleTable<Object>; // may be asked for while the process ends
-        static const bool isRegistered = (CallAtLastShutdown([] { table.Clear(); }), true);
+        static NeverDestroyed<HandleTable<Object>> table;
+        static const bool isRegistered = (CallAtLastShutdown([] { table.Get().Clear(); }), true);
         static_cast<void>(isRegistered);
-        return table;
+        return table.Get();
     }
 };
 

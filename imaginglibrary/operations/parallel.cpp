@@ -1,6 +1,7 @@
 // Shares independent pieces of work out over a few threads.
 #include "imaginglibrary/operations/parallel.h"
 
+#include "imaginglibrary/core/neverdestroyed.h"
 #include "imaginglibrary/operations/libraryhold.h"
 
 #include <algorithm>
@@ -79,7 +80,7 @@ class WaitingThreads {
         for (std::thread& thread : threads_) {
             thread.join();
         }
-        threads_.clear();
+        std::vector<std::thread>().swap(threads_);
         lock.lock();
         noLongerNeeded = std::move(hold_);
         isEnding_ = false;
@@ -143,8 +144,8 @@ class WaitingThreads {
 
 // Never destroyed: a process that ends may stop threads wherever they are.
 WaitingThreads& TheWaitingThreads() {
-    static WaitingThreads& threads = *new WaitingThreads;
-    return threads;
+    static NeverDestroyed<WaitingThreads> threads;
+    return threads.Get();
 }
 
 } // namespace

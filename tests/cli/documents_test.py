@@ -47,7 +47,7 @@ class Documents(unittest.TestCase):
     def test_options_of_a_command_are_seen(self):
         self.assertIn(("-j", "--jobs"), self.options("convert"))
         self.assertIn(("--strict",), self.options("date"))
-        self.assertEqual(self.options("icon"), [])
+        self.assertEqual(self.options("icon"), [("--sizes",), ("--strict",), ("--classic",)])
 
     def test_help_on_everything_has_every_option(self):
         text = self.help()

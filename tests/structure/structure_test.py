@@ -39,6 +39,7 @@ MAY_HAVE_BINDINGS = ("imaging", "imaging/exports", "imaging/gdiplus", "tests/ima
 WINDOWS_HEADERS = re.compile(r"(windows|win\w+|comm\w+|sh[el]\w+|ole\w*|obj\w+|unknwn|richedit|mmsystem)\.h", re.IGNORECASE)
 MAY_INCLUDE_WINDOWS = WINDOWS | {"app", "toolkit"}
 LONGEST_FILE = 500
+MAY_BE_LONGER = "imaging/exports/lumbrix.h"  # callers have one file to read
 ENDINGS = (".cpp", ".cc", ".cxx", ".c", ".h", ".hh", ".hpp", ".inl")
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
 
@@ -85,7 +86,7 @@ def faults_of(root):
     for name in sources(root):
         text = (root / name).read_text()
         room = room_of(name)
-        if text.count("\n") > LONGEST_FILE:
+        if text.count("\n") > LONGEST_FILE and name != MAY_BE_LONGER:
             faults.append(f"{name} has more than {LONGEST_FILE} lines")
         if not text.startswith(("//", "/*")):
             faults.append(f"{name} does not begin with a sentence about what lives in it")
