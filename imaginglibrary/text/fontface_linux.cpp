@@ -2,6 +2,7 @@
 #include "imaginglibrary/files/path_linux.h"
 #include "imaginglibrary/text/fontface.h"
 
+#include <dlfcn.h>
 #include <fontconfig/fontconfig.h>
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -23,6 +24,28 @@ struct PatternDeleter {
 };
 using Pattern = std::unique_ptr<FcPattern, PatternDeleter>;
 
+struct FontsDeleter {
+    void operator()(FcConfig* fonts) const { FcConfigDestroy(fonts); }
+};
+
+// Fontconfig has memory of its own for as long as it is loaded, and would lose that each time it is unloaded with us.
+void KeepFontconfigLoaded() {
+    Dl_info place{};
+    if (dladdr(reinterpret_cast<const void*>(&FcInitLoadConfigAndFonts), &place) != 0) {
+        dlopen(place.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE);
+    }
+}
+
+// The fonts of the system, and its rules about them. Our own copy, not the one of the whole process, so that nothing is
+// left of it when this library is unloaded. Null, which stands for that one, where memory ran out.
+FcConfig* Fonts() {
+    static const std::unique_ptr<FcConfig, FontsDeleter> fonts = [] {
+        KeepFontconfigLoaded();
+        return std::unique_ptr<FcConfig, FontsDeleter>(FcInitLoadConfigAndFonts());
+    }();
+    return fonts.get();
+}
+
 const FcChar8* Bytes(const std::string& text) { return reinterpret_cast<const FcChar8*>(text.c_str()); }
 
 // What is asked for, with what the system's rules add: other names for the family, metric-compatible ones among them.
@@ -32,7 +55,7 @@ Pattern WantedPattern(const std::string& family, bool isBold, bool isItalic) {
     FcPatternAddInteger(pattern.get(), FC_WEIGHT, isBold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
     FcPatternAddInteger(pattern.get(), FC_SLANT, isItalic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
     FcPatternAddBool(pattern.get(), FC_SCALABLE, FcTrue);
-    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcConfigSubstitute(Fonts(), pattern.get(), FcMatchPattern);
     FcDefaultSubstitute(pattern.get());
     return pattern;
 }
@@ -59,7 +82,7 @@ bool IsOfFamily(FcPattern* wanted, FcPattern* font) {
 Pattern FindFont(const std::string& family, bool isBold, bool isItalic) {
     const Pattern wanted = WantedPattern(family, isBold, isItalic);
     FcResult result = FcResultNoMatch;
-    Pattern font(FcFontMatch(nullptr, wanted.get(), &result));
+    Pattern font(FcFontMatch(Fonts(), wanted.get(), &result));
     if (font == nullptr || !IsOfFamily(wanted.get(), font.get())) {
         return nullptr;
     }
@@ -74,7 +97,7 @@ Pattern FindFontWith(char32_t character, const std::string& family, bool isBold,
     FcPatternAddCharSet(wanted.get(), FC_CHARSET, characters);
     FcCharSetDestroy(characters);
     FcResult result = FcResultNoMatch;
-    return Pattern(FcFontMatch(nullptr, wanted.get(), &result));
+    return Pattern(FcFontMatch(Fonts(), wanted.get(), &result));
 }
 
 int IntegerOf(FcPattern* font, const char* object, int otherwise) {
