@@ -65,12 +65,18 @@ std::vector<std::string> LinesOf(std::istream& input) {
 
 } // namespace
 
+std::optional<std::string> FormatFrom(const Arguments& arguments) {
+    const auto format = arguments.ValueOf(ToOption.name);
+    return format ? format : arguments.ValueOf(FormatOption.name);
+}
+
 BatchWork BatchWorkFrom(const Arguments& arguments, Operation operation, Upright upright) {
     ExpectOneOf(arguments, {QuietOption.name, VerboseOption.name});
     BatchWork work;
     work.operation = std::move(operation);
     work.job = Job(arguments, upright);
-    if (const auto format = arguments.ValueOf(ToOption.name)) {
+    ExpectOneOf(arguments, {ToOption.name, FormatOption.name});
+    if (const auto format = FormatFrom(arguments)) {
         work.format = FormatOfWord(*format);
     }
     work.standing = StandingFrom(arguments);

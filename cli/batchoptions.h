@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,8 @@ inline constexpr Option IntoOption{"--into", "FOLDER",
                                    Offer::Folders};
 inline constexpr Option ToOption{"--to", "FORMAT",       "the format to write (that of each target's extension)",
                                  't',    Offer::Nothing, "bmp jpg jpeg gif tif tiff png"};
+inline constexpr Option FormatOption{"--format", "FORMAT",       "another name of --to",
+                                     0,          Offer::Nothing, "bmp jpg jpeg gif tif tiff png"};
 inline constexpr Option ListOption{"--list", "FILE",
                                    "read names of sources from FILE, one a line, from the standard input where it is -",
                                    0, Offer::Files};
@@ -36,7 +39,7 @@ inline constexpr Option QuietOption{"--quiet", nullptr, "print errors only", 'q'
 inline constexpr Option VerboseOption{"--verbose", nullptr, "print a line for each file that is written", 'v'};
 
 // For commands that take several sources.
-inline constexpr Option SeveralOptions[] = {IntoOption, ToOption, ListOption};
+inline constexpr Option SeveralOptions[] = {IntoOption, ToOption, FormatOption, ListOption};
 
 // For every command that writes.
 inline constexpr Option RunOptions[] = {OverwriteOption, SkipOption, NewerOption, KeepBothOption, KeepDatesOption,
@@ -62,6 +65,9 @@ struct BatchWork {
     bool isVerbose = false;
     std::int32_t jobs = 1;
 };
+
+// The format that is asked for by either name.
+std::optional<std::string> FormatFrom(const Arguments& arguments);
 
 // Throws WrongUsage, also for options that exclude each other.
 BatchWork BatchWorkFrom(const Arguments& arguments, Operation operation, Upright upright = Upright::WhereAsked);

@@ -104,9 +104,9 @@ FileResult FileWorker::Attempt(const PlannedFile& file) const {
 }
 
 FileResult FileWorker::Write(const PlannedFile& file) const {
-    const std::string source = UsableName(file.source);
-    const std::string target = UsableName(file.target);
     Job job = work_.job;
+    const std::string source = job.From(UsableName(file.source));
+    const std::string target = job.To(UsableName(file.target));
     job.SetFormat(FormatFor(work_, file.target));
     job.ReportTo(progress_);
     if (missingFolders_ == MissingFolders::Made) {
@@ -118,7 +118,8 @@ FileResult FileWorker::Write(const PlannedFile& file) const {
     }
     std::error_code error;
     const std::uintmax_t bytes = fs::file_size(file.target, error);
-    const FileResult result{Fate::Written, job.Width(), job.Height(), error ? 0 : bytes, job.Warning()};
+    const FileResult result{Fate::Written, job.Width(), job.Height(), error ? job.BytesWritten() : bytes,
+                            job.Warning()};
     if (!result.message.empty() && !work_.isQuiet) {
         progress_.Tell(MessageLine(result.message));
     }
@@ -131,7 +132,7 @@ FileResult FileWorker::Write(const PlannedFile& file) const {
 FileResult FileWorker::WouldWrite(const PlannedFile& file) const {
     FormatFor(work_, file.target);
     std::error_code error;
-    if (!fs::exists(file.source, error)) {
+    if (!IsStandardStream(NameOf(file.source)) && !fs::exists(file.source, error)) {
         throw Failure{"cannot read " + NameOf(file.source) + ": there is no such file"};
     }
     if (!work_.isJson && !work_.isQuiet) {
@@ -142,7 +143,8 @@ FileResult FileWorker::WouldWrite(const PlannedFile& file) const {
 
 bool FileWorker::IsLeftAlone(const PlannedFile& file) const {
     std::error_code error;
-    if (work_.standing == Standing::Replaced || !fs::exists(file.target, error)) {
+    if (work_.standing == Standing::Replaced || IsStandardStream(NameOf(file.target)) ||
+        !fs::exists(file.target, error)) {
         return false;
     }
     return work_.standing == Standing::Skipped || !IsOlder(file.target, file.source);

@@ -6,6 +6,7 @@
 #include "cli/numbers.h"
 #include "cli/progress.h"
 #include "cli/sizing.h"
+#include "cli/system.h"
 #include "cli/text.h"
 
 #include <cstdio>
@@ -44,6 +45,17 @@ std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* progress, std::uint32_t rowsDo
     return MustStop() ? 0 : 1;
 }
 
+std::int32_t LUMBRIX_CALL ReadStandardInput(void* /*context*/, void* buffer, std::uint32_t count) {
+    const std::size_t read = std::fread(buffer, 1, count, stdin);
+    const bool hasFailed = (read == 0 && std::ferror(stdin) != 0) || MustStop();
+    return hasFailed ? -1 : static_cast<std::int32_t>(read);
+}
+
+std::int32_t LUMBRIX_CALL WriteStandardOutput(void* bytesWritten, const void* bytes, std::uint32_t count) {
+    *static_cast<std::uintmax_t*>(bytesWritten) += count;
+    return std::fwrite(bytes, 1, count, stdout) == count && std::fflush(stdout) == 0 ? 1 : 0;
+}
+
 } // namespace
 
 void RequireName(const std::string& file) {
@@ -73,13 +85,34 @@ Job::Job(const Arguments& arguments, Upright upright) : Job() {
     }
 }
 
+std::string Job::From(const std::string& source) {
+    readsStandardInput_ = IsStandardStream(source);
+    if (readsStandardInput_) {
+        MakeStandardStreamsBinary();
+    }
+    return readsStandardInput_ ? "the standard input" : source;
+}
+
+std::string Job::To(const std::string& target) {
+    writesStandardOutput_ = IsStandardStream(target);
+    if (writesStandardOutput_) {
+        MakeStandardStreamsBinary();
+    }
+    return writesStandardOutput_ ? "the standard output" : target;
+}
+
 lumbrix_job* Job::Get() {
+    input_.read = ReadStandardInput;
+    output_.write = WriteStandardOutput;
+    output_.context = &bytesWritten_;
+    job_.input = readsStandardInput_ ? &input_ : nullptr;
+    job_.output = writesStandardOutput_ ? &output_ : nullptr;
     job_.background = background_.empty() ? nullptr : background_.c_str();
     return &job_;
 }
 
 void Job::Expect(std::int32_t status) const {
-    if (status == LUMBRIX_ABORTED) {
+    if (status == LUMBRIX_ABORTED || (status != LUMBRIX_OK && MustStop())) {
         throw Stopped{};
     }
     if (status != LUMBRIX_OK) {

@@ -31,6 +31,9 @@ inline constexpr Option StripOption{"--strip", nullptr,
                                     "leave out all that is told of the picture: EXIF, profile and all"};
 inline constexpr Option KeepProfileOption{"--keep-profile", nullptr, "with --strip: all but the colour profile"};
 
+// Whether a word that stands for a file means the standard input or output.
+inline bool IsStandardStream(const std::string& name) { return name == "-"; }
+
 // Throws WrongUsage for a name that is empty or blank.
 void RequireName(const std::string& file);
 
@@ -47,6 +50,14 @@ class Job {
     void SetFormat(const char* format) { job_.format = format; }
     void KeepExisting() { job_.keep_existing = 1; }
     void OnlyShrink() { job_.only_shrink = 1; }
+
+    // From where the picture is read, and where it goes: "-" stands for the standard input and output. Gives back the
+    // name to hand to the engine, which messages have too.
+    std::string From(const std::string& source);
+    std::string To(const std::string& target);
+
+    // To the standard output.
+    std::uintmax_t BytesWritten() const { return bytesWritten_; }
 
     // Tells of the rows that are done. The progress must live as long as the operations of this job and its copies.
     void ReportTo(Progress& progress) { job_.context = &progress; }
@@ -68,7 +79,12 @@ class Job {
 
   private:
     lumbrix_job job_ = LUMBRIX_JOB_INIT;
+    lumbrix_input input_ = LUMBRIX_INPUT_INIT;
+    lumbrix_output output_ = LUMBRIX_OUTPUT_INIT;
     std::string background_; // empty for none
+    bool readsStandardInput_ = false;
+    bool writesStandardOutput_ = false;
+    std::uintmax_t bytesWritten_ = 0;
 };
 
 } // namespace lumbrix::cli

@@ -110,7 +110,8 @@ struct SizeOfFile {
 SizeOfFile ReadSize(const std::string& file) {
     Job job;
     try {
-        job.Expect(lumbrix_read_size(file.c_str(), job.Get()));
+        const std::string source = job.From(file);
+        job.Expect(lumbrix_read_size(source.c_str(), job.Get()));
         return {file, job.Width(), job.Height(), ""};
     } catch (const Failure& failure) {
         return {file, 0, 0, failure.text};
@@ -151,7 +152,8 @@ std::vector<std::string> FilesFrom(const Arguments& arguments) {
 int PrintDate(const std::string& file) {
     LibraryText date;
     Job job;
-    job.Expect(lumbrix_read_date(file.c_str(), date.Place(), job.Get()));
+    const std::string source = job.From(file);
+    job.Expect(lumbrix_read_date(source.c_str(), date.Place(), job.Get()));
     std::printf("%s\n", Printable(date.Text()).c_str());
     return 0;
 }
@@ -162,6 +164,9 @@ int PrintStampedCopy(const Arguments& arguments) {
     const std::string& date = arguments[1];
     if (date.empty()) {
         throw WrongUsage{"an empty date was given"};
+    }
+    if (IsStandardStream(file)) {
+        throw WrongUsage{"the copy with a date lies beside its source, which must be a file"};
     }
     const std::string target = LibraryText(lumbrix_stamped_name(file.c_str())).Text();
     Job job(arguments);
@@ -199,7 +204,8 @@ int RunProperties(const Arguments& arguments) {
     RequireName(file);
     LibraryText list;
     Job job;
-    job.Expect(lumbrix_read_properties(file.c_str(), list.Place(), job.Get()));
+    const std::string source = job.From(file);
+    job.Expect(lumbrix_read_properties(source.c_str(), list.Place(), job.Get()));
     const std::vector<std::string> lines = LinesWithValues(list.Text());
     const std::string text = arguments.Has(JsonOption.name) ? PropertiesAsJson(file, lines) : PropertiesAsLines(lines);
     std::fputs(text.c_str(), stdout);

@@ -26,4 +26,7 @@ std::filesystem::path FileKey(const std::filesystem::path& path);
 
 bool IsErrorOutputATerminal();
 
+// From now on the standard input and output take bytes as they are.
+void MakeStandardStreamsBinary();
+
 } // namespace lumbrix::cli

@@ -17,6 +17,8 @@ std::vector<std::string> FilesMeant(const std::string& name) { return {name}; }
 
 std::filesystem::path FileKey(const std::filesystem::path& path) { return path; }
 
+void MakeStandardStreamsBinary() {} // they do so anyway
+
 bool IsErrorOutputATerminal() { return isatty(STDERR_FILENO) == 1; }
 
 } // namespace lumbrix::cli

@@ -3,9 +3,11 @@
 
 #include <windows.h>
 
+#include <fcntl.h>
 #include <io.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace lumbrix::cli {
 
@@ -60,6 +62,11 @@ std::filesystem::path FileKey(const std::filesystem::path& path) {
     std::wstring key = path.native();
     CharLowerBuffW(key.data(), static_cast<DWORD>(key.size()));
     return key;
+}
+
+void MakeStandardStreamsBinary() {
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
 }
 
 bool IsErrorOutputATerminal() { return _isatty(_fileno(stderr)) != 0; }

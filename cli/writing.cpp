@@ -44,11 +44,28 @@ Call CallIntoFolder(const Arguments& arguments, std::size_t own) {
     RequireName(call.folder);
     for (const std::string& word : Words(arguments, 0, sources)) {
         RequireName(word);
+        if (IsStandardStream(word)) {
+            throw WrongUsage{"- goes with a TARGET, not with --into; a file of that name is ./-"};
+        }
         const std::vector<std::string> files = FilesMeant(word);
         call.sources.insert(call.sources.end(), files.begin(), files.end());
     }
     call.own = Words(arguments, sources, arguments.Count());
     return call;
+}
+
+// Options that look at files, or print to where the picture goes, mean nothing for the standard input and output.
+void ExpectFilesOnly(const Call& call, const Arguments& arguments) {
+    for (const char* name : {KeepDatesOption.name, NewerOption.name}) {
+        if (arguments.Has(name)) {
+            throw WrongUsage{std::string(name) + " needs files, not -"};
+        }
+    }
+    for (const char* name : {JsonOption.name, VerboseOption.name, DryRunOption.name}) {
+        if (IsStandardStream(call.target) && arguments.Has(name)) {
+            throw WrongUsage{std::string(name) + " prints to the standard output, where the picture goes"};
+        }
+    }
 }
 
 Call CallOnOneFile(const Arguments& arguments, TargetPlace place) {
@@ -58,8 +75,13 @@ Call CallOnOneFile(const Arguments& arguments, TargetPlace place) {
     Call call{{arguments[0]}, arguments[isLast ? last : 1], "", {}};
     call.own = isLast ? Words(arguments, 1, last) : Words(arguments, 2, arguments.Count());
     RequireName(call.sources.front());
-    if (arguments.Has(ToOption.name)) {
+    if (IsStandardStream(call.sources.front()) || IsStandardStream(call.target)) {
+        ExpectFilesOnly(call, arguments);
+    }
+    if (FormatFrom(arguments)) {
         RequireName(call.target);
+    } else if (IsStandardStream(call.target)) {
+        throw WrongUsage{"where the target is - the format must be named: --to FORMAT"};
     } else {
         RequireFormat(call.target);
     }
@@ -74,7 +96,7 @@ fs::path InFull(const fs::path& file) {
 
 std::string ExtensionFor(const Arguments& arguments, const fs::path& source) {
     const std::string extension = NameOf(source.extension());
-    return arguments.ValueOf(ToOption.name).value_or(extension.empty() ? "" : extension.substr(1));
+    return FormatFrom(arguments).value_or(extension.empty() ? "" : extension.substr(1));
 }
 
 Intent IntentFor(const fs::path& source, const fs::path& folder, const Arguments& arguments) {
