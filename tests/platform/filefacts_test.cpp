@@ -31,11 +31,11 @@ TEST_F(FileFacts, KindsAreToldApart) {
     EXPECT_EQ(KindOfFile(folder_.Path().string()), FileKind::Folder);
     EXPECT_EQ(KindOfFile(Path("none")), FileKind::Missing);
     EXPECT_EQ(KindOfFile(""), FileKind::Missing);
-    EXPECT_EQ(KindOfFile(Path(std::string(256, 'n'))), FileKind::Impossible);
 #ifdef _WIN32
     EXPECT_EQ(KindOfFile(Path("what?")), FileKind::Impossible);
 #else
     EXPECT_EQ(KindOfFile(Path(std::string(255, 'n'))), FileKind::Missing);
+    EXPECT_EQ(KindOfFile(Path(std::string(256, 'n'))), FileKind::Impossible);
     ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
     EXPECT_EQ(KindOfFile(Path("pipe")), FileKind::Other);
     std::filesystem::create_symlink("file", folder_ / "link");

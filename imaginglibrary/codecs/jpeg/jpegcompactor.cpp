@@ -7,9 +7,9 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr std::size_t MostBytesKept = std::size_t{4} << 20;
-constexpr std::size_t BytesAtOnce = std::size_t{1} << 18;
-constexpr std::size_t MostTables = 4;
+constexpr std::size_t MostSymbolsKept = std::size_t{2} << 20;
+constexpr std::size_t SymbolsAtOnce = std::size_t{1} << 16;
+constexpr std::size_t MostPairs = 4;
 
 constexpr std::uint8_t Marker = 0xFF;
 constexpr std::uint8_t StartOfImage = 0xD8;
@@ -22,24 +22,18 @@ constexpr std::size_t HeadBytes = 4; // of a segment: its marker and its length
 
 std::size_t BigEndian16(const std::uint8_t* bytes) { return std::size_t{bytes[0]} << 8 | bytes[1]; }
 
-// How often each symbol that a block can have occurs at least.
-constexpr TablePair<SymbolFrequencies> OnceEach() {
+// Has each symbol that a block can have occur once more: what is still to come may have any of them.
+void CountEach(SymbolFrequencies& first, SymbolFrequencies& others) {
     constexpr int MostFirstBits = 11;
     constexpr int MostBits = 10;
-    TablePair<SymbolFrequencies> frequencies{};
     for (std::size_t bits = 0; bits <= MostFirstBits; ++bits) {
-        frequencies.first[bits] = 1;
+        ++first[bits];
     }
     for (std::size_t zeros = 0; zeros < 16; ++zeros) {
         for (std::size_t bits = zeros == 0 || zeros == 15 ? 0 : 1; bits <= MostBits; ++bits) {
-            frequencies.others[zeros << 4 | bits] = 1;
+            ++others[zeros << 4 | bits];
         }
     }
-    return frequencies;
-}
-
-void AddTo(SymbolFrequencies& sums, const SymbolFrequencies& summands) {
-    std::transform(sums.begin(), sums.end(), summands.begin(), sums.begin(), std::plus<>());
 }
 
 // `place` is the table's class on top and its number below.
@@ -53,54 +47,35 @@ void AppendTable(std::vector<std::uint8_t>& contents, std::size_t place, const H
 
 Status JpegCompactor::Append(const std::uint8_t* bytes, std::size_t count) {
     bytes_.insert(bytes_.end(), bytes, bytes + count);
-    if (!counter_) {
-        if (const Status status = TakeSegments(); status != Status::Ok || !counter_) {
+    if (!reader_) {
+        if (const Status status = TakeSegments(); status != Status::Ok || !reader_) {
             return status;
         }
     }
-    if (recoder_) {
-        return Recode(bytes_.size(), false);
-    }
-    Count(bytes_.size(), false);
-    if (bytes_.size() <= MostBytesKept) {
-        return Status::Ok;
-    }
-    // What is still to come may have any symbol.
-    for (auto& frequencies : frequencies_) {
-        AddTo(frequencies.first, OnceEach().first);
-        AddTo(frequencies.others, OnceEach().others);
-    }
-    if (const Status status = ChooseCodes(); status != Status::Ok) {
-        return status;
-    }
-    return Recode(bytes_.size(), false);
+    return TakeScan(bytes_.size(), false);
 }
 
 Status JpegCompactor::Finish() {
     constexpr std::uint8_t End[] = {Marker, EndOfImage};
-    if (!counter_ || bytes_.size() < sizeof End || !std::equal(std::begin(End), std::end(End), bytes_.end() - 2)) {
+    if (!reader_ || bytes_.size() < sizeof End || !std::equal(std::begin(End), std::end(End), bytes_.end() - 2)) {
         return Status::GenericError;
     }
-    const std::size_t end = bytes_.size() - sizeof End;
-    if (!recoder_) {
-        Count(end, true);
-        if (const Status status = ChooseCodes(); status != Status::Ok) {
-            return status;
-        }
+    if (const Status status = TakeScan(bytes_.size() - sizeof End, true); status != Status::Ok) {
+        return status;
     }
-    if (const Status status = Recode(end, true); status != Status::Ok) {
+    if (const Status status = symbolBits_.empty() ? ChooseCodes() : Status::Ok; status != Status::Ok) {
         return status;
     }
     writer_.Finish();
     writer_.Bytes().insert(writer_.Bytes().end(), std::begin(End), std::end(End));
-    return file_.Append(writer_.Bytes().data(), writer_.Bytes().size());
+    return Flush();
 }
 
 // Takes the segments that are there as a whole, up to the scan's header.
 Status JpegCompactor::TakeSegments() {
     std::size_t taken = 0;
     Status status = Status::Ok;
-    while (status == Status::Ok && !counter_) {
+    while (status == Status::Ok && !reader_) {
         const std::span left = std::span<const std::uint8_t>(bytes_).subspan(taken);
         if (left.size() < HeadBytes) {
             break;
@@ -143,14 +118,14 @@ Status JpegCompactor::TakeTables(std::span<const std::uint8_t> contents) {
             symbols += count;
         }
         const std::size_t number = contents[0] & 15;
-        if (number >= MostTables || contents.size() < CountBytes + symbols) {
+        if (number >= MostPairs || contents[0] >> 4 > 1 || contents.size() < CountBytes + symbols) {
             return Status::GenericError;
         }
         code.symbols.assign(contents.begin() + CountBytes,
                             contents.begin() + static_cast<std::ptrdiff_t>(CountBytes + symbols));
-        codes_.resize(std::max(codes_.size(), number + 1));
-        const bool isOfFirst = contents[0] >> 4 == 0;
-        (isOfFirst ? codes_[number].first : codes_[number].others) = std::move(code);
+        const std::size_t table = 2 * number + (contents[0] >> 4);
+        tables_.resize(std::max(tables_.size(), 2 * number + 2));
+        tables_[table] = std::move(code);
         contents = contents.subspan(CountBytes + symbols);
     }
     return Status::Ok;
@@ -181,73 +156,80 @@ Status JpegCompactor::TakeScanHeader(std::span<const std::uint8_t> contents) {
     std::size_t rows = 1;
     for (std::size_t i = 0; i < components_.size(); ++i) {
         const Component& component = components_[i];
-        const std::size_t pair = contents[2 + 2 * i] & 15;
-        if (contents[1 + 2 * i] != component.name || pair >= codes_.size()) {
+        const std::size_t table = 2 * (std::size_t{contents[2 + 2 * i]} & 15);
+        if (contents[1 + 2 * i] != component.name || table >= tables_.size()) {
             return Status::GenericError;
         }
-        layout.pairs.insert(layout.pairs.end(), component.columns * component.rows, pair);
+        layout.firstTables.insert(layout.firstTables.end(), component.columns * component.rows,
+                                  static_cast<std::uint8_t>(table));
         columns = std::max(columns, component.columns);
         rows = std::max(rows, component.rows);
     }
     const auto unitsOf = [](std::size_t length, std::size_t side) { return (length + side - 1) / side; };
     layout.units = std::uint64_t{unitsOf(width_, columns * BlockSide)} * unitsOf(height_, rows * BlockSide);
-    frequencies_.resize(codes_.size());
-    counter_.emplace(layout, codes_);
-    layout_ = std::move(layout);
+    frequencies_.resize(tables_.size());
+    reader_.emplace(std::move(layout), tables_);
     return Status::Ok;
 }
 
-void JpegCompactor::Count(std::size_t end, bool areAll) {
-    auto* const pairs = frequencies_.data();
-    counted_ += counter_->Read(std::span<const std::uint8_t>(bytes_).first(end).subspan(counted_), areAll,
-                               [pairs](const ScanSymbol& symbol) {
-                                   auto& pair = pairs[symbol.pair];
-                                   ++(symbol.isFirst ? pair.first : pair.others)[symbol.value];
-                               });
+Status JpegCompactor::TakeScan(std::size_t end, bool areAll) {
+    const std::span bytes = std::span<const std::uint8_t>(bytes_).first(end);
+    std::size_t read = 0;
+    if (symbolBits_.empty()) {
+        auto* const frequencies = frequencies_.data();
+        read = reader_->Read(bytes, areAll, [this, frequencies](ScanSymbol symbol) {
+            ++frequencies[symbol.table][symbol.value];
+            symbols_.push_back(symbol);
+        });
+    } else {
+        read = reader_->Read(bytes, areAll, [this](ScanSymbol symbol) { Put(symbol); });
+    }
+    bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(read));
+    if (!reader_->IsSound()) {
+        return Status::GenericError;
+    }
+    if (symbols_.size() <= MostSymbolsKept) {
+        return Flush();
+    }
+    for (std::size_t table = 0; table < frequencies_.size(); table += 2) {
+        CountEach(frequencies_[table], frequencies_[table + 1]);
+    }
+    return ChooseCodes();
 }
 
-// Writes the tables and the scan's header.
+// Writes the tables, the scan's header and the symbols that have waited.
 Status JpegCompactor::ChooseCodes() {
-    constexpr std::size_t OthersClass = 16;
-    std::vector<std::uint8_t> tables(HeadBytes);
-    for (std::size_t i = 0; i < codes_.size(); ++i) {
-        const TablePair<HuffmanCode> codes{MakeHuffmanCode(frequencies_[i].first),
-                                           MakeHuffmanCode(frequencies_[i].others)};
-        AppendTable(tables, i, codes.first);
-        AppendTable(tables, OthersClass | i, codes.others);
-        symbolBits_.push_back({BitsOfSymbols(codes.first), BitsOfSymbols(codes.others)});
+    std::vector<std::uint8_t> segment(HeadBytes);
+    for (std::size_t table = 0; table < tables_.size(); ++table) {
+        const HuffmanCode code = MakeHuffmanCode(frequencies_[table]);
+        AppendTable(segment, (table % 2) << 4 | table / 2, code);
+        symbolBits_.push_back(BitsOfSymbols(code));
     }
-    const std::size_t length = tables.size() - MarkerBytes;
-    tables[0] = Marker;
-    tables[1] = HuffmanTables;
-    tables[2] = static_cast<std::uint8_t>(length >> 8);
-    tables[3] = static_cast<std::uint8_t>(length);
-    recoder_.emplace(layout_, codes_);
-    if (const Status status = file_.Append(tables.data(), tables.size()); status != Status::Ok) {
-        return status;
+    const std::size_t length = segment.size() - MarkerBytes;
+    segment[0] = Marker;
+    segment[1] = HuffmanTables;
+    segment[2] = static_cast<std::uint8_t>(length >> 8);
+    segment[3] = static_cast<std::uint8_t>(length);
+    segment.insert(segment.end(), scanHeader_.begin(), scanHeader_.end());
+    Status status = file_.Append(segment.data(), segment.size());
+    for (std::size_t i = 0; i < symbols_.size() && status == Status::Ok; ++i) {
+        Put(symbols_[i]);
+        status = i % SymbolsAtOnce == 0 ? Flush() : status;
     }
-    return file_.Append(scanHeader_.data(), scanHeader_.size());
+    std::vector<ScanSymbol>().swap(symbols_);
+    return status == Status::Ok ? Flush() : status;
 }
 
-Status JpegCompactor::Recode(std::size_t end, bool areAll) {
-    const auto* const pairs = symbolBits_.data();
-    const auto put = [this, pairs](const ScanSymbol& symbol) {
-        const auto& pair = pairs[symbol.pair];
-        const SymbolBits code = (symbol.isFirst ? pair.first : pair.others)[symbol.value];
-        writer_.Put(std::uint32_t{code.bits} << symbol.BitCount() | symbol.bits, code.length + symbol.BitCount());
-    };
-    std::size_t done = 0;
-    for (std::size_t stop = 0; stop < end;) {
-        stop = std::min(end, stop + BytesAtOnce);
-        done +=
-            recoder_->Read(std::span<const std::uint8_t>(bytes_).first(stop).subspan(done), areAll && stop == end, put);
-        if (const Status status = file_.Append(writer_.Bytes().data(), writer_.Bytes().size()); status != Status::Ok) {
-            return status;
-        }
-        writer_.Bytes().clear();
-    }
-    bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(done));
-    return counter_->IsSound() && recoder_->IsSound() ? Status::Ok : Status::GenericError;
+void JpegCompactor::Put(ScanSymbol symbol) {
+    const SymbolBits code = symbolBits_[symbol.table][symbol.value];
+    writer_.Put(std::uint32_t{code.bits} << symbol.BitCount() | symbol.bits, code.length + symbol.BitCount());
+}
+
+// Only whole bytes, and the last few wait.
+Status JpegCompactor::Flush() {
+    const Status status = file_.Append(writer_.Bytes().data(), writer_.Bytes().size());
+    writer_.Bytes().clear();
+    return status;
 }
 
 } // namespace imaginglibrary

@@ -13,8 +13,8 @@
 
 namespace imaginglibrary {
 
-// Libjpeg itself would keep the coefficients of the whole picture for that. This keeps the coded scan, which takes a
-// twentieth, and no more than four megabytes of it: in longer ones the codes are the best for what these hold.
+// Libjpeg itself would keep the coefficients of the whole picture for that. This keeps the symbols of the coded scan,
+// of which there are few, and no more than two million of them: in longer scans the codes are the best for these.
 //
 // For files of one baseline scan with all components and without restart markers.
 class JpegCompactor {
@@ -39,24 +39,23 @@ class JpegCompactor {
     Status TakeTables(std::span<const std::uint8_t> contents);
     Status TakeFrame(std::span<const std::uint8_t> contents);
     Status TakeScanHeader(std::span<const std::uint8_t> contents);
-    void Count(std::size_t end, bool areAll);
+    Status TakeScan(std::size_t end, bool areAll);
     Status ChooseCodes();
-    Status Recode(std::size_t end, bool areAll);
+    void Put(ScanSymbol symbol);
+    Status Flush();
 
     OutputFile& file_;
     std::vector<std::uint8_t> bytes_; // that are still needed
-    std::size_t counted_ = 0;         // of these
 
     std::size_t width_ = 0;
     std::size_t height_ = 0;
     std::vector<Component> components_;
-    std::vector<TablePair<HuffmanCode>> codes_; // as libjpeg has them
-    std::vector<std::uint8_t> scanHeader_;      // the whole segment, once it was there
-    ScanLayout layout_;
-    std::vector<TablePair<SymbolFrequencies>> frequencies_;
-    std::optional<ScanReader> counter_; // from the scan's header on
-    std::optional<ScanReader> recoder_; // reads the scan once more when the codes are chosen
-    std::vector<TablePair<std::array<SymbolBits, 256>>> symbolBits_;
+    std::vector<HuffmanCode> tables_;      // as libjpeg has them: pairs for the first symbol and the others of a block
+    std::vector<std::uint8_t> scanHeader_; // the whole segment, once it was there
+    std::optional<ScanReader> reader_;     // from the scan's header on
+    std::vector<SymbolFrequencies> frequencies_;
+    std::vector<ScanSymbol> symbols_;                     // that wait for their codes
+    std::vector<std::array<SymbolBits, 256>> symbolBits_; // empty until the codes are chosen
     ScanBitWriter writer_;
 };
 

@@ -7,28 +7,23 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace imaginglibrary {
 
-// One for the first symbol of each block, and one for the others.
-template <class Table> struct TablePair {
-    Table first;
-    Table others;
-};
-
-// How a scan is put together of MCUs, and these of blocks.
+// How a scan is put together of MCUs, and these of blocks. A block uses two tables of codes: one for its first symbol,
+// and the one behind it for the others.
 struct ScanLayout {
-    std::vector<std::size_t> pairs; // of the blocks of an MCU, in order: the tables that each of them uses
-    std::uint64_t units = 0;        // the number of MCUs
+    std::vector<std::uint8_t> firstTables; // of the blocks of an MCU, in order
+    std::uint64_t units = 0;               // the number of MCUs
 };
 
 // A symbol, and the bits that it has behind it.
 struct ScanSymbol {
-    std::size_t pair;
-    bool isFirst; // of its block
+    std::uint8_t table;
     std::uint8_t value;
-    std::uint32_t bits;
+    std::uint16_t bits;
 
     int BitCount() const { return value & 15; }
 };
@@ -38,21 +33,18 @@ class ScanReader {
     // No MCU takes more bytes, were it ten blocks of 64 symbols with 27 bits, and a zero behind each byte.
     static constexpr std::size_t MostUnitBytes = 8192;
 
-    ScanReader(ScanLayout layout, const std::vector<TablePair<HuffmanCode>>& codes) : layout_(std::move(layout)) {
-        for (const TablePair<HuffmanCode>& pair : codes) {
-            decoders_.push_back({HuffmanDecoder(pair.first), HuffmanDecoder(pair.others)});
-        }
-    }
+    ScanReader(ScanLayout layout, const std::vector<HuffmanCode>& tables)
+        : layout_(std::move(layout)), decoders_(tables.begin(), tables.end()) {}
 
     // Reads MCUs whole and calls `use(symbol)` for each of their symbols. `bytes` go on where the last call has ended.
-    // Ends behind the last MCU, and before one that the bytes may not hold whole, unless they are `all`. Gives back how
+    // Ends behind the last MCU, and before one that the bytes may not hold whole, unless they are all. Gives back how
     // many of the bytes are no longer needed.
     template <class Use> std::size_t Read(std::span<const std::uint8_t> bytes, bool areAll, const Use& use) {
         ScanBitReader bits = bits_; // for the processor's registers
         bits.SetBytes(bytes);
         while (unitsRead_ < layout_.units && isSound_ && (areAll || bytes.size() - bits.BytesTaken() > MostUnitBytes)) {
-            for (const std::size_t pair : layout_.pairs) {
-                isSound_ = ReadBlock(bits, pair, use) && isSound_;
+            for (const std::uint8_t table : layout_.firstTables) {
+                isSound_ = ReadBlock(bits, table, use) && isSound_;
             }
             ++unitsRead_;
         }
@@ -65,16 +57,16 @@ class ScanReader {
 
   private:
     // Whether the bits are symbols.
-    template <class Use> [[gnu::always_inline]] bool ReadBlock(ScanBitReader& bits, std::size_t pair, const Use& use) {
-        const TablePair<HuffmanDecoder>& decoders = decoders_[pair];
-        ScanSymbol symbol{pair, true, 0, 0};
-        if (!ReadSymbol(bits, decoders.first, symbol)) {
+    template <class Use>
+    [[gnu::always_inline]] bool ReadBlock(ScanBitReader& bits, std::uint8_t firstTable, const Use& use) {
+        ScanSymbol symbol{firstTable, 0, 0};
+        if (!ReadSymbol(bits, symbol)) {
             return false;
         }
         use(symbol);
-        symbol.isFirst = false;
+        ++symbol.table;
         for (int coefficient = 1; coefficient < 64;) {
-            if (!ReadSymbol(bits, decoders.others, symbol)) {
+            if (!ReadSymbol(bits, symbol)) {
                 return false;
             }
             use(symbol);
@@ -85,17 +77,16 @@ class ScanReader {
         return true;
     }
 
-    [[gnu::always_inline]] static bool ReadSymbol(ScanBitReader& bits, const HuffmanDecoder& decoder,
-                                                  ScanSymbol& symbol) {
-        const auto found = decoder.Find(bits.Peek());
+    [[gnu::always_inline]] bool ReadSymbol(ScanBitReader& bits, ScanSymbol& symbol) const {
+        const auto found = decoders_[symbol.table].Find(bits.Peek());
         bits.Skip(found.length);
         symbol.value = found.value;
-        symbol.bits = bits.Take(symbol.BitCount());
+        symbol.bits = static_cast<std::uint16_t>(bits.Take(symbol.BitCount()));
         return found.length != 0;
     }
 
     ScanLayout layout_;
-    std::vector<TablePair<HuffmanDecoder>> decoders_;
+    std::vector<HuffmanDecoder> decoders_;
     ScanBitReader bits_;
     std::uint64_t unitsRead_ = 0;
     bool isSound_ = true;
