@@ -7,7 +7,7 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr std::size_t MostSymbolsKept = std::size_t{2} << 20;
+constexpr std::size_t MostSymbolsKept = std::size_t{1} << 18;
 constexpr std::size_t SymbolsAtOnce = std::size_t{1} << 16;
 constexpr std::size_t MostPairs = 4;
 
@@ -168,6 +168,7 @@ Status JpegCompactor::TakeScanHeader(std::span<const std::uint8_t> contents) {
     const auto unitsOf = [](std::size_t length, std::size_t side) { return (length + side - 1) / side; };
     layout.units = std::uint64_t{unitsOf(width_, columns * BlockSide)} * unitsOf(height_, rows * BlockSide);
     frequencies_.resize(tables_.size());
+    symbols_.reserve(MostSymbolsKept);
     reader_.emplace(std::move(layout), tables_);
     return Status::Ok;
 }

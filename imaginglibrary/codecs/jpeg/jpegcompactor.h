@@ -14,7 +14,7 @@
 namespace imaginglibrary {
 
 // Libjpeg itself would keep the coefficients of the whole picture for that. This keeps the symbols of the coded scan,
-// of which there are few, and no more than two million of them: in longer scans the codes are the best for these.
+// of which there are few, and no more than a quarter of a million: in longer scans the codes are the best for these.
 //
 // For files of one baseline scan with all components and without restart markers.
 class JpegCompactor {
