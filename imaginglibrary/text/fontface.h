@@ -34,9 +34,6 @@ class FontFace {
 
     // The glyph of a character, or the font's sign for a missing one.
     virtual Glyph GlyphOf(char32_t character) const = 0;
-
-    // What the font adds to the advance between two neighbours; mostly negative.
-    virtual double KerningBetween(char32_t left, char32_t right) const = 0;
 };
 
 // Whether a family of this name is installed, in any letter case, or one of the same measures that the system puts in
@@ -44,7 +41,10 @@ class FontFace {
 bool HasFontFamily(const std::u16string& name);
 
 // The face of a family that is there; a bold or italic one that it lacks is made from the plain one. FontFamilyNotFound
-// or FontStyleNotFound where none can be opened.
+// or FontStyleNotFound where none can be opened. All who have the same one open share it.
 Result<std::shared_ptr<const FontFace>> OpenFontFace(const std::u16string& family, bool isBold, bool isItalic);
+
+// The same, for no one else.
+Result<std::shared_ptr<const FontFace>> OpenUnsharedFontFace(const std::u16string& family, bool isBold, bool isItalic);
 
 } // namespace imaginglibrary

@@ -218,18 +218,6 @@ class LinuxFontFace : public FontFace {
         return glyph;
     }
 
-    double KerningBetween(char32_t left, char32_t right) const override {
-        const std::lock_guard lock(mutex_);
-        const FT_UInt leftIndex = FT_Get_Char_Index(face_, left);
-        const FT_UInt rightIndex = FT_Get_Char_Index(face_, right);
-        FT_Vector kerning{};
-        if (leftIndex == 0 || rightIndex == 0 ||
-            FT_Get_Kerning(face_, leftIndex, rightIndex, FT_KERNING_UNSCALED, &kerning) != 0) {
-            return 0;
-        }
-        return InEm(static_cast<double>(kerning.x));
-    }
-
   private:
     double InEm(double units) const { return units / face_->units_per_EM; }
 
@@ -271,7 +259,7 @@ bool HasFontFamily(const std::u16string& name) {
     return !name.empty() && FindFont(PathBytes(name), false, false) != nullptr;
 }
 
-Result<std::shared_ptr<const FontFace>> OpenFontFace(const std::u16string& family, bool isBold, bool isItalic) {
+Result<std::shared_ptr<const FontFace>> OpenUnsharedFontFace(const std::u16string& family, bool isBold, bool isItalic) {
     const std::string name = PathBytes(family);
     const Pattern font = FindFont(name, isBold, isItalic);
     if (font == nullptr) {

@@ -4,7 +4,6 @@
 #include <windows.h>
 
 #include <cstring>
-#include <map>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -115,7 +114,6 @@ class WindowsFontFace : public FontFace {
             Select(DescriptionOf(family, em_, isBold, isItalic));
             ReadMetrics();
         }
-        ReadKerning();
     }
 
     ~WindowsFontFace() override {
@@ -158,11 +156,6 @@ class WindowsFontFace : public FontFace {
         return glyph;
     }
 
-    double KerningBetween(char32_t left, char32_t right) const override {
-        const auto found = kerning_.find({left, right});
-        return found == kerning_.end() ? 0 : InEm(found->second);
-    }
-
   private:
     double InEm(double units) const { return units / em_; }
 
@@ -181,22 +174,12 @@ class WindowsFontFace : public FontFace {
         return isOpen_;
     }
 
-    void ReadKerning() {
-        std::vector<KERNINGPAIR> pairs(GetKerningPairsW(context_.handle, 0, nullptr));
-        const DWORD count =
-            pairs.empty() ? 0 : GetKerningPairsW(context_.handle, static_cast<DWORD>(pairs.size()), pairs.data());
-        for (DWORD i = 0; i < count; ++i) {
-            kerning_[{pairs[i].wFirst, pairs[i].wSecond}] = pairs[i].iKernAmount;
-        }
-    }
-
     mutable std::mutex mutex_; // a device context belongs to one thread at a time
     ScreenContext context_;
     HFONT font_ = nullptr;
     int em_ = FallbackEm;
     bool isOpen_ = false;
     OUTLINETEXTMETRICW metrics_{};
-    std::map<std::pair<char32_t, char32_t>, int> kerning_;
 };
 
 // Goes through all fonts of a family; `found` is a bool to set.
@@ -221,7 +204,7 @@ bool HasFontFamily(const std::u16string& name) {
     return isThere;
 }
 
-Result<std::shared_ptr<const FontFace>> OpenFontFace(const std::u16string& family, bool isBold, bool isItalic) {
+Result<std::shared_ptr<const FontFace>> OpenUnsharedFontFace(const std::u16string& family, bool isBold, bool isItalic) {
     auto face = std::make_shared<const WindowsFontFace>(family, isBold, isItalic);
     if (!face->IsOpen()) {
         return Status::FontStyleNotFound;

@@ -49,12 +49,8 @@ class TextSetter {
   private:
     void SetCharacter(char32_t character) {
         const Glyph& glyph = GlyphOf(character);
-        if (previous_ != 0) {
-            x_ += face_.KerningBetween(previous_, character);
-        }
         glyph.outline.AppendEdges(Affine::Translation(x_, baseline_).Then(fromEm_), edges_);
         x_ += glyph.advance;
-        previous_ = character;
     }
 
     void GoToTabStop() {
@@ -62,7 +58,6 @@ class TextSetter {
         if (step > 0) {
             x_ = LeadingSpace + (std::floor((x_ - LeadingSpace) / step + 1e-9) + 1) * step;
         }
-        previous_ = 0;
     }
 
     void EndLine() {
@@ -74,7 +69,6 @@ class TextSetter {
         }
         x_ = LeadingSpace;
         baseline_ += measures_.lineSpacing;
-        previous_ = 0;
     }
 
     // Glyph outlines run clockwise on the screen; so do these lines, and thus unite with what they cross.
@@ -100,7 +94,6 @@ class TextSetter {
     std::map<char32_t, Glyph> glyphs_;
     double x_ = LeadingSpace;
     double baseline_;
-    char32_t previous_ = 0;
 };
 
 } // namespace
