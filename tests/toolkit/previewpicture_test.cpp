@@ -39,9 +39,7 @@ TEST_F(PreviewPicture, ShrunkColorIsOneOfThePicturesOrBetweenThem) {
 }
 
 TEST_F(PreviewPicture, StandsUprightAndIsNotMirrored) {
-    const auto quarters = [](int x, int y) {
-        return y < 20 ? (x < 20 ? tests::Red : Green) : (x < 20 ? Blue : White);
-    };
+    const auto quarters = [](int x, int y) { return y < 20 ? (x < 20 ? tests::Red : Green) : (x < 20 ? Blue : White); };
     EXPECT_EQ(DrawnAt(40, 40, quarters, 30, 30), RGB(255, 0, 0));
     EXPECT_EQ(DrawnAt(40, 40, quarters, 140, 30), RGB(0, 255, 0));
     EXPECT_EQ(DrawnAt(40, 40, quarters, 30, 140), RGB(0, 0, 255));
