@@ -1,4 +1,5 @@
 // What the system is asked to open and to start.
+#include "desktop/desktopsystem.h"
 #include "desktop/helpfile.h"
 #include "desktop/systemlauncher.h"
 
@@ -91,6 +92,22 @@ TEST(Launching, ProgramIsStartedByItsQuotedNameInANormalWindow) {
     EXPECT_EQ(askedStart.info.cb, sizeof(STARTUPINFOA));
     EXPECT_EQ(askedStart.info.dwFlags, 1u); // how its window is shown
     EXPECT_EQ(askedStart.info.wShowWindow, 1);
+}
+
+TEST(DayOfTheSystem, IsCountedInMillisecondsSinceMidnight) {
+    const auto now = [] {
+        SYSTEMTIME time{};
+        GetLocalTime(&time);
+        return time.wHour * 3'600'000 + time.wMinute * 60'000 + time.wSecond * 1'000 + time.wMilliseconds;
+    };
+    int before = 0, counted = 0, after = 0;
+    do {
+        before = now();
+        counted = DesktopSystem().MillisecondsOfDay();
+        after = now();
+    } while (after < before); // midnight
+    EXPECT_LE(before, counted);
+    EXPECT_LE(counted, after);
 }
 
 } // namespace
