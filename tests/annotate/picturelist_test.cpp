@@ -38,9 +38,11 @@ class BackgroundTaker : public ControlWatch {
     explicit BackgroundTaker(Kind kind) : kind_(kind) {}
 
     std::vector<SentBackground> sent;
+    int paintings = 0;
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) override {
+        paintings += message == WM_PAINT ? 1 : 0;
         if (message != LVM_SETBKIMAGEA) {
             return PassOn(message, wordParameter, longParameter);
         }
@@ -97,6 +99,14 @@ TEST_F(PictureList, IsGivenABitmapWhereItDoesNotTakeThePath) {
     EXPECT_EQ(sent[0].image, picture_);
     EXPECT_EQ(sent[1].flags, 1u); // a bitmap
     EXPECT_TRUE(sent[1].hasBitmap);
+}
+
+TEST_F(PictureList, IsPaintedAnewAtOnce) {
+    UpdateWindow(list_); // nothing is left to be painted
+    BackgroundTaker taker(BackgroundTaker::Kind::Names);
+    taker.Attach(list_);
+    SetPreviewImage(window_.Handle(), picture_);
+    EXPECT_EQ(taker.paintings, 1);
 }
 
 TEST_F(PictureList, BitmapShowsThePictureAndWhiteWhereThatIsClear) {

@@ -108,6 +108,15 @@ TEST_F(CanvasOfItsOwn, LoadedPictureLiesAtItsNaturalPlace) {
     EXPECT_EQ(canvas_.Points()[2], (PixelPoint{0, 20}));
 }
 
+TEST_F(CanvasOfItsOwn, NextRepaintShowsThePictureThatWasLoadedLast) {
+    ShowGreenPicture();
+    WriteBytes(folder_ / "red.bmp", MakeBmp(40, 30, [](int, int) { return tests::Red; }));
+    canvas_.LoadCanvasImage(Path("red.bmp"));
+    EXPECT_EQ(Captured({0, 0, 10, 10}).At(5, 5), Green);
+    RedrawWindow(canvas_.Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    EXPECT_EQ(Captured({0, 0, 10, 10}).At(5, 5), tests::Red);
+}
+
 TEST_F(CanvasOfItsOwn, UnchangedSettingsDrawNothing) {
     ShowGreenPicture();
     WriteBytes(folder_ / "red.bmp", MakeBmp(40, 30, [](int, int) { return tests::Red; }));
