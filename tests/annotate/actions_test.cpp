@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <list>
 #include <optional>
 #include <vector>
 
@@ -235,6 +236,23 @@ TEST_F(AnnotateAction, FileOfAStageThatCannotBeDeletedIsListed) {
     RunAnnotate();
     EXPECT_TRUE(IsListedForCleanUp(listed)) << listed;
     EXPECT_EQ(FilesLeft(), 1);
+    std::filesystem::remove(ProgramFolder() + "CleanUp.txt");
+}
+
+TEST_F(AnnotateAction, FilesOfAStageAreGivenUpInTheOrderOfTheirMaking) {
+    std::filesystem::remove(ProgramFolder() + "CleanUp.txt");
+    std::list<HeldFile> held;
+    std::string listed;
+    windows_.inside = {[&] {
+        windows_.Write("H", {2, 2});
+        const ImageStage& stage = state_.stages[0];
+        for (const std::string& file : {stage.previewSource, stage.result, stage.previewResult}) {
+            held.emplace_back(file);
+            listed += file + "\r\n";
+        }
+    }};
+    RunAnnotate();
+    EXPECT_EQ(ReadBytes(ProgramFolder() + "CleanUp.txt"), listed);
     std::filesystem::remove(ProgramFolder() + "CleanUp.txt");
 }
 

@@ -4,6 +4,7 @@
 #include "annotate/layout.h"
 #include "tests/support/picturefiles.h"
 #include "tests/toolkit/ownwindow.h"
+#include "toolkit/handles.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +21,14 @@ struct SentBackground {
     std::string image;
     UINT longest;
     bool hasBitmap;
+    COLORREF firstPixel; // of the bitmap
 };
+
+COLORREF FirstPixelOf(HBITMAP bitmap) {
+    const OwnedContext context(CreateCompatibleDC(nullptr));
+    const SelectedObject selected(context.Get(), bitmap);
+    return GetPixel(context.Get(), 0, 0);
+}
 
 // Takes every background, or none that is given by name.
 class BackgroundTaker : public ControlWatch {
@@ -30,15 +38,17 @@ class BackgroundTaker : public ControlWatch {
     explicit BackgroundTaker(Kind kind) : kind_(kind) {}
 
     std::vector<SentBackground> sent;
+    int paintings = 0;
 
   private:
     LRESULT OnMessage(UINT message, WPARAM wordParameter, LPARAM longParameter) override {
+        paintings += message == WM_PAINT ? 1 : 0;
         if (message != LVM_SETBKIMAGEA) {
             return PassOn(message, wordParameter, longParameter);
         }
         const auto& background = *reinterpret_cast<const LVBKIMAGEA*>(longParameter);
         sent.push_back({background.ulFlags, background.pszImage == nullptr ? "" : background.pszImage,
-                        background.cchImageMax, background.hbm != nullptr});
+                        background.cchImageMax, background.hbm != nullptr, FirstPixelOf(background.hbm)});
         const bool isName = (background.ulFlags & LVBKIF_SOURCE_MASK) == LVBKIF_SOURCE_URL;
         if (!isName) {
             DeleteObject(background.hbm); // which is its owner's now
@@ -89,6 +99,23 @@ TEST_F(PictureList, IsGivenABitmapWhereItDoesNotTakeThePath) {
     EXPECT_EQ(sent[0].image, picture_);
     EXPECT_EQ(sent[1].flags, 1u); // a bitmap
     EXPECT_TRUE(sent[1].hasBitmap);
+}
+
+TEST_F(PictureList, IsPaintedAnewAtOnce) {
+    UpdateWindow(list_); // nothing is left to be painted
+    BackgroundTaker taker(BackgroundTaker::Kind::Names);
+    taker.Attach(list_);
+    SetPreviewImage(window_.Handle(), picture_);
+    EXPECT_EQ(taker.paintings, 1);
+}
+
+TEST_F(PictureList, BitmapShowsThePictureAndWhiteWhereThatIsClear) {
+    EXPECT_EQ(Show(BackgroundTaker::Kind::BitmapsOnly, picture_).back().firstPixel, RGB(0, 255, 0));
+    const std::string clear = (folder_ / "clear.gif").string();
+    WriteBytes(clear, std::string("GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\0!\xF9\4\1\0\0\0\0,\0\0\0\0\1\0\1\0\0"
+                                  "\2\2\x44\1\0;",
+                                  43));
+    EXPECT_EQ(Show(BackgroundTaker::Kind::BitmapsOnly, clear).back().firstPixel, RGB(255, 255, 255));
 }
 
 TEST_F(PictureList, IsGivenNoBitmapOfWhatCannotBeRead) {

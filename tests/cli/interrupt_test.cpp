@@ -6,24 +6,21 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <thread>
 
 namespace {
 
 using namespace tests;
 using Names = std::set<std::string>;
 
-class Interrupt : public Folder {
+class Interrupted : public Folder {
   protected:
-    Interrupt() {
+    Interrupted() {
         MakeVastPicture("in/vast.bmp");
         MakeFolder("temporary");
         setenv("TMPDIR", Path("temporary").c_str(), 1);
     }
 
-    ~Interrupt() override { unsetenv("TMPDIR"); }
-
-    void Sleep(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
+    ~Interrupted() override { unsetenv("TMPDIR"); }
 
     // Expects that the program is under way, and that it ends at once, without a word and without a file.
     void ExpectEndWith(int signal, pid_t child) {
@@ -39,64 +36,57 @@ class Interrupt : public Folder {
     }
 };
 
-TEST_F(Interrupt, EndsAConversion) {
+TEST_F(Interrupted, EndsAConversion) {
     const pid_t child = Start({"convert", Path("in/vast.bmp"), Path("a.gif")});
-    Sleep(300);
+    AwaitUnderWay(child, "in/vast.bmp");
     ExpectEndWith(SIGINT, child);
 }
 
-TEST_F(Interrupt, EndsASmallCopy) {
+TEST_F(Interrupted, EndsASmallCopy) {
     const pid_t child = Start({"thumb", Path("in/vast.bmp"), "5000", Path("a.png")});
-    Sleep(300);
+    AwaitUnderWay(child, "in/vast.bmp");
     ExpectEndWith(SIGINT, child);
 }
 
-TEST_F(Interrupt, EndsTheWritingOfALargePicture) {
+TEST_F(Interrupted, EndsTheWritingOfALargePicture) {
     const pid_t child = Start({"resize", Path("source.bmp"), Path("a.png"), "20000"});
-    Sleep(300);
+    AwaitUnderWay(child, "source.bmp");
     ExpectEndWith(SIGINT, child);
 }
 
-TEST_F(Interrupt, EndsTheShrinkingOfALargePicture) {
+TEST_F(Interrupted, EndsTheShrinkingOfALargePicture) {
     const pid_t child = Start({"resize", Path("in/vast.bmp"), Path("a.png"), "9000"});
-    Sleep(300);
+    AwaitUnderWay(child, "in/vast.bmp");
     ExpectEndWith(SIGINT, child);
 }
 
-TEST_F(Interrupt, TerminationIsOne) {
+TEST_F(Interrupted, TerminationIsOne) {
     const pid_t child = Start({"resize", Path("in/vast.bmp"), Path("a.png"), "9000"});
-    Sleep(300);
+    AwaitUnderWay(child, "in/vast.bmp");
     ExpectEndWith(SIGTERM, child);
 }
 
-TEST_F(Interrupt, LostTerminalIsOne) {
+TEST_F(Interrupted, LostTerminalIsOne) {
     const pid_t child = Start({"resize", Path("in/vast.bmp"), Path("a.png"), "9000"});
-    Sleep(300);
+    AwaitUnderWay(child, "in/vast.bmp");
     ExpectEndWith(SIGHUP, child);
 }
 
-TEST_F(Interrupt, EndsAConversionWithABar) {
-    const pid_t child = Start({"convert", Path("in/vast.bmp"), Path("a.tif"), "--compression", "deflate"});
-    Sleep(1200);
-    ExpectEndWith(SIGINT, child);
-}
-
-TEST_F(Interrupt, SecondOneEndsARunOverSeveralSources) {
+TEST_F(Interrupted, SecondOneEndsARunOverSeveralSources) {
     MakeFolder("in/out");
     const pid_t child =
         Start({"resize", Path("in/vast.bmp"), Path("source.bmp"), "9000", "--into", Path("in/out"), "-j1"});
-    Sleep(300);
-    kill(child, SIGINT);
-    Sleep(50);
+    AwaitUnderWay(child, "in/vast.bmp");
+    Interrupt(child, SIGINT);
     ExpectEndWith(SIGINT, child);
     EXPECT_EQ(NamesIn("in/out"), Names{});
 }
 
-TEST_F(Interrupt, FirstOneFinishesTheFileOfSeveralThatIsUnderWay) {
+TEST_F(Interrupted, FirstOneFinishesTheFileOfSeveralThatIsUnderWay) {
     MakeFolder("in/out");
     const pid_t child =
         Start({"resize", Path("in/vast.bmp"), Path("source.bmp"), "900", "--into", Path("in/out"), "-j1"});
-    Sleep(150);
+    AwaitUnderWay(child, "in/vast.bmp");
     ASSERT_EQ(waitpid(child, nullptr, WNOHANG), 0) << "the work was done too soon for this test";
     kill(child, SIGINT);
     const Outcome outcome = Wait(child);
@@ -105,12 +95,11 @@ TEST_F(Interrupt, FirstOneFinishesTheFileOfSeveralThatIsUnderWay) {
     EXPECT_EQ(NamesIn("in/out"), (Names{"vast.bmp"}));
 }
 
-TEST_F(Interrupt, SecondOneEndsAWholeRun) {
+TEST_F(Interrupted, SecondOneEndsAWholeRun) {
     MakeFolder("in/out");
     const pid_t child = Start({"folder", Path("in"), Path("in/out"), "png", "9000"});
-    Sleep(300);
-    kill(child, SIGHUP);
-    Sleep(50);
+    AwaitUnderWay(child, "in/vast.bmp");
+    Interrupt(child, SIGHUP);
     ExpectEndWith(SIGINT, child);
     EXPECT_EQ(NamesIn("in/out"), Names{});
 }

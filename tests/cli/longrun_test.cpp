@@ -19,28 +19,7 @@ class LongRun : public Folder {
   protected:
     // Waits until a file stands somewhere.
     void AwaitFile(const std::string& name) {
-        for (int i = 0; i < 3000 && !fs::exists(folder_ / name); ++i) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-        ASSERT_TRUE(fs::exists(folder_ / name)) << name;
-    }
-
-    // Waits until a run has begun with a file.
-    void AwaitOpened(pid_t child, const std::string& name) {
-        const fs::path opened = "/proc/" + std::to_string(child) + "/fd";
-        const auto isOpened = [&] {
-            std::error_code closedMeanwhile;
-            for (const auto& entry : fs::directory_iterator(opened, closedMeanwhile)) {
-                if (fs::read_symlink(entry.path(), closedMeanwhile) == folder_ / name) {
-                    return true;
-                }
-            }
-            return false;
-        };
-        for (int i = 0; i < 3000 && !isOpened(); ++i) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-        ASSERT_TRUE(isOpened()) << name;
+        ASSERT_TRUE(Await([&] { return fs::exists(folder_ / name); })) << name;
     }
 
     // Enough pictures that a run over them lasts a while; all are one file under many names.
@@ -82,8 +61,8 @@ TEST_F(LongRun, SecondInterruptEndsAtOnce) {
     const pid_t child = Start({"folder", Path("in"), Path("out"), "gif", "--jobs", "1"});
     AwaitFile("out/a.gif");
     AwaitOpened(child, "in/b.bmp");
-    kill(child, SIGINT);
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    Interrupt(child, SIGINT);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100)); // in which it could end
     EXPECT_EQ(waitpid(child, nullptr, WNOHANG), 0) << "the first interrupt waits for the file under way";
     kill(child, SIGINT);
     const Outcome outcome = Wait(child);
@@ -98,19 +77,33 @@ class OnTerminal : public LongRun {
     // Long enough for the bar, as a GIF.
     OnTerminal() { MakeVastPicture("in/vast.bmp", 14000); }
 
-    std::string RunOnTerminal(const std::vector<std::string>& words, const std::string& output) {
+    // `atBar` is called with the child once there is a bar.
+    std::string ShownOnTerminal(const std::vector<std::string>& words, Outcome& outcome,
+                                const std::function<void(pid_t)>& atBar) {
         const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
         EXPECT_EQ(grantpt(terminal) + unlockpt(terminal), 0);
         const int end = open(ptsname(terminal), O_RDWR | O_NOCTTY);
         const pid_t child = Start(words, false, end);
         close(end);
         std::string shown;
+        bool isBarSeen = false;
         char buffer[4096];
         for (ssize_t count = 0; (count = read(terminal, buffer, sizeof buffer)) > 0;) {
             shown.append(buffer, static_cast<std::size_t>(count));
+            if (!isBarSeen && shown.find("\r[") != std::string::npos) {
+                isBarSeen = true;
+                atBar(child);
+            }
         }
         close(terminal);
-        EXPECT_EQ(Wait(child).output, output);
+        outcome = Wait(child);
+        return shown;
+    }
+
+    std::string RunOnTerminal(const std::vector<std::string>& words, const std::string& output) {
+        Outcome outcome;
+        std::string shown = ShownOnTerminal(words, outcome, [](pid_t) {});
+        EXPECT_EQ(outcome.output, output);
         return shown;
     }
 
@@ -141,6 +134,16 @@ TEST_F(OnTerminal, BarOfASingleFileCountsItsRows) {
     const std::string shown = RunOnTerminal({"convert", Path("in/vast.bmp"), Path("a.gif")}, "");
     EXPECT_NE(shown.find(" %"), std::string::npos) << shown;
     ExpectErasedBar(shown);
+}
+
+TEST_F(OnTerminal, InterruptTakesTheBarAwayToo) {
+    Outcome outcome;
+    const std::string shown = ShownOnTerminal({"convert", Path("in/vast.bmp"), Path("a.gif")}, outcome,
+                                              [](pid_t child) { kill(child, SIGINT); });
+    EXPECT_EQ(outcome.status, 130);
+    EXPECT_EQ(outcome.output, "");
+    ExpectErasedBar(shown);
+    EXPECT_FALSE(fs::exists(folder_ / "a.gif"));
 }
 
 TEST_F(OnTerminal, QuietRunHasNoBar) {

@@ -163,6 +163,13 @@ TEST_F(DialogWindow, ColorsOfAControlChangeAndAreSeenAtOnce) {
     EXPECT_TRUE(dialog_.Shows(AButtonLabel, Red));
 }
 
+TEST_F(DialogWindow, OneOfTheTwoColorsMayChangeAlone) {
+    dialog_.SetColors(AButtonLabel, ColorOf(255, 255, 255), ColorOf(87, 87, 87));
+    EXPECT_EQ(dialog_.ShownAt(AButtonLabel, 4, 4), ColorOf(87, 87, 87));
+    dialog_.SetColors(AButtonLabel, Red, ColorOf(87, 87, 87));
+    EXPECT_TRUE(dialog_.Shows(AButtonLabel, Red));
+}
+
 TEST_F(DialogWindow, TextMayBeColoredOnTheSystemsBackground) {
     EXPECT_EQ(dialog_.ShownAt(AColored, 1, 1), GetSysColor(COLOR_BTNFACE));
     EXPECT_TRUE(dialog_.Shows(AColored, ColorOf(255, 0, 255)));
@@ -209,6 +216,30 @@ TEST_F(DialogWindow, AnsweredColorIsTheBrush) {
         return message == WM_CTLCOLORDLG ? std::optional(reinterpret_cast<LRESULT>(green.Get())) : std::nullopt;
     };
     EXPECT_EQ(SendMessageA(dialog_.Handle(), WM_CTLCOLORDLG, 0, 0), reinterpret_cast<LRESULT>(green.Get()));
+}
+
+// The platform takes the answers to these from a dialog procedure itself.
+TEST_F(DialogWindow, SomeMessagesAreAnsweredByTheProcedureItself) {
+    constexpr LRESULT Answer = 0x1234;
+    dialog_.onMessage = [](UINT, WPARAM, LPARAM) -> std::optional<LRESULT> { return Answer; };
+    for (const UINT message : {WM_CTLCOLORMSGBOX, WM_CTLCOLORDLG, WM_CTLCOLORSTATIC, WM_COMPAREITEM, WM_VKEYTOITEM,
+                               WM_CHARTOITEM, WM_QUERYDRAGICON}) {
+        EXPECT_EQ(SendMessageA(dialog_.Handle(), message, 0, 0), Answer) << message;
+    }
+    dialog_.onMessage = nullptr;
+}
+
+TEST_F(DialogWindow, PlatformGoesOnBehindAnException) {
+    dialog_.onMessage = [](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message == WM_SETTEXT) {
+            throw 1;
+        }
+        return std::nullopt;
+    };
+    SetWindowTextA(dialog_.Handle(), "other");
+    char caption[40] = "";
+    GetWindowTextA(dialog_.Handle(), caption, sizeof caption);
+    EXPECT_STREQ(caption, "other");
 }
 
 TEST_F(DialogWindow, ExceptionEndsInIt) {

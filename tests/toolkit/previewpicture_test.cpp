@@ -38,6 +38,14 @@ TEST_F(PreviewPicture, ShrunkColorIsOneOfThePicturesOrBetweenThem) {
     EXPECT_EQ(GetBValue(seen), 0);
 }
 
+TEST_F(PreviewPicture, StandsUprightAndIsNotMirrored) {
+    const auto quarters = [](int x, int y) { return y < 20 ? (x < 20 ? tests::Red : Green) : (x < 20 ? Blue : White); };
+    EXPECT_EQ(DrawnAt(40, 40, quarters, 30, 30), RGB(255, 0, 0));
+    EXPECT_EQ(DrawnAt(40, 40, quarters, 140, 30), RGB(0, 255, 0));
+    EXPECT_EQ(DrawnAt(40, 40, quarters, 30, 140), RGB(0, 0, 255));
+    EXPECT_EQ(DrawnAt(40, 40, quarters, 140, 140), RGB(255, 255, 255));
+}
+
 TEST_F(PreviewPicture, EveryShadeKeepsItsOwn) {
     const auto shades = [](int x, int) { return Rgb{static_cast<std::uint8_t>(x / 3), 100, 50}; };
     for (const int x : {20, 60, 90, 140}) {

@@ -305,6 +305,7 @@ TEST_F(AnnotateWindow, StampButtonPutsTheChosenFileIntoTheBox) {
     EXPECT_EQ(window.Text(AnnotationBox), "text");
     window.BeginClick(StampButton);
     picker = window.Further();
+    ExpectMissingFileRefused(picker);
     const std::string stamp = MakeStamp(40, 20);
     SetFileName(picker, stamp);
     picker.BeginClick(IDOK);

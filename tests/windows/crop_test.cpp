@@ -28,14 +28,14 @@ class CropWindow : public PictureWindowTest {
         WaitForTheEnd();
     }
 
-    // Sends a notification of the picture control, as one that notifies no press would.
-    static void Notify(const OpenWindow& window, UINT code) {
+    // Sends a notification of a control, as a picture control that notifies no press would.
+    static void Notify(const OpenWindow& window, UINT code, std::uint32_t id = PictureControl) {
         const std::uint32_t control =
-            static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window.Item(PictureControl)));
+            static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window.Item(static_cast<int>(id))));
         const std::uint32_t dialog = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window.Window()));
-        const std::uint32_t notification[] = {control, PictureControl, code};
+        const std::uint32_t notification[] = {control, id, code};
         const std::uint32_t inside = window.PutInside(notification, sizeof notification);
-        window.CallInside("user32.dll", "SendMessageA", {dialog, WM_NOTIFY, PictureControl, inside});
+        window.CallInside("user32.dll", "SendMessageA", {dialog, WM_NOTIFY, id, inside});
     }
 };
 
@@ -166,6 +166,22 @@ TEST_F(CropWindow, WithoutANotifiedPressTwoReleasesMarkTheCorners) {
     window.WaitUntilGone();
     End(Cropped());
     EXPECT_EQ(SizeOf(Path("out.png")), std::pair(100, 50));
+}
+
+TEST_F(CropWindow, NotificationsOfOtherControlsMarkNothing) {
+    const OpenWindow window = OpenMap();
+    for (const POINT place : {POINT{30, 20}, POINT{130, 70}}) {
+        MoveMouse(On(window, place.x, place.y));
+        Notify(window, static_cast<UINT>(NM_RELEASEDCAPTURE), KeepCheck);
+    }
+    Notify(window, static_cast<UINT>(NM_LDOWN), KeepCheck);
+    Notify(window, static_cast<UINT>(NM_CLICK));
+    Notify(window, static_cast<UINT>(NM_RCLICK));
+    EXPECT_TRUE(IsWindow(window.Window()));
+    Notify(window, static_cast<UINT>(NM_RELEASEDCAPTURE)); // the first corner
+    EXPECT_TRUE(IsWindow(window.Window()));
+    End(window);
+    EXPECT_FALSE(Exists("out.png"));
 }
 
 TEST_F(CropWindow, PressWhileAnnotatingIsNoCorner) {

@@ -47,7 +47,11 @@ class CropDimensions : public OwnTemporaryFiles, public ProgramTest {
     }
 };
 
-TEST_F(CropDimensions, WindowIsAsExpected) { SeenWindow(Open()).Expect(ExpectedCropDimensions()); }
+TEST_F(CropDimensions, WindowIsAsExpected) {
+    const OpenWindow dialog = Open();
+    SeenWindow(dialog).Expect(ExpectedCropDimensions());
+    PressOk(dialog);
+}
 
 TEST_F(CropDimensions, MainWindowWaitsForIt) {
     const OpenWindow dialog = Open();
@@ -96,6 +100,7 @@ TEST_F(CropDimensions, BoxesAreEmptyAtEachOpening) {
     for (const int box : {CropLeftBox, CropTopBox, CropWidthBox, CropHeightBox}) {
         EXPECT_EQ(dialog.Text(box), "") << box;
     }
+    PressOk(dialog);
 }
 
 TEST_F(CropDimensions, BatchCropsToTheRectangle) {
@@ -143,7 +148,10 @@ TEST_F(CropDimensions, AnyCommandOfTheCheckedCropBoxOpensIt) {
 
 TEST_F(CropDimensions, ChosenPictureOpensTheWindowToMarkItInInstead) {
     program_.SetText(SourceFileBox, Path("source.bmp"));
-    EXPECT_EQ(WindowText(Open().Window()), "Crop image");
+    const OpenWindow window = Open();
+    EXPECT_EQ(WindowText(window.Window()), "Crop image");
+    window.Close();
+    window.WaitUntilGone();
 }
 
 } // namespace

@@ -252,6 +252,7 @@ TEST_F(Draw, ColorFieldsAreForPenAndFill) {
     EXPECT_TRUE(WaitFor([&] {
         return PixelAt(ScreenPointOf(draw.window.Item(PenIndicator), {1, 1})) == RGB(255, 0, 0);
     }));
+    EXPECT_EQ(PixelAt(ScreenPointOf(draw.window.Item(FillIndicator), {3, 3})), StartFill) << "the other is drawn anew";
     ChooseFillColor(draw, 121); // green
     EXPECT_TRUE(WaitFor([&] {
         return PixelAt(ScreenPointOf(draw.window.Item(FillIndicator), {3, 3})) == RGB(0, 255, 0);

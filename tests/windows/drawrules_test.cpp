@@ -102,6 +102,29 @@ TEST_F(DrawRules, ButtonsActOnClicksAndAcceleratorsAlone) {
     CloseAll(draw, opened);
 }
 
+TEST_F(DrawRules, NothingButAPressOfTheLeftButtonDraws) {
+    const FreeEditWindows opened = Open();
+    const DrawWindows draw = OpenBlank(opened);
+    const auto gesture = [&](UINT press, WPARAM held, UINT release) {
+        Send(draw.canvas, press, held, MAKELPARAM(40, 40));
+        Send(draw.canvas, WM_MOUSEMOVE, held, MAKELPARAM(140, 90));
+        EXPECT_EQ(draw.Status(), "Pos: 140, 90") << press << ": something is dragged";
+        Send(draw.canvas, release, 0, MAKELPARAM(140, 90));
+    };
+    gesture(WM_RBUTTONDOWN, MK_RBUTTON, WM_RBUTTONUP);
+    gesture(WM_MBUTTONDOWN, MK_MBUTTON, WM_MBUTTONUP);
+    gesture(WM_LBUTTONDBLCLK, MK_LBUTTON, WM_LBUTTONUP);
+    Settle(draw);
+    EXPECT_TRUE(WaitUntilLasting([&] { return IsAllWhite(draw.Seen()); }));
+    // The other button does not let go of what the left one drags.
+    Press(draw, 40, 40);
+    Send(draw.canvas, WM_RBUTTONUP, 0, MAKELPARAM(40, 40));
+    Move(draw, 140, 40);
+    Release(draw);
+    EXPECT_TRUE(WaitFor([&] { return draw.Seen().At(130, 40) == tests::Black; }));
+    CloseAll(draw, opened);
+}
+
 TEST_F(DrawRules, FreeEditIsHiddenMeanwhile) {
     const FreeEditWindows opened = Open();
     const DrawWindows draw = OpenDraw(opened);

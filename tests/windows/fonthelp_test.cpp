@@ -109,12 +109,17 @@ TEST_F(AnnotationFont, FamilyAndStyleAreThoseOfTheDialog) {
     EXPECT_FALSE(seen == written("Liberation Mono", 1, 0));
 }
 
-TEST_F(AnnotationFont, ButtonActsOnClicksAndAcceleratorsAlone) {
+TEST_F(AnnotationFont, ButtonsActOnClicksAndAcceleratorsAlone) {
     const OpenWindow window = OpenWhite();
+    const auto before = TemporaryFiles();
     for (const int notification : {2, 3, BN_DBLCLK, BN_SETFOCUS, BN_KILLFOCUS}) {
-        Send(window.Window(), WM_COMMAND, MAKEWPARAM(FontButton, notification));
+        for (const int button : {FontButton, FontColorButton, StampButton, HelpButton}) {
+            PostMessageA(window.Window(), WM_COMMAND, MAKEWPARAM(button, notification), 0);
+            Settle(window);
+            ASSERT_TRUE(window.IsQuiet()) << button << " with " << notification;
+            ASSERT_EQ(TemporaryFiles(), before) << button << " with " << notification;
+        }
     }
-    EXPECT_TRUE(window.IsQuiet());
     PostMessageA(window.Window(), WM_COMMAND, MAKEWPARAM(FontButton, 1), 0);
     const OpenWindow fonts = window.Further();
     EXPECT_EQ(WindowText(fonts.Window()), "Font");

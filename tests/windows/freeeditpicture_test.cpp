@@ -341,6 +341,7 @@ TEST_F(FreeEditPicture, AnotherPictureTakesItsPlace) {
     PostMessageA(opened.window.Window(), WM_COMMAND, MAKEWPARAM(SelectButton, BN_CLICKED), 0);
     const OpenWindow picker = opened.window.Further();
     EXPECT_EQ(WindowText(picker.Window()), "Select the image");
+    ExpectMissingFileRefused(picker);
     SetFileName(picker, Path("other.bmp"));
     PostMessageA(picker.Item(IDOK), BM_CLICK, 0, 0);
     picker.WaitUntilGone();

@@ -149,8 +149,10 @@ TEST_F(FreeEditWindow, DoesNotOpenWithoutASource) {
 TEST_F(FreeEditWindow, AnyNotificationOfItsButtonOpensIt) {
     program_.SetText(SourceFileBox, Path("picture.bmp"));
     PostMessageA(program_.Window(), WM_COMMAND, MAKEWPARAM(FreeEditButton, BN_SETFOCUS), 0);
-    const HWND window = WaitForTop([](HWND top) { return WindowText(top) == "Change your image"; });
-    Send(window, WM_CLOSE);
+    const OpenWindow window(WaitForTop([](HWND top) { return WindowText(top) == "Change your image"; }));
+    window.Close();
+    window.WaitUntilGone();
+    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
 }
 
 TEST_F(FreeEditWindow, UnreadablePictureLeavesTheCanvasWhite) {
@@ -225,6 +227,23 @@ TEST_F(FreeEditWindow, PressBesideTheLabelsDoesNothingButPutsThemOut) {
     EXPECT_FALSE(Exists("out.png"));
     EXPECT_TRUE(WaitFor([&] { return BackgroundOf(opened, SaveLabel) == RGB(128, 128, 128); }));
     EXPECT_EQ(opened.window.Text(RotationLabel), "Rotation: 0");
+    Close(opened);
+}
+
+TEST_F(FreeEditWindow, NothingButAPressOfTheLeftButtonActs) {
+    const FreeEditWindows opened = Open();
+    POINT save = MiddleOf(opened.window.Item(SaveLabel));
+    ScreenToClient(opened.window.Window(), &save);
+    const LPARAM place = MAKELPARAM(save.x, save.y);
+    Send(opened.window.Window(), WM_MOUSEMOVE, 0, place);
+    for (const UINT message : {WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK, WM_MBUTTONDOWN, WM_MBUTTONUP,
+                               WM_LBUTTONUP, WM_LBUTTONDBLCLK}) {
+        Send(opened.window.Window(), message, 0, place);
+        EXPECT_FALSE(Exists("out.png")) << message;
+    }
+    EXPECT_TRUE(WaitFor([&] { return BackgroundOf(opened, SaveLabel) == RGB(87, 87, 87); })) << "is put out";
+    Send(opened.window.Window(), WM_LBUTTONDOWN, MK_LBUTTON, place);
+    EXPECT_TRUE(Exists("out.png"));
     Close(opened);
 }
 

@@ -169,6 +169,10 @@ TEST_F(MainWindow, TurningNeedsBothBoxes) {
     program_.Click(RotateFlipButton);
     EXPECT_TRUE(program_.IsQuiet());
     EXPECT_FALSE(Exists("turned.bmp"));
+    program_.SetText(TargetBox, "");
+    program_.SetText(SourceFileBox, Path("source.bmp"));
+    program_.Click(RotateFlipButton);
+    EXPECT_TRUE(program_.IsQuiet()) << "a source without a target";
 }
 
 TEST_F(MainWindow, DroppedFileBecomesTheSource) {

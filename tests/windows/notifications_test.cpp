@@ -132,7 +132,7 @@ TEST_F(SizeOfTheSource, IsReadBeforeTheConversion) {
     program_.BeginClick(ConvertButton);
     program_.WaitForDialog();
     EXPECT_EQ(program_.Text(SizeLabel), "(W1 x H2)");
-    program_.Answer();
+    EXPECT_EQ(program_.Answer(), "Lumbrix: Done");
 }
 
 TEST_F(SizeOfTheSource, IsReadBeforeTheChoiceOfAFolder) {

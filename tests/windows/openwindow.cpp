@@ -115,4 +115,14 @@ void SetFileName(const OpenWindow& picker, const std::string& name) {
     Send(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name.c_str()));
 }
 
+void ExpectMissingFileRefused(const OpenWindow& picker) {
+    SetFileName(picker, "none.bmp");
+    picker.BeginClick(IDOK);
+    const OpenWindow message = picker.Further();
+    EXPECT_TRUE(WaitFor([&] { return message.Item(IDOK) != nullptr; }));
+    message.BeginClick(IDOK);
+    message.WaitUntilGone();
+    EXPECT_TRUE(IsWindow(picker.Window()));
+}
+
 } // namespace tests

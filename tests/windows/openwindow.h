@@ -75,4 +75,7 @@ class OpenWindow {
 // Types a name into a dialog that chooses files.
 void SetFileName(const OpenWindow& picker, const std::string& name);
 
+// Types the name of a file that is not there and presses the dialog's own button: it says so, and stays open.
+void ExpectMissingFileRefused(const OpenWindow& picker);
+
 } // namespace tests

@@ -65,13 +65,9 @@ TEST_F(FilePicker, OpensInTheFolderOfTheLastFile) {
 
 TEST_F(FilePicker, FileThatIsMissingIsNotTaken) {
     const HWND dialog = Open();
-    SetFileName(OpenWindow(dialog), "none.bmp");
-    PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
-    const HWND message = program_.WaitForDialog(dialog);
-    ASSERT_TRUE(WaitFor([&] { return GetDlgItem(message, IDOK) != nullptr; }));
-    PostMessageA(GetDlgItem(message, IDOK), BM_CLICK, 0, 0);
-    EXPECT_TRUE(WaitFor([&] { return !IsWindow(message); }));
+    ExpectMissingFileRefused(OpenWindow(dialog, {program_.Window()}));
     Cancel(dialog);
+    EXPECT_TRUE(WaitFor([&] { return program_.IsQuiet(); }));
 }
 
 TEST_F(FilePicker, SelectedPictureIsShown) {
@@ -119,7 +115,11 @@ class FolderDialog : public ProgramTest {
     }
 
     static bool HasPrompt(HWND dialog, const char* prompt) {
-        return WaitFor([&] { return FindWindowExA(dialog, nullptr, "Static", prompt) != nullptr; });
+        // The search itself takes no notice of the case.
+        return WaitFor([&] {
+            const HWND found = FindWindowExA(dialog, nullptr, "Static", prompt);
+            return found != nullptr && WindowText(found) == prompt;
+        });
     }
 
     // Selects a folder in the dialog's tree and presses the dialog's own button.
@@ -168,11 +168,13 @@ TEST_F(FolderDialog, SourceFolderEndsInABackslashAndTheSourceFileStays) {
 }
 
 TEST_F(FolderDialog, CancellingChangesNothing) {
+    program_.SetText(SourceFileBox, Path("source.bmp"));
     program_.SetText(TargetBox, "C:\\x\\a.jpg");
     const HWND dialog = Open(TargetButton);
     ASSERT_TRUE(WaitFor([&] { return GetDlgItem(dialog, IDCANCEL) != nullptr; }));
     PostMessageA(GetDlgItem(dialog, IDCANCEL), BM_CLICK, 0, 0);
     EXPECT_TRUE(WaitFor([&] { return !IsWindow(dialog); }));
+    EXPECT_TRUE(WaitFor([&] { return program_.Text(SizeLabel) == "(W1 x H2)"; })) << "which comes last";
     EXPECT_EQ(program_.Text(TargetBox), "C:\\x\\a.jpg");
 }
 
