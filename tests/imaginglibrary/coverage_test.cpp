@@ -117,6 +117,16 @@ TEST(Coverage, EveryContourIsClosed) {
     EXPECT_NEAR(AreaOf(CoverageOf(EdgesOf(two))), 4 + 6 + 50, 0.05);
 }
 
+TEST(Coverage, BordersThatCrossTheLeftSideBetweenRowsKeepTheirArea) {
+    Path slanted;
+    slanted.MoveTo({-20, 0});
+    slanted.LineTo({20, 0});
+    slanted.LineTo({20, 20.5});
+    slanted.LineTo({-20, 10.5});
+    // The lower border lies at 15.5 on the left side of the square.
+    EXPECT_NEAR(AreaOf(CoverageOf(EdgesOf(slanted))), (15.5 + 20.5) / 2 * 20, 0.1);
+}
+
 TEST(Coverage, NothingIsCalledForNothing) {
     int calls = 0;
     ForEachCoveredRow({}, {0, 0, 5, 5}, [&](auto, auto, auto, auto) { ++calls; });

@@ -90,6 +90,14 @@ TEST(PaletteChoiceByHand, EntriesMoveToTheMeanOfWhatIsNearest) {
     EXPECT_EQ(greys[1], (right + rightCount / 2) / rightCount);
 }
 
+// Each round moves some entries, up to the fourth, which is the last.
+TEST(PaletteChoiceByHand, EntriesMoveInFourRounds) {
+    const auto cells = GreyCells({{254, 7}, {173, 9}, {0, 7},   {51, 3},  {183, 5}, {125, 1}, {244, 2}, {137, 2},
+                                  {30, 1},  {236, 4}, {218, 1}, {240, 9}, {45, 4},  {213, 7}, {231, 6}, {188, 5},
+                                  {81, 5},  {114, 2}, {156, 1}, {37, 9},  {25, 3},  {130, 3}, {186, 3}, {135, 5}});
+    EXPECT_EQ(GreysOf(ChoosePalette(cells, 4)), (Greys{29, 117, 179, 235}));
+}
+
 TEST(ColorHistogramByHand, MeanOfACellIsRounded) {
     EXPECT_EQ((ColorCell{2, 1, 3, 4}.Mean()), MakeColor(1, 2, 2));
     EXPECT_EQ((ColorCell{3, 1, 2, 763}.Mean()), MakeColor(0, 1, 254));
