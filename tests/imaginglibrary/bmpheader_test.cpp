@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 using namespace imaginglibrary;
@@ -232,6 +235,18 @@ TEST_F(BmpHeader, ChannelsOfMasksAreStretchedToTheNearestLevel) {
                       .pixels = value(2, 1, 1) + value(3, 3, 2) + value(512, 5, 3) + value(1023, 7, 0)}),
               (std::vector<Color>{MakeColor(0, 36, 85), MakeColor(1, 109, 170), MakeColor(128, 182, 255),
                                   MakeColor(255, 255, 0)}));
+}
+
+TEST_F(BmpHeader, FourthByteOfMaskedPixelsIs255) {
+    const auto picture = Open({.height = 1,
+                               .bits = 32,
+                               .compression = 3,
+                               .behindHeader = Number32(0xFF) + Number32(0xFF00) + Number32(0xFF0000),
+                               .pixels = Bytes({1, 2, 3, 4, 5, 6, 7, 8})});
+    ASSERT_TRUE(picture.Ok());
+    std::array<std::uint8_t, 10> row{};
+    ASSERT_EQ((*(*picture)->OpenRows())->ReadRow(row.data()), Status::Ok);
+    EXPECT_EQ(row, (std::array<std::uint8_t, 10>{3, 2, 1, 255, 7, 6, 5, 255, 0, 0}));
 }
 
 TEST_F(BmpHeader, ResolutionsOfBothDirectionsAreTheirOwn) {

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 using namespace imaginglibrary;
@@ -97,6 +100,22 @@ TEST_F(BmpRows, RleMovesUpStartFromTheColumnThatWasReached) {
     // The end of a row begins the next one at its left.
     EXPECT_EQ(Colors(RleFile(8, 3, 3, Bytes({2, 2, 0, 0, 0, 2, 1, 1, 1, 1, 0, 1}))),
               (std::vector<Color>{Black, White, Black, Black, Black, Black, Red, Red, Black}));
+}
+
+TEST_F(BmpRows, RleRunsAndLiteralsEndAtTheLastPixelOfTheRow) {
+    for (const auto& [bits, pixels] : {std::pair(8u, Bytes({9, 3, 0, 1})),
+                                       {8u, Bytes({0, 6, 3, 3, 3, 3, 3, 3, 0, 1})},
+                                       {4u, Bytes({9, 0x33, 0, 1})},
+                                       {4u, Bytes({0, 8, 0x33, 0x33, 0x33, 0x33, 0, 1})}}) {
+        const auto picture = Open(RleFile(bits, 4, 1, pixels).Whole());
+        ASSERT_TRUE(picture.Ok());
+        std::array<std::uint8_t, 10> row;
+        row.fill(0x77);
+        ASSERT_EQ((*(*picture)->OpenRows())->ReadRow(row.data()), Status::Ok);
+        const std::size_t bytes = bits == 8 ? 4 : 2;
+        EXPECT_EQ(row[bytes - 1], bits == 8 ? 3 : 0x33);
+        EXPECT_EQ(std::count(row.begin(), row.end(), 0x77), static_cast<std::ptrdiff_t>(row.size() - bytes));
+    }
 }
 
 TEST_F(BmpRows, RleMovesMayLeaveOutRows) {
