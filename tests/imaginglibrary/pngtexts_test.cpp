@@ -69,6 +69,18 @@ TEST(PngTexts, LastChunkWithinTheLimitIsRead) {
               std::vector<std::uint32_t>{0x0320});
 }
 
+TEST(PngTexts, ChunksShareWhatIsAllowed) {
+    const auto textOf = [](const std::string& keyword, std::size_t bytes) {
+        return PngChunk("tEXt", (keyword + '\0').append(bytes, 'x'));
+    };
+    constexpr std::size_t Half = MaximumMetadataBytes / 2;
+    EXPECT_EQ(TagsOf(ItemsBefore(textOf("Title", Half) + textOf("Author", Half) + textOf("Source", 9))),
+              (std::vector<std::uint32_t>{0x0320, 0x0110}));
+    // With their keywords and what ends them they are just as long together.
+    EXPECT_EQ(TagsOf(ItemsBefore(textOf("Title", Half - 6) + textOf("Author", Half - 7) + textOf("Source", 9))),
+              (std::vector<std::uint32_t>{0x0320, 0x013B}));
+}
+
 TEST(PngTexts, ChunksOfOneLengthHaveThatLength) {
     EXPECT_EQ(ItemsBefore(PngChunk("hIST", std::string(512, 'x'))).Items(),
               std::vector<Property>{BytesProperty(0x5113, PropertyType::Short, std::string(512, 'x'))});
