@@ -55,6 +55,14 @@ TEST(ColorProfile, ForOtherColorsIsLeftOut) {
     }
 }
 
+TEST(ColorProfile, HasAtLeastAWholeHeader) {
+    const auto shortest = ListOf({ProfileItem(Profile("RGB ", 128))});
+    ExpectItems(PropertiesIn(TiffCodec(), WrittenWith(TiffCodec(), shortest)),
+                {ProfileItem(Profile("RGB ", 128), PropertyType::Undefined)});
+    const auto tooShort = ListOf({ProfileItem(Profile("RGB ", 128).substr(0, 127))});
+    EXPECT_EQ(WrittenWith(TiffCodec(), tooShort), WrittenWith(TiffCodec(), {}));
+}
+
 TEST(ColorProfile, ThatPngWouldRefuseIsLeftOutThere) {
     std::string broken = Profile();
     broken[36] = 'x';

@@ -101,6 +101,32 @@ TEST(Coverage, ShapesThatReachBeyondEverySideAreCut) {
                 0.5);
 }
 
+TEST(Coverage, QuadraticCurvesAreParabolas) {
+    Path parabola;
+    parabola.MoveTo({0, 30});
+    parabola.QuadraticTo({20, -10}, {40, 30});
+    EXPECT_NEAR(AreaOf(CoverageOf(EdgesOf(parabola))), 2.0 / 3 * 40 * 20, 0.3);
+}
+
+TEST(Coverage, EveryContourIsClosed) {
+    Path two = Rectangle(1, 1, 3, 3);
+    two.AddRectangle({10, 1}, {12, 4});
+    two.MoveTo({20, 20});
+    two.LineTo({30, 20});
+    two.LineTo({30, 30});
+    EXPECT_NEAR(AreaOf(CoverageOf(EdgesOf(two))), 4 + 6 + 50, 0.05);
+}
+
+TEST(Coverage, BordersThatCrossTheLeftSideBetweenRowsKeepTheirArea) {
+    Path slanted;
+    slanted.MoveTo({-20, 0});
+    slanted.LineTo({20, 0});
+    slanted.LineTo({20, 20.5});
+    slanted.LineTo({-20, 10.5});
+    // The lower border lies at 15.5 on the left side of the square.
+    EXPECT_NEAR(AreaOf(CoverageOf(EdgesOf(slanted))), (15.5 + 20.5) / 2 * 20, 0.1);
+}
+
 TEST(Coverage, NothingIsCalledForNothing) {
     int calls = 0;
     ForEachCoveredRow({}, {0, 0, 5, 5}, [&](auto, auto, auto, auto) { ++calls; });
@@ -117,6 +143,41 @@ TEST(Fill, HardEdgesColorWholePixelsOnly) {
     }
     EXPECT_EQ(RedOf(ColorsOf(*bitmap)[5 * 10 + 2]), 255);
     EXPECT_EQ(RedOf(ColorsOf(*bitmap)[5 * 10 + 6]), 0);
+}
+
+TEST(Fill, HardEdgesTakePixelsThatAreCoveredByHalf) {
+    const auto isColored = [](double left, std::size_t x) {
+        auto bitmap = *Bitmap::Create({.width = 10, .height = 1, .format = PixelFormat::Rgb24});
+        Canvas canvas{*bitmap};
+        Fill(canvas, EdgesOf(Rectangle(left, 0, left + 4, 1)), MakeColor(255, 255, 255), Edges::Hard);
+        return ColorsOf(*bitmap)[x] == White;
+    };
+    EXPECT_TRUE(isColored(2.5, 2));
+    EXPECT_FALSE(isColored(2.502, 2));
+    EXPECT_TRUE(isColored(2.502, 6));
+    EXPECT_FALSE(isColored(2.498, 6));
+}
+
+TEST(Fill, SmoothEdgesShareOutTheAlphaOfTheColor) {
+    auto bitmap = *Bitmap::Create({.width = 4, .height = 2, .format = PixelFormat::Argb32});
+    Canvas canvas{*bitmap};
+    Fill(canvas, EdgesOf(Rectangle(0.5, 0, 1.25, 1)), MakeColor(10, 20, 30, 3), Edges::Smooth);
+    Fill(canvas, EdgesOf(Rectangle(2, 0.5, 3, 2)), MakeColor(40, 50, 60, 201), Edges::Smooth);
+    // 128 of 255 times 3 is just above one and a half, 64 of 255 times 3 three quarters.
+    EXPECT_EQ(ColorsOf(*bitmap),
+              (std::vector<Color>{MakeColor(10, 20, 30, 2), MakeColor(10, 20, 30, 1), MakeColor(40, 50, 60, 101), 0, //
+                                  0, 0, MakeColor(40, 50, 60, 201), 0}));
+}
+
+TEST(Fill, LinesHaveNoGapsAndEndAtTheBorders) {
+    auto bitmap = *Bitmap::Create({.width = 5, .height = 4, .format = PixelFormat::Rgb24});
+    Canvas canvas{*bitmap, 10, 20};
+    Trace(canvas, {{{8.5, 18.5}, {16.5, 26.5}}, {{11.5, 20.5}, {11.5, 20.5}}}, MakeColor(255, 255, 255));
+    std::vector<Color> expected(20, Black);
+    for (const std::size_t at : {0u, 6u, 12u, 18u, 1u}) {
+        expected[at] = White;
+    }
+    EXPECT_EQ(ColorsOf(*bitmap), expected);
 }
 
 TEST(Fill, TranslucentLineFallsOnEachPixelOnce) {

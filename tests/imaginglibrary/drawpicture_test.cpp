@@ -2,10 +2,12 @@
 #include "imaginglibrary/operations/drawpicture.h"
 
 #include "imaginglibrary/core/rowconverter.h"
+#include "imaginglibrary/operations/affinesampler.h"
 #include "tests/support/pictures.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <numbers>
 
 namespace {
@@ -109,6 +111,49 @@ TEST(DrawPicture, QuarterTurnShiftsNothing) {
             EXPECT_EQ(drawn[x * 10 + 9 - y], colors[y * 20 + x]) << x << "," << y;
         }
     }
+}
+
+// Three greys in a row, one above the other by a level.
+Result<AffineSampler> SamplerOfGreys(const Affine& toSurface, Resampling resampling) {
+    return AffineSampler::Create(MakePictureOf(3, 1,
+                                               [](auto x, auto) {
+                                                   const auto grey = static_cast<std::uint8_t>(10 + x);
+                                                   return MakeColor(grey, grey, grey);
+                                               }),
+                                 toSurface, resampling);
+}
+
+TEST(AffineSampler, ChannelsAndBordersAreRounded) {
+    const auto sampler = SamplerOfGreys(Affine::Translation(0.5, 0), Resampling::Linear);
+    ASSERT_TRUE(sampler.Ok());
+    const auto grey = [&](std::int64_t x, std::int64_t y = 0) {
+        std::array<std::uint8_t, 4> pixel{7, 7, 7, 7};
+        sampler->SampleAt(x, y, pixel.data());
+        return std::pair<int, int>(pixel[1], pixel[3]);
+    };
+    EXPECT_EQ(grey(0), std::pair(10, 128)) << "half of the pixel is covered";
+    EXPECT_EQ(grey(1), std::pair(11, 255)) << "10 and a half";
+    EXPECT_EQ(grey(2), std::pair(12, 255));
+    EXPECT_EQ(grey(3), std::pair(12, 128));
+    EXPECT_EQ(grey(4), std::pair(0, 0));
+    EXPECT_EQ(grey(-1), std::pair(0, 0));
+    EXPECT_EQ(grey(1, 1), std::pair(0, 0));
+}
+
+TEST(AffineSampler, NearestEndsAtTheBorderItself) {
+    const auto sampler = SamplerOfGreys(Affine::Translation(0.5, 0.5), Resampling::Nearest);
+    ASSERT_TRUE(sampler.Ok());
+    const auto alpha = [&](std::int64_t x, std::int64_t y) {
+        std::array<std::uint8_t, 4> pixel{};
+        sampler->SampleAt(x, y, pixel.data());
+        return int{pixel[3]};
+    };
+    EXPECT_EQ(alpha(0, 0), 255);
+    EXPECT_EQ(alpha(2, 0), 255);
+    EXPECT_EQ(alpha(3, 0), 0);
+    EXPECT_EQ(alpha(0, 1), 0);
+    EXPECT_EQ(alpha(-1, 0), 0);
+    EXPECT_EQ(alpha(0, -1), 0);
 }
 
 TEST(DrawPicture, SlantedBordersFadeOverOnePixel) {

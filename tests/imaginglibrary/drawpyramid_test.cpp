@@ -172,6 +172,20 @@ TEST(DrawPyramid, ShrinkingAverages) {
     }
 }
 
+TEST(DrawPyramid, ShrunkEdgesStandWhereTheMapPutsThem) {
+    const auto halves = MakePictureOf(200, 200, [](auto x, auto y) { return x < 160 && y < 120 ? White : Black; });
+    for (const double scale : {0.85, 0.7, 0.55, 0.3}) {
+        const auto drawn = PyramidOver(Red, *halves, Affine::Scaling(scale, scale), 200, 200);
+        const auto at = [&](double x, double y) {
+            return RedOf(drawn[static_cast<std::size_t>(y * scale) * 200 + static_cast<std::size_t>(x * scale)]);
+        };
+        EXPECT_GT(at(150, 20), 240) << scale;
+        EXPECT_LT(at(170, 20), 15) << scale;
+        EXPECT_GT(at(20, 110), 240) << scale;
+        EXPECT_LT(at(20, 130), 15) << scale;
+    }
+}
+
 TEST(DrawPyramid, SquashedPicturesStaySharpAcrossAndAverageAlong) {
     const auto stripes = MakePictureOf(64, 64, [](auto x, auto) { return x % 4 < 2 ? White : Black; });
     const auto lying = MakePictureOf(64, 64, [](auto, auto y) { return y % 2 == 0 ? White : Black; });

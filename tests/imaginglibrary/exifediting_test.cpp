@@ -213,6 +213,13 @@ TEST(ExifEditing, FittedItemsTellTheSizeAndNoThumbnail) {
     }
 }
 
+TEST(ExifEditing, ShortSidesStayShortAsLongAsTheyCan) {
+    PropertyList items = ListOf({ShortProperty(0x0100, 640), ShortProperty(0x0101, 480), LongProperty(0xA002, 1)});
+    FitToPicture(items, 65535, 65536);
+    EXPECT_EQ(items.Items(), (std::vector<Property>{ShortProperty(0x0100, 65535), LongProperty(0x0101, 65536),
+                                                    LongProperty(0xA002, 65535)}));
+}
+
 TEST(ExifEditing, ThumbnailAtTheEndIsCutOff) {
     const std::string block = MakeExif(NoteSpec(false));
     auto items = ItemsWith(block);

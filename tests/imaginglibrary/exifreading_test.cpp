@@ -132,6 +132,27 @@ TEST(ExifReading, DirectoriesThatPointAtEachOtherAreReadOnce) {
     EXPECT_EQ(TagsOf(ItemsOf(block)), std::vector<std::uint32_t>{0x0112});
 }
 
+TEST(ExifReading, DirectoryThatIsReadIsNoOtherOneToo) {
+    const auto pointer = [](unsigned tag, unsigned to) { return ExifField{tag, 4, 1, NumberBytes(false, to, 4)}; };
+    // Tag 1 would be another item in the interoperability directory, and 0x0103 in that of the thumbnail.
+    const std::vector<ExifField> main = {{0x0001, 2, 2, std::string("N\0", 2)},
+                                         {0x00FE, 4, 1, NumberBytes(false, 1, 4)},
+                                         {0x0103, 3, 1, NumberBytes(false, 6, 2)},
+                                         pointer(0xA005, 8)};
+    const std::string block = std::string("II\x2A\0", 4) + NumberBytes(false, 8, 4) + MakeDirectory(false, main, 8, 8);
+    EXPECT_EQ(TagsOf(ItemsOf(block)), (std::vector<std::uint32_t>{0x0001, 0x00FE, 0x0103}));
+}
+
+TEST(ExifReading, PlaceOfAThumbnailIsOneNumber) {
+    const ExifSpec spec{.main = {{0x0112, 3, 1, NumberBytes(false, 6, 2)}}, .thumbnailData = "thumbnail"};
+    std::string block = MakeExif(spec);
+    EXPECT_NE(ItemsOf(block).Find(0x501B), nullptr);
+    const std::size_t entry = block.find(std::string("\1\2\4\0\1\0\0\0", 8)); // the tag, the type and the count
+    ASSERT_NE(entry, std::string::npos);
+    block[entry + 4] = 2;
+    EXPECT_EQ(ItemsOf(block).Find(0x501B), nullptr);
+}
+
 TEST(ExifReading, HugeCountsArePassedOver) {
     for (const unsigned type : {1u, 2u, 3u, 4u, 5u, 7u, 9u, 10u}) {
         for (const unsigned count : {0xFFFFFFFFu, 0x80000000u, 0x20000001u, 1000u}) {

@@ -160,6 +160,18 @@ TEST(GifReader, SecondImageCountsThoughItsPixelsAreMissing) {
     EXPECT_EQ(ReadAllRows(**gif), Status::Ok);
 }
 
+TEST(GifReader, LastControlBeforeTheImageCounts) {
+    const auto control = [](char flags, char index) { return std::string{'!', '\xF9', 4, flags, 0, 0, index, 0}; };
+    const auto paletteWith = [](const std::string& controls) {
+        std::string bytes = MakeGif({});
+        bytes.insert(13 + 4 * 3, controls);
+        return OpenBytes(GifCodec(), bytes).Ok() ? (*OpenBytes(GifCodec(), bytes))->Info().palette : Palette{};
+    };
+    EXPECT_EQ(paletteWith(control(1, 2)), (Palette{Red, Green, 0x000000FF, White}));
+    EXPECT_EQ(paletteWith(control(1, 2) + control(1, 0)), (Palette{0x00FF0000, Green, Blue, White}));
+    EXPECT_EQ(paletteWith(control(1, 2) + control(0, 2)), (Palette{Red, Green, Blue, White}));
+}
+
 TEST(GifReader, SmallerImageShowsTheTransparentEntryAroundIt) {
     const auto gif = OpenedGif({.images = {{.left = 1, .top = 1, .width = 2, .height = 1, .transparent = 3}}});
     const Color clear = 0x00FFFFFF;
@@ -207,6 +219,31 @@ TEST(GifReader, HugeScreenAroundASmallImageIsRefused) {
     EXPECT_EQ(OpenBytes(GifCodec(), bytes).GetStatus(), Status::InvalidParameter);
     bytes = MakeGif({.width = 8000, .height = 8000});
     EXPECT_TRUE(OpenBytes(GifCodec(), bytes).Ok());
+}
+
+// The file with another size in the descriptor of its first image, which stands behind a table of four colours.
+std::string WithImageSize(std::string bytes, unsigned width, unsigned height) {
+    constexpr std::size_t SizeAt = 13 + 4 * 3 + 5;
+    const auto low = [](unsigned number) { return static_cast<char>(number & 0xFF); };
+    return bytes.replace(SizeAt, 4, {low(width), low(width >> 8), low(height), low(height >> 8)});
+}
+
+TEST(GifReader, ScreenMayBeFourTimesAsLargeAsItsImageOr64Megapixels) {
+    const auto statusOf = [](int width, int height, unsigned imageWidth, unsigned imageHeight) {
+        const std::string bytes = MakeGif({.width = width, .height = height});
+        return OpenBytes(GifCodec(), WithImageSize(bytes, imageWidth, imageHeight)).GetStatus();
+    };
+    EXPECT_EQ(statusOf(8192, 8192, 4, 3), Status::Ok);
+    EXPECT_EQ(statusOf(8193, 8192, 4, 3), Status::InvalidParameter);
+    EXPECT_EQ(statusOf(10000, 10000, 5000, 5000), Status::Ok);
+    EXPECT_EQ(statusOf(10001, 10000, 5000, 5000), Status::InvalidParameter);
+    EXPECT_EQ(statusOf(65535, 1, 4, 1), Status::Ok);
+}
+
+TEST(GifReader, ImageOfOneSideIsRefused) {
+    for (const auto& [width, height] : {std::pair(0u, 3u), std::pair(4u, 0u)}) {
+        EXPECT_EQ(OpenBytes(GifCodec(), WithImageSize(MakeGif({}), width, height)).GetStatus(), UndecodableContent);
+    }
 }
 
 TEST(GifReader, InterlacedLinesComeInOrder) {

@@ -3,6 +3,7 @@
 #include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
+#include "tests/support/properties.h"
 
 #include <gtest/gtest.h>
 
@@ -116,6 +117,44 @@ TEST(GifWriter, HolesOfOneColorComeThroughUnchanged) {
 TEST(GifWriter, PictureOfHolesAloneIsWritten) {
     const auto picture = MakePictureOf(5, 4, [](auto, auto) { return 0u; });
     EXPECT_EQ(ColorsOf(*Rewritten(GifCodec(), *picture)), std::vector<Color>(20, 0u));
+}
+
+TEST(GifWriter, EveryByteOfASmallFileIsAsTheFormatHasIt) {
+    using namespace std::string_literals;
+    MemoryOutput file;
+    const auto picture = RowOf({0xFFFF0000, 0x00123456}, {0, 1});
+    ASSERT_EQ(GifCodec().write(*picture, ListOf({AsciiProperty(0x9286, "hi")}), {}, file), Status::Ok);
+    ASSERT_EQ(file.Commit(), Status::Ok);
+    EXPECT_EQ(file.Bytes(), "GIF89a\2\0\1\0\xF0\0\0"s + "\xFF\0\0\x12\x34\x56"s // screen and table
+                                + "!\xFE\2hi\0"s                                // comment
+                                + "!\xF9\4\1\0\0\1\0"s                          // the transparent index
+                                + ",\0\0\0\0\2\0\1\0\0"s                        // image
+                                + "\2\2\x44\x0A\0;"s);                          // clear, 0, 1, end
+}
+
+TEST(GifWriter, TransparentEntriesBehindThePaletteOfAnIndexAreNone) {
+    // 256 entries, of which the last is clear, and an index of every one.
+    Palette palette = GreyPalette(256);
+    palette[255] = 0x00ABCDEF;
+    std::vector<std::uint8_t> indices(256);
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        indices[i] = static_cast<std::uint8_t>(i);
+    }
+    EXPECT_EQ(ColorsOf(*Rewritten(GifCodec(), *RowOf(palette, indices))), palette);
+}
+
+TEST(GifWriter, TableHasNoMoreEntriesThanItsPowerOfTwo) {
+    for (const std::size_t entries : {1u, 2u, 3u, 4u, 5u, 16u, 17u, 128u, 129u, 256u}) {
+        Palette palette = GreyPalette(256);
+        palette.resize(entries);
+        const std::string gif = BytesWritten(GifCodec(), *RowOf(palette, {0}));
+        std::size_t length = 2;
+        while (length < entries) {
+            length *= 2;
+        }
+        EXPECT_EQ(std::size_t{2} << (gif.at(10) & 7), length) << entries;
+        EXPECT_EQ(gif.at(13 + 3 * length), ',') << entries;
+    }
 }
 
 TEST(GifWriter, OpaquePictureNeedsNoExtension) {

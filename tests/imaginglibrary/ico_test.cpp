@@ -105,6 +105,76 @@ TEST_F(Ico, PngInsideIsShownAsTrueColor) {
     EXPECT_EQ(ColorsOf(**icon), ColorsOf(*picture));
 }
 
+TEST_F(Ico, AreaCountsBeforeDepthAndTheFirstOfEqualsWins) {
+    const std::string wide =
+        DibHeader(3, 1, 32) + Number(0xFF444444, 4) + Number(0xFF444444, 4) + Number(0xFF444444, 4) + Number(0, 4);
+    const auto icon =
+        Open(IconFile({{4, 1, 8, "junk"}, {3, 2, 8, wide}, {2, 3, 8, "junk"}, {5, 1, 32, "junk"}, {3, 2, 4, "junk"}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ((*icon)->Info().width, 3u);
+    EXPECT_EQ(ColorsOf(**icon), std::vector<Color>(3, 0xFF444444));
+}
+
+TEST_F(Ico, AlphaOfTheLastPixelAloneIsAlphaForAll) {
+    const auto icon = Open(IconFile({{2, 1, 32, DeepIcon(0x00102030, 0x01405060, 0xC0)}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ(ColorsOf(**icon), (std::vector<Color>{0x00102030, 0x01405060}));
+}
+
+TEST_F(Ico, AlphaOfOneRowIsAlphaForAll) {
+    const std::string data =
+        DibHeader(1, 2, 32) + Number(0x00102030, 4) + Number(0x80405060, 4) + Number(0x80, 4) + Number(0x80, 4);
+    const auto icon = Open(IconFile({{1, 2, 32, data}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ(ColorsOf(**icon), (std::vector<Color>{0x80405060, 0x00102030}));
+}
+
+TEST_F(Ico, MaskOfTrueColorLiesBehindItsPaddedRows) {
+    // Three bytes a pixel, padded to eight a row; of the mask four bytes a row.
+    const std::string data = DibHeader(2, 2, 24) + Number(0xAABBCC, 3) + Number(0x112233, 3) + Number(0, 2) +
+                             Number(0x445566, 3) + Number(0x778899, 3) + Number(0, 2) + Number(0x40, 4) +
+                             Number(0x80, 4);
+    const auto icon = Open(IconFile({{2, 2, 24, data}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ(ColorsOf(**icon), (std::vector<Color>{0x00445566, 0xFF778899, 0xFFAABBCC, 0x00112233}));
+}
+
+TEST_F(Ico, IconWithoutItsMaskIsOpaque) {
+    const std::string data = DibHeader(1, 1, 24) + Number(0x445566, 4);
+    const auto icon = Open(IconFile({{1, 1, 24, data}}));
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ(ColorsOf(**icon), std::vector<Color>{0xFF445566});
+}
+
+TEST_F(Ico, HalfOfTheRowsOfTheHeaderAreThePicture) {
+    const auto withRows = [&](unsigned rows) {
+        std::string data = DibHeader(1, 1, 24) + Number(0x445566, 4) + Number(0, 4);
+        data.replace(8, 4, Number(rows, 4));
+        return Open(IconFile({{1, 1, 24, data}}));
+    };
+    EXPECT_EQ(withRows(1).GetStatus(), UndecodableContent);
+    EXPECT_EQ((*withRows(3))->Info().height, 1u);
+}
+
+TEST_F(Ico, CompressedRowsAreUndecodable) {
+    for (const auto& [bits, compression] : {std::pair{8u, 1u}, {4u, 2u}}) {
+        std::string data = DibHeader(1, 1, bits) + std::string(1100, '\0');
+        data.replace(16, 4, Number(compression, 4));
+        EXPECT_EQ(Open(IconFile({{1, 1, bits, data}})).GetStatus(), UndecodableContent);
+    }
+}
+
+TEST_F(Ico, PngInsideEndsWhereTheDirectorySays) {
+    ASSERT_EQ(WritePicture(PngCodec(), *MakePicture(PixelFormat::Rgb24, 5, 3), folder_ / "inner.png"), Status::Ok);
+    const std::string whole = IconFile({{5, 3, 32, ReadBytes(folder_ / "inner.png")}});
+    const auto icon = Open(whole);
+    ASSERT_TRUE(icon.Ok());
+    EXPECT_EQ((*icon)->Info().resolution.horizontal, 0) << "an icon has none";
+    std::string shortened = whole;
+    shortened.replace(6 + 8, 4, Number(40, 4));
+    EXPECT_EQ(Open(shortened).GetStatus(), UndecodableContent);
+}
+
 TEST_F(Ico, EmptyDirectoryIsUndecodable) { EXPECT_EQ(Open(IconFile({})).GetStatus(), UndecodableContent); }
 
 TEST_F(Ico, CutOffBeforeItsPixelsItGivesAStatus) {

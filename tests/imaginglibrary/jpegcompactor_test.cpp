@@ -110,6 +110,24 @@ TEST(JpegCompactor, LongScanIsWrittenAsItComes) {
     EXPECT_EQ(ColorsOf(JpegCodec(), output.Bytes()), ColorsOf(JpegCodec(), plain));
 }
 
+// Black and white blocks side by side have the greatest first coefficient, stripes the greatest of the others.
+TEST(JpegCompactor, GreatestSymbolsMayComeBehindThoseThatWereKept) {
+    const JpegFile file{.width = 512, .height = 720, .quality = 100};
+    const std::string plain = MakeJpeg(file, [noise = NoiseOf(20)](unsigned x, unsigned y, int channel) mutable {
+        const unsigned lit = y < 704 ? noise(x, y, channel) : y < 712 ? x / 8 % 2 * 255 : x % 2 * 255;
+        return static_cast<std::uint8_t>(lit);
+    });
+    ASSERT_EQ(plain.find("\xFF\xDD"), std::string::npos);
+    EXPECT_EQ(ColorsOf(JpegCodec(), Compacted(plain, 65536)), ColorsOf(JpegCodec(), plain));
+}
+
+TEST(JpegCompactor, FileWithoutAScanIsRefused) {
+    MemoryOutput file;
+    EXPECT_EQ(CompactInto(file, "\xFF\xD8\xFF\xD9"), Status::GenericError);
+    EXPECT_EQ(CompactInto(file, "\xFF\xD8"), Status::GenericError);
+    EXPECT_EQ(CompactInto(file, ""), Status::GenericError);
+}
+
 TEST(JpegCompactor, FullDiskIsToldWhereverItIsMet) {
     const std::string plain =
         MakeJpeg({.width = 24, .height = 24, .horizontalSampling = 2, .verticalSampling = 2}, NoiseOf(60));

@@ -77,6 +77,16 @@ TEST(JpegProperties, SpoiledExifNeverKeepsAPictureFromOpening) {
     }
 }
 
+TEST(JpegProperties, QuantisationTableThatCannotBeIsNoItem) {
+    for (const char number : {'\4', '\x7F', '\xFF'}) {
+        std::string jpeg = MakeJpeg({});
+        jpeg[FindMarker(jpeg, 0xC0) + 12] = number; // of the first component
+        const auto properties = PropertiesIn(JpegCodec(), jpeg);
+        EXPECT_EQ(properties.Find(0x5090), nullptr);
+        EXPECT_NE(properties.Find(0x5091), nullptr);
+    }
+}
+
 TEST(JpegProperties, MarkersBeyondTheLimitArePassedOver) {
     std::string markers;
     while (markers.size() < (20u << 20)) {

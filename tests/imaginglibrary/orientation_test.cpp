@@ -40,6 +40,13 @@ TEST(XmpOrientation, EveryPrefixOfTheNamespaceCounts) {
               head + std::string(17, ' ') + " " + std::string(17, ' ') + " v:Orientation='3'/>");
 }
 
+TEST(XmpOrientation, PrefixIsTheOneBeforeTheNamespace) {
+    const std::string head = "<a " + std::string(100, ' ') +
+                             "xmlns:b='other' xmlns:t='http://ns.adobe.com/tiff/1.0/' " + "xmlns:c='another' ";
+    EXPECT_EQ(WithoutOrientation(head + "b:Orientation='1' t:Orientation='2' c:Orientation='3'/>"),
+              head + "b:Orientation='1' " + std::string(17, ' ') + " c:Orientation='3'/>");
+}
+
 TEST(XmpOrientation, WhatIsNoneStays) {
     for (const std::string& packet :
          {"<a tiff:Orientation='6'/>"s, // without the namespace

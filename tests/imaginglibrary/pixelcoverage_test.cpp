@@ -42,6 +42,12 @@ TEST(PixelCoverage, UprightBetweenPixelsHasBordersOfOne) {
     EXPECT_EQ(rectangle.CoverageOf(6, 10), 0);
 }
 
+TEST(PixelCoverage, RunThatEndsWhereItBeginsIsEmpty) {
+    EXPECT_TRUE((PixelRun{3, 3}.IsEmpty()));
+    EXPECT_TRUE((PixelRun{4, 3}.IsEmpty()));
+    EXPECT_FALSE((PixelRun{3, 4}.IsEmpty()));
+}
+
 TEST(PixelCoverage, RunsStayWithinTheRow) {
     const MappedRectangle rectangle(Affine::Scaling(1e-6, 1e-6), 10, 10);
     ExpectRun(rectangle.Covered(50, {7, 20}), 7, 20);

@@ -1,6 +1,8 @@
 // What single samples of PNG files become, where pictures of all kinds do not tell.
 #include "imaginglibrary/codecs/png/pngpixels.h"
 
+#include "imaginglibrary/codecs/png/pngpalette.h"
+
 #include <gtest/gtest.h>
 
 #include <png.h>
@@ -14,8 +16,14 @@ using PixelBytes = std::vector<std::uint8_t>;
 PixelBytes Converted(const PngLayout& layout, const PixelBytes& from) {
     const PngPixels pixels(layout);
     EXPECT_EQ(pixels.RowForm().rowBytes, from.size());
-    PixelBytes to(BytesPerRow(layout.format, layout.width), 0x55);
-    pixels.Convert(from.data(), to.data());
+    constexpr std::uint8_t Untouched = 0x55;
+    const std::size_t bytes = BytesPerRow(layout.format, layout.width);
+    PixelBytes to(bytes + 8, Untouched);
+    PixelBytes readable = from;
+    readable.resize(from.size() + 8);
+    pixels.Convert(readable.data(), to.data());
+    EXPECT_EQ(PixelBytes(to.begin() + static_cast<std::ptrdiff_t>(bytes), to.end()), PixelBytes(8, Untouched));
+    to.resize(bytes);
     return to;
 }
 
@@ -37,6 +45,14 @@ TEST(PngPixelsOf, BitsBehindTheLastPixelBecomeZero) {
     EXPECT_EQ(Converted(layout, {0xFF, 0xFF}), (PixelBytes{0xFF, 0xFF}));
     layout = {.width = 3, .colorType = PNG_COLOR_TYPE_PALETTE, .depth = 4, .format = PixelFormat::Indexed4};
     EXPECT_EQ(Converted(layout, {0xAB, 0xCD}), (PixelBytes{0xAB, 0xC0}));
+}
+
+TEST(PngPixelsOf, PaletteCorrectsThePixelsOfTheRowAlone) {
+    const PngPalette palette({.width = 3, .height = 1, .format = PixelFormat::Indexed8, .palette = {0xFF010203}});
+    EXPECT_EQ(palette.Entries(), (Palette{0xFF010203, 0xFF000000}));
+    std::uint8_t row[] = {0, 2, 255, 255};
+    palette.Correct(row);
+    EXPECT_EQ(PixelBytes(row, row + 4), (PixelBytes{0, 1, 1, 255}));
 }
 
 TEST(PngPixelsOf, IndexBeyondThePaletteIsOpaqueBlack) {

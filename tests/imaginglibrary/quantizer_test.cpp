@@ -276,10 +276,12 @@ TEST(ColorHistogram, MergesOnlyWhenThereAreTooManyColors) {
 
 TEST(ColorHistogram, LosesNoPixelOfAnyNumberOfColors) {
     ColorHistogram histogram;
-    std::uint64_t red = 0;
+    std::uint64_t red = 0, green = 0, blue = 0;
     for (std::uint32_t i = 0; i < 1000000; ++i) {
         const Color color = i * 2654435761u;
         red += RedOf(color);
+        green += GreenOf(color);
+        blue += BlueOf(color);
         histogram.Add(color);
     }
     EXPECT_LE(histogram.Size(), 65536u);
@@ -287,9 +289,13 @@ TEST(ColorHistogram, LosesNoPixelOfAnyNumberOfColors) {
     for (const ColorCell& cell : histogram.Cells()) {
         all.pixels += cell.pixels;
         all.red += cell.red;
+        all.green += cell.green;
+        all.blue += cell.blue;
     }
     EXPECT_EQ(all.pixels, 1000000u);
     EXPECT_EQ(all.red, red);
+    EXPECT_EQ(all.green, green);
+    EXPECT_EQ(all.blue, blue);
 }
 
 TEST(PaletteChoice, UsesAllEntriesWhereTheyHelp) {

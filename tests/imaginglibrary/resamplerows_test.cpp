@@ -28,6 +28,13 @@ TEST(ResampleKernel, EnlargesLinearlyBetweenNeighbours) {
     EXPECT_EQ(kernel.End(3), 2u);
 }
 
+TEST(ResampleKernel, WeightsAreRoundedToTheNearest) {
+    const ResampleKernel kernel(3, 5, Resampling::Linear);
+    EXPECT_EQ(WeightsOf(kernel, 1), (std::vector{9830, 6554, 0, 0})) << "0.6 and 0.4";
+    EXPECT_EQ(WeightsOf(kernel, 2), (std::vector{0, 16384, 0, 0}));
+    EXPECT_EQ(WeightsOf(kernel, 3), (std::vector{6554, 9830, 0, 0}));
+}
+
 TEST(ResampleKernel, EnlargesByCubicConvolution) {
     // Halfway between the two in the middle of four.
     const ResampleKernel kernel(6, 12, Resampling::Smooth);

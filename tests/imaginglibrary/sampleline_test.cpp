@@ -139,6 +139,8 @@ TEST(SampleLine, WaysEndAtThePadding) {
     EXPECT_FALSE((SampleWay{PlaceAt(1), 0, StepOf(-1) - 1, 0}.LiesWithin(*level, 2)));
     EXPECT_FALSE((SampleWay{0, PlaceAt(1), 0, StepOf(-1) - 1}.LiesWithin(*level, 2)));
     EXPECT_FALSE((SampleWay{PlaceAt(6), 0}.LiesWithin(*level, 1)));
+    EXPECT_FALSE((SampleWay{PlaceAt(6), 0, StepOf(-1), 0}.LiesWithin(*level, 3)));
+    EXPECT_FALSE((SampleWay{0, PlaceAt(4), 0, StepOf(-1)}.LiesWithin(*level, 3)));
     EXPECT_FALSE((SampleWay{0, PlaceAt(4)}.LiesWithin(*level, 1)));
     EXPECT_TRUE((SampleWay{0, 0, StepOf(1), 0}.LiesWithin(*level, 6)));
     EXPECT_FALSE((SampleWay{0, 0, StepOf(1), 0}.LiesWithin(*level, 7)));

@@ -127,6 +127,15 @@ TEST(TiffReader, ColorMapInTheLowerBytesIsRead) {
     EXPECT_EQ(tiff->Info().palette, (Palette{MakeColor(10, 20, 30), MakeColor(200, 210, 220)}));
 }
 
+TEST(TiffReader, ColorMapIsInTheLowerBytesUpTo255) {
+    const auto paletteOf = [](std::vector<std::uint16_t> colorMap) {
+        const TiffSpec spec{.bits = 1, .photometric = PHOTOMETRIC_PALETTE, .colorMap = std::move(colorMap)};
+        return Opened(TiffCodec(), MakeTiff(spec, [](auto x, auto, unsigned) { return x % 2; }))->Info().palette;
+    };
+    EXPECT_EQ(paletteOf({0, 255, 0, 255, 1, 254}), (Palette{MakeColor(0, 0, 1), MakeColor(255, 255, 254)}));
+    EXPECT_EQ(paletteOf({0, 256, 0, 255, 1, 254}), (Palette{MakeColor(0, 0, 0), MakeColor(1, 0, 0)}));
+}
+
 TEST(TiffReader, ResolutionIsInDotsPerInch) {
     const auto resolutionOf = [](double value, int unit) {
         const auto tiff = Opened(TiffCodec(), MakeTiff({.resolution = value, .resolutionUnit = unit},
@@ -137,6 +146,7 @@ TEST(TiffReader, ResolutionIsInDotsPerInch) {
     EXPECT_EQ(resolutionOf(100, RESUNIT_CENTIMETER), std::pair(254.0, 508.0));
     EXPECT_EQ(resolutionOf(300, RESUNIT_NONE), std::pair(0.0, 0.0));
     EXPECT_EQ(resolutionOf(0, RESUNIT_INCH), std::pair(0.0, 0.0));
+    EXPECT_EQ(resolutionOf(1000000, RESUNIT_INCH), std::pair(1000000.0, 0.0)) << "a million is the most";
 }
 
 TEST(TiffReader, TwoReadersOfOneFileDoNotDisturbEachOther) {

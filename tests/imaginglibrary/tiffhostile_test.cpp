@@ -102,6 +102,16 @@ TEST(HostileTiff, SideBeyondTheLimitIsRefused) {
               Status::InvalidParameter);
 }
 
+TEST(HostileTiff, SamplesOfMoreThanSixteenBitsAreUndecodable) {
+    const auto statusOf = [](std::uint32_t bits) {
+        const auto tiff = RawTiff().Tag(256, 4, 4).Tag(257, 4, 2).Tag(258, 3, bits).Tag(259, 3, 1).Tag(262, 3, 1);
+        return ReadAllRows(TiffCodec(), RawTiff(tiff).Tag(273, 4, 8).Tag(278, 4, 2).Tag(279, 4, 64).Bytes());
+    };
+    EXPECT_EQ(statusOf(16), Status::Ok);
+    EXPECT_EQ(statusOf(17), UndecodableContent);
+    EXPECT_EQ(statusOf(32), UndecodableContent);
+}
+
 TEST(HostileTiff, PictureWithoutSizeIsUndecodable) {
     EXPECT_EQ(ReadAllRows(TiffCodec(), GreyOf(0, 4).Tag(273, 4, 8).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
               UndecodableContent);
@@ -112,6 +122,13 @@ TEST(HostileTiff, MissingPixelsAreUndecodable) {
     EXPECT_EQ(ReadAllRows(TiffCodec(), GreyOf(60000, 60000).Tag(273, 4, 8).Tag(278, 4, 60000).Tag(279, 4, 64).Bytes()),
               UndecodableContent);
     EXPECT_EQ(ReadAllRows(TiffCodec(), GreyOf(60, 60).Tag(278, 4, 60).Bytes()), UndecodableContent);
+}
+
+TEST(HostileTiff, BandOfTilesBeyondTheLimitIsRefused) {
+    EXPECT_EQ(
+        ReadAllRows(TiffCodec(),
+                    GreyOf(65535, 65535).Tag(322, 4, 16).Tag(323, 4, 32768).Tag(324, 4, 8).Tag(325, 4, 64).Bytes()),
+        Status::OutOfMemory);
 }
 
 TEST(HostileTiff, TileBeyondTheLimitIsRefused) {

@@ -16,10 +16,11 @@ struct LabColor {
     Color screen; // as LittleCMS shows it relative to D50, or cut off where a channel is beyond the screen's
 };
 
-// White, black, a grey, red, green, blue, skin, and what lies beyond either end.
+// White, black, a grey, red, green, blue, skin, what lies beyond either end, and greys that are nearly black.
 constexpr LabColor LabColors[] = {
     {255, 0, 0, 0xFFFFFFFF},    {0, 0, 0, 0xFF000000},      {128, 0, 0, 0xFF777777},   {136, 81, 70, 0xFFFC0000},
     {224, -79, 81, 0xFF0AFF00}, {82, 68, -112, 0xFF200FFF}, {200, 10, 10, 0xFFDABBB0}, {255, -5, 5, 0xFFF8FFF5},
+    {3, 0, 0, 0xFF040404},      {10, 0, 0, 0xFF0E0E0E},
 };
 constexpr std::uint32_t LabWidth = std::size(LabColors);
 

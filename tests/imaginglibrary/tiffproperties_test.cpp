@@ -53,10 +53,13 @@ TEST(TiffProperties, NextPictureIsNoThumbnail) {
 }
 
 TEST(TiffProperties, LongListsOfPlacesArePassedOver) {
-    const auto bytes = GreyTiff({.width = 1, .height = 20000, .rowsPerStrip = 1});
-    const auto properties = PropertiesIn(TiffCodec(), bytes);
-    EXPECT_EQ(properties.Find(0x0111), nullptr);
-    EXPECT_NE(properties.Find(0x0116), nullptr);
+    // Four bytes for each row, up to 64 kilobytes.
+    const auto itemsOf = [](unsigned rows) {
+        return PropertiesIn(TiffCodec(), GreyTiff({.width = 1, .height = rows, .rowsPerStrip = 1}));
+    };
+    EXPECT_EQ(itemsOf(16385).Find(0x0111), nullptr);
+    EXPECT_NE(itemsOf(16385).Find(0x0116), nullptr);
+    EXPECT_NE(itemsOf(16384).Find(0x0111), nullptr);
 }
 
 const std::vector<Property> TiffCameraItems = {

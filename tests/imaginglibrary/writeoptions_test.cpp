@@ -136,6 +136,19 @@ TEST(WriteOptionsOfTiff, JpegIsForColorsAndGrey) {
     }
 }
 
+TEST(WriteOptionsOfTiff, StripsOfJpegAreWholeBlocksHigh) {
+    for (const auto& [height, rows] : {std::pair(1u, 16u), {15u, 16u}, {16u, 16u}, {17u, 32u}, {300u, 304u}}) {
+        const auto picture = ConvertedTo(WhitePicture(9, height), PixelFormat::Rgb24);
+        const std::string file = WrittenBy(TiffCodec(), *picture, {.compression = Compression::Jpeg});
+        const auto properties = OpenBytes(TiffCodec(), file);
+        ASSERT_TRUE(properties.Ok());
+        const Property* const perStrip = (*properties)->Properties().Find(0x0116);
+        ASSERT_NE(perStrip, nullptr);
+        EXPECT_EQ(perStrip->value[0] | perStrip->value[1] << 8, rows) << height;
+        EXPECT_EQ(ColorsOf(**properties), std::vector<Color>(std::size_t{9} * height, White));
+    }
+}
+
 TEST(WriteOptionsOfTiff, FaxIsForBlackAndWhite) {
     PictureInfo info{.width = 64, .height = 64, .format = PixelFormat::Indexed1, .palette = GreyPalette(2)};
     const auto lines = *Bitmap::Create(info);

@@ -44,8 +44,8 @@ Layout LayoutFor(const PictureInfo& info) {
 }
 
 std::uint32_t DotsPerMetre(double dotsPerInch) {
-    const double dots = DotsPerInchOrAssumed(dotsPerInch) * InchesPerMetre;
-    return static_cast<std::uint32_t>(std::min(std::lround(dots), 0x7FFFFFFFL));
+    constexpr double Most = 0x7FFFFFFF;
+    return static_cast<std::uint32_t>(std::min(std::round(DotsPerInchOrAssumed(dotsPerInch) * InchesPerMetre), Most));
 }
 
 Status WriteHeader(const PictureInfo& info, const Layout& layout, OutputFile& file) {

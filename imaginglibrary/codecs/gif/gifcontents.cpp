@@ -116,7 +116,7 @@ class GifScanner {
                            std::min<std::size_t>(block[0] + 1 - skipped, most - content.size()));
             if (kind == APPLICATION_EXT_FUNC_CODE && content == GifXmpApplication && packet_.empty()) {
                 skipped = 0; // the packet itself is read as lengths and blocks
-                most = MaximumCarriedBytes;
+                most = GifXmpApplication.size() + MaximumCarriedBytes + GifXmpTrailerBytes;
             }
             isRead = DGifGetExtensionNext(gif_.get(), &block) == GIF_OK;
         }

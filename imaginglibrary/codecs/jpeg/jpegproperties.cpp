@@ -58,7 +58,7 @@ void AddPackets(const jpeg_decompress_struct& header, PropertyList& properties) 
         if (marker->marker == ExifMarker) {
             xmp.Add(content);
         } else if (marker->marker == ResourcesMarker && content.starts_with(ResourcesName) &&
-                   resources.size() + content.size() <= MaximumCarriedBytes) {
+                   resources.size() + content.size() - ResourcesName.size() <= MaximumCarriedBytes) {
             resources += content.substr(ResourcesName.size());
         }
     }

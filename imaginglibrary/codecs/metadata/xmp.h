@@ -44,6 +44,7 @@ std::vector<std::string> MakeJpegXmp(std::string_view packet);
 // A GIF file has a packet as it is in an application extension, and behind it bytes that lead whoever takes it for
 // blocks to its end.
 inline constexpr std::string_view GifXmpApplication = "XMP DataXMP";
+inline constexpr std::size_t GifXmpTrailerBytes = 257;
 
 // The packet in what such an extension holds behind its name, lengths of blocks included but for the last, which is 0.
 // Empty where there is none.

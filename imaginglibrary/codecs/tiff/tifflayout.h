@@ -35,6 +35,14 @@ struct TiffLayout {
         const unsigned ofColor = hasThree ? 3 : colors == TiffColors::Cmyk ? 4 : 1;
         return ofColor + (hasAlpha ? 1 : 0);
     }
+
+    // Whether rows of the one fit where those of the other are to go.
+    bool IsMeasuredLike(const TiffLayout& other) const {
+        return info.width == other.info.width && info.height == other.info.height && info.format == other.info.format &&
+               colors == other.colors && hasAlpha == other.hasAlpha && isPlanar == other.isPlanar &&
+               isTiled == other.isTiled && bits == other.bits && samples == other.samples &&
+               rowBytes == other.rowBytes && bandRows == other.bandRows;
+    }
 };
 
 // To be called once for every handle that is opened, before any row: has JPEG data turned to RGB.

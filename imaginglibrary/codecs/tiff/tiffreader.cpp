@@ -103,7 +103,7 @@ class TiffDecoder : public Decoder {
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
         if (layout_->colors == TiffColors::Converted) {
-            auto input = OpenPreparedTiff(file_);
+            auto input = ReopenTiff(*layout_, file_);
             return input.Ok() ? ConvertedTiffRows::Open(layout_, std::move(*input)) : input.GetStatus();
         }
         auto samples = TiffSampleRows::Open(*layout_, file_);

@@ -108,11 +108,24 @@ Result<std::unique_ptr<TiffInput>> OpenPreparedTiff(std::shared_ptr<const InputF
     return input;
 }
 
+Result<std::unique_ptr<TiffInput>> ReopenTiff(const TiffLayout& layout, std::shared_ptr<const InputFile> file) {
+    auto input = OpenPreparedTiff(std::move(file));
+    if (!input.Ok()) {
+        return input;
+    }
+    // The file may have been changed under us, and rows must fit the buffers whatever it says now.
+    const auto now = ReadTiffLayout((*input)->Get());
+    if (!now.Ok() || !now->IsMeasuredLike(layout)) {
+        return UndecodableContent;
+    }
+    return input;
+}
+
 Result<std::unique_ptr<TiffSampleRows>> TiffSampleRows::Open(const TiffLayout& layout,
                                                              const std::shared_ptr<const InputFile>& file) {
     std::vector<std::unique_ptr<TiffInput>> inputs;
     for (unsigned count = layout.isTiled ? 1 : PlaneCount(layout); count > 0; --count) {
-        auto input = OpenPreparedTiff(file);
+        auto input = ReopenTiff(layout, file);
         if (!input.Ok()) {
             return input.GetStatus();
         }

@@ -27,4 +27,7 @@ class TiffSampleRows {
 // An open and prepared handle.
 Result<std::unique_ptr<TiffInput>> OpenPreparedTiff(std::shared_ptr<const InputFile> file);
 
+// The same for a file whose layout was read before; UndecodableContent where it is another by now.
+Result<std::unique_ptr<TiffInput>> ReopenTiff(const TiffLayout& layout, std::shared_ptr<const InputFile> file);
+
 } // namespace imaginglibrary
