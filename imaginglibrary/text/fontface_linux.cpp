@@ -10,6 +10,7 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include <mutex>
+#include <new>
 #include <vector>
 
 namespace imaginglibrary {
@@ -51,6 +52,9 @@ const FcChar8* Bytes(const std::string& text) { return reinterpret_cast<const Fc
 // What is asked for, with what the system's rules add: other names for the family, metric-compatible ones among them.
 Pattern WantedPattern(const std::string& family, bool isBold, bool isItalic) {
     Pattern pattern(FcPatternCreate());
+    if (pattern == nullptr) {
+        throw std::bad_alloc();
+    }
     FcPatternAddString(pattern.get(), FC_FAMILY, Bytes(family));
     FcPatternAddInteger(pattern.get(), FC_WEIGHT, isBold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
     FcPatternAddInteger(pattern.get(), FC_SLANT, isItalic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
@@ -93,6 +97,9 @@ Pattern FindFont(const std::string& family, bool isBold, bool isItalic) {
 Pattern FindFontWith(char32_t character, const std::string& family, bool isBold, bool isItalic) {
     const Pattern wanted = WantedPattern(family, isBold, isItalic);
     FcCharSet* characters = FcCharSetCreate();
+    if (characters == nullptr) {
+        throw std::bad_alloc();
+    }
     FcCharSetAddChar(characters, character);
     FcPatternAddCharSet(wanted.get(), FC_CHARSET, characters);
     FcCharSetDestroy(characters);
