@@ -39,6 +39,7 @@ std::string CannotWrite(const std::string& file, const std::string& cause) {
     return "cannot write " + Shown(file) + ": " + cause;
 }
 
+constexpr const char* TooManyFiles = "too many files are open at this moment";
 constexpr const char* NotEnoughMemory = "there is not enough memory";
 
 std::string TextOf(PixelSize size) { return std::to_string(size.width) + " x " + std::to_string(size.height); }
@@ -59,6 +60,9 @@ std::optional<std::string> CauseInSource(StatusValue status, const std::string& 
     }
     if (status == FileNotFound) {
         return "there is no such file";
+    }
+    if (AreTooManyFilesOpen()) {
+        return TooManyFiles;
     }
     if (!CanReadFile(source, encoding)) {
         return "there is no permission to read it, or another program is writing it";
@@ -88,6 +92,9 @@ std::optional<std::string> CauseInTarget(const Subject& subject, StatusValue sta
     const std::string folder = FullFolderOf(target, encoding);
     if (KindOfFile(folder, encoding) != FileKind::Folder) {
         return "the folder " + Shown(folder) + " does not exist";
+    }
+    if (AreTooManyFilesOpen()) {
+        return TooManyFiles;
     }
     if (subject.isSourceFile && IsSameFile(subject.source, target, encoding)) {
         return "it is the source itself";

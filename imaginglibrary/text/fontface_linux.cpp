@@ -112,6 +112,14 @@ int IntegerOf(FcPattern* font, const char* object, int otherwise) {
     return FcPatternGetInteger(font, object, 0, &value) == FcResultMatch ? value : otherwise;
 }
 
+// Whether a call of FreeType's worked. What fails for want of memory is no gap in a font.
+bool Worked(FT_Error error) {
+    if (error == FT_Err_Out_Of_Memory) {
+        throw std::bad_alloc();
+    }
+    return error == FT_Err_Ok;
+}
+
 // Collects what FreeType tells of an outline. Its y grows upwards.
 class OutlineCollector {
   public:
@@ -153,9 +161,10 @@ class LinuxFontFace : public FontFace {
     static std::shared_ptr<const LinuxFontFace> Open(FcPattern* font, std::string family, bool isBold, bool isItalic) {
         auto face = std::make_shared<LinuxFontFace>();
         FcChar8* file = nullptr;
-        if (FT_Init_FreeType(&face->library_) != 0 || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch ||
-            FT_New_Face(face->library_, reinterpret_cast<const char*>(file), IntegerOf(font, FC_INDEX, 0),
-                        &face->face_) != 0 ||
+        if (!Worked(FT_Init_FreeType(&face->library_)) ||
+            FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch ||
+            !Worked(FT_New_Face(face->library_, reinterpret_cast<const char*>(file), IntegerOf(font, FC_INDEX, 0),
+                                &face->face_)) ||
             !FT_IS_SCALABLE(face->face_)) {
             return nullptr;
         }
@@ -203,7 +212,7 @@ class LinuxFontFace : public FontFace {
                 return other->GlyphOf(character);
             }
         }
-        if (FT_Load_Glyph(face_, index, FT_LOAD_NO_SCALE | FT_LOAD_NO_BITMAP) != 0) {
+        if (!Worked(FT_Load_Glyph(face_, index, FT_LOAD_NO_SCALE | FT_LOAD_NO_BITMAP))) {
             return {};
         }
         FT_Outline& outline = face_->glyph->outline;

@@ -42,6 +42,7 @@ class Maker {
                 operation.frailLibraries = {"/libtiff."};
             }
             if (operation.name == "annotate") {
+                operation.stride = 7;
                 operation.frailLibraries = {"/libfontconfig.", "/libc."}; // the latter copies texts for the former
             }
         }

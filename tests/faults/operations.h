@@ -16,6 +16,7 @@ struct Operation {
     std::string name;
     std::string target; // empty for one that only reads
     std::function<int32_t(lumbrix_job*)> run;
+    int stride = 1;                               // of those that take long only some failures are tried
     std::vector<std::string> frailLibraries = {}; // which end the process where they lack memory
 };
 
