@@ -85,12 +85,11 @@ class Maker {
             return lumbrix_rotate(source.c_str(), target, &turn, job);
         });
         Add("adjusted", "gif", [source = Path("dated.jpg")](const char* target, lumbrix_job* job) {
-            lumbrix_job changed = *job;
+            lumbrix_job own = LUMBRIX_JOB_INIT;
+            lumbrix_job& changed = job != nullptr ? *job : own;
             changed.auto_orient = changed.strip = 1;
             changed.background = "FF8000";
-            const int32_t status = lumbrix_convert(source.c_str(), target, &changed);
-            *job = changed;
-            return status;
+            return lumbrix_convert(source.c_str(), target, &changed);
         });
     }
 
