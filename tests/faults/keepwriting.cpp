@@ -15,7 +15,7 @@ int main(int count, char** words) {
     const std::string folder = std::string(words[2]) + PathSeparator;
     setenv("XDG_CONFIG_HOME", words[2], 1);
     for (int number = 0;; ++number) {
-        const std::string text = std::to_string(number % 10) + std::string(3000, 'x') + "/end";
+        const std::string text = std::to_string(number % 10) + std::string(kind == "list" ? 100 : 3000, 'x') + "/end";
         if (kind == "settings") {
             SetRegValue(CurrentUserRoot, "SOFTWARE\\Lumbrix", "Delete", text);
         } else if (kind == "list") {

@@ -18,8 +18,9 @@ from collections import Counter
 from pathlib import Path
 
 SCRATCH = re.compile(r"(\.imaging-\d+|IMG[0-9A-F]+)\.tmp")
-TEXT = r"\dx{3000}/end"
-SETTINGS = re.compile(r'# Settings of Lumbrix\n\n\[HKEY_CURRENT_USER\\SOFTWARE\\Lumbrix\]\n("Delete" = 1:( [0-9A-F]{2}){3005}\n)?')
+# As long as paths are: a kill may cut a write short only where it crosses a page of the system.
+TEXT = r"\dx{100}/end"
+SETTINGS = re.compile(r'# Settings of Lumbrix\n\n\[HKEY_CURRENT_USER\\SOFTWARE\\Lumbrix\]\n("Delete" = 1:( [0-9A-F]{2}){3006}\n)?')
 LIST = re.compile(r"(%s\r\n)*" % TEXT)
 COPIES = {b"1" * 300000, b"2" * 300000}
 
