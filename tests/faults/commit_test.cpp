@@ -100,6 +100,7 @@ TEST_F(Commit, FailureOfAWriteInTheMiddleStays) {
         EXPECT_EQ(file->Append(large.data(), large.size()), Status::Win32Error);
     }
     EXPECT_EQ(file->Append("x", 1), Status::Win32Error);
+    EXPECT_EQ(file->Append(large.data(), large.size()), Status::Win32Error);
     char byte = 0;
     EXPECT_EQ(file->ReadAt(0, &byte, 1).GetStatus(), Status::Win32Error);
     EXPECT_EQ(file->Commit(), Status::Win32Error);
@@ -134,5 +135,52 @@ TEST_F(Commit, FailureOfClosingLeavesTheOldFileAndNothingElse) {
     EXPECT_EQ(ReadBytes(target_), "old");
     EXPECT_EQ(CountOfFiles(), 1u);
 }
+
+TEST_F(Commit, ShortWriteIsGoneOnWithWhereItEnded) {
+    const Ending ending = SaveWith({FileCall::Write, 1, 0, Failing::Short}, target_);
+    EXPECT_EQ(ending.status, Status::Ok);
+    EXPECT_EQ(ReadBytes(target_), "new");
+}
+
+#ifndef _WIN32
+
+std::ptrdiff_t OpenDescriptors() { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); }
+
+TEST_F(Commit, InterruptedCallsAreRepeated) {
+    EXPECT_EQ(SaveWith({FileCall::Write, 1, EINTR}, target_).status, Status::Ok);
+    EXPECT_EQ(ReadBytes(target_), "new");
+    const auto file = *InputFile::Open(target_.u16string());
+    const FaultyFiles fault({FileCall::Read, 1, EINTR});
+    char bytes[3];
+    const auto read = file->ReadAt(0, bytes, 3);
+    ASSERT_TRUE(read.Ok());
+    EXPECT_EQ(*read, 3u);
+}
+
+TEST_F(Commit, UnreadableDiskIsToldFromTheEndOfAFile) {
+    const auto file = *InputFile::Open(target_.u16string());
+    const FaultyFiles fault({FileCall::Read, 1, EIO});
+    char bytes[3];
+    EXPECT_EQ(file->ReadAt(0, bytes, 3).GetStatus(), Status::Win32Error);
+}
+
+TEST_F(Commit, WhereFilesHaveNamesFromTheStartNothingIsLeftEither) {
+    lacksUnnamedFiles = true;
+    for (const FileCall call : {FileCall::Write, FileCall::Flush, FileCall::Rename}) {
+        ExpectOldFileWhere(call, DiskFullError, Status::Win32Error);
+    }
+    ExpectNothingWhere(FileCall::Rename);
+}
+
+TEST_F(Commit, NoDescriptorIsLeftOpen) {
+    const auto before = OpenDescriptors();
+    for (const FileCall call : {FileCall::Write, FileCall::Flush, FileCall::Name, FileCall::Rename, FileCall::Kinds}) {
+        SaveWith({call, 1, DiskFullError}, target_);
+        (void)InputFile::Open(target_.u16string());
+    }
+    EXPECT_EQ(OpenDescriptors(), before);
+}
+
+#endif
 
 } // namespace

@@ -37,8 +37,11 @@ int PlaceOf(FileCall call) {
     return call == fault.call ? number - fault.number : -1;
 }
 
+bool DoesHalf() { return fault.failing == Failing::Halfway || fault.failing == Failing::Short; }
+
 int ErrorAt(int place) {
-    const bool fails = place == 0 ? fault.failing != Failing::Halfway : place > 0 && fault.failing != Failing::Once;
+    const bool lasts = fault.failing == Failing::Onwards || fault.failing == Failing::Halfway;
+    const bool fails = (place == 0 && !DoesHalf()) || (place > 0 && lasts);
     hasFailed = hasFailed || fails;
     return fails ? fault.error : 0;
 }
@@ -49,7 +52,7 @@ int ErrorOf(FileCall call) { return ErrorAt(PlaceOf(call)); }
 
 WriteAllowance AllowanceFor(std::size_t count) {
     const int place = PlaceOf(FileCall::Write);
-    const bool isHalf = place == 0 && fault.failing == Failing::Halfway;
+    const bool isHalf = place == 0 && DoesHalf();
     return {ErrorAt(place), isHalf ? (count + 1) / 2 : count};
 }
 

@@ -9,6 +9,7 @@ namespace tests {
 
 enum class FileCall {
     Open,
+    Read, // on Linux only
     Write,
     Flush, // to the disk
     Name,  // a file that had none, or that was to go with its handle
@@ -22,6 +23,7 @@ enum class Failing {
     Once,    // the call of that number alone
     Onwards, // it and all behind it
     Halfway, // a write does half of its work, and all behind it fail
+    Short,   // a write does half of its work, and nothing fails
 };
 
 struct FileFault {

@@ -63,6 +63,18 @@ int open64(const char* path, int flags, ...) {
     return openat(AT_FDCWD, path, flags, mode);
 }
 
+ssize_t read(int file, void* buffer, std::size_t count) {
+    return Fails(FileCall::Read) ? -1 : syscall(SYS_read, file, buffer, count);
+}
+
+ssize_t pread(int file, void* buffer, std::size_t count, off_t offset) {
+    return Fails(FileCall::Read) ? -1 : syscall(SYS_pread64, file, buffer, count, offset);
+}
+
+ssize_t pread64(int file, void* buffer, std::size_t count, off64_t offset) {
+    return pread(file, buffer, count, offset);
+}
+
 ssize_t write(int file, const void* bytes, std::size_t count) {
     const ssize_t allowed = Allowed(count);
     return allowed < 0 ? -1 : syscall(SYS_write, file, bytes, allowed);

@@ -62,6 +62,7 @@ class OwnFiles : public testing::Test {
         Calls calls = RecordedCalls();
         const auto opening = std::find(calls.rbegin(), calls.rend(), FileCall::Open);
         calls.erase(calls.begin(), opening.base());
+        std::erase(calls, FileCall::Read);
         return calls;
     }
 
@@ -220,11 +221,54 @@ TEST_F(OwnLinuxFiles, BehindALinkTheFileIsReplacedNotTheLink) {
     EXPECT_TRUE(FilesIn(Path("sub")).size() == 1u);
 }
 
-TEST_F(OwnLinuxFiles, AnothersLineIsNotTakenBack) {
+TEST_F(OwnLinuxFiles, LineThatCannotBeWrittenIsNotThere) {
     AppendToFile(Path("list"), "first\n");
     const FaultyFiles fault({FileCall::Write, 1, DiskFullError});
     EXPECT_THROW(AppendToFile(Path("list"), "second\n"), RuntimeError);
     EXPECT_EQ(ReadBytes(folder_ / "list"), "first\n");
+}
+
+TEST_F(OwnLinuxFiles, ShortWriteIsGoneOnWithWhereItEnded) {
+    const FaultyFiles fault({FileCall::Write, 1, 0, Failing::Short});
+    ReplaceWholeFile(Path("old"), "newer");
+    EXPECT_EQ(ReadBytes(folder_ / "old"), "newer");
+}
+
+TEST_F(OwnLinuxFiles, ReadingIsRepeatedWhereItIsInterrupted) {
+    BeginFileFault({FileCall::Read, 1, EINTR});
+    EXPECT_EQ(ReadFileContent(Path("old")), "old");
+    BeginFileFault({FileCall::Read, 1, EINTR});
+    DuplicateFile(Path("source"), Path("old"));
+    EndFileFault();
+    EXPECT_EQ(ReadBytes(folder_ / "old"), "new");
+}
+
+TEST_F(OwnLinuxFiles, WhatCannotBeReadIsNotTakenForTheEnd) {
+    BeginFileFault({FileCall::Read, 1, EIO});
+    EXPECT_THROW(ReadFileContent(Path("old")), RuntimeError);
+    BeginFileFault({FileCall::Read, 1, EIO});
+    EXPECT_THROW(DuplicateFile(Path("source"), Path("old")), RuntimeError);
+    EndFileFault();
+    EXPECT_EQ(ReadBytes(folder_ / "old"), "old");
+}
+
+TEST_F(OwnLinuxFiles, PipeIsNotCopied) {
+    ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+    EXPECT_THROW(DuplicateFile(Path("pipe"), Path("old")), RuntimeError); // and not waited for
+    EXPECT_EQ(ReadBytes(folder_ / "old"), "old");
+}
+
+TEST_F(OwnLinuxFiles, NoDescriptorIsLeftOpen) {
+    const auto count = [] { return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}); };
+    const auto before = count();
+    for (const FileCall call : {FileCall::Write, FileCall::Flush, FileCall::Rename, FileCall::Kinds}) {
+        BeginFileFault({call, 1, DiskFullError});
+        trap([&] { ReplaceWholeFile(Path("old"), "new"); });
+        BeginFileFault({call, 1, DiskFullError});
+        trap([&] { DuplicateFile(Path("source"), Path("old")); });
+        EndFileFault();
+    }
+    EXPECT_EQ(count(), before);
 }
 
 class FaultySettings : public OwnFiles {
@@ -258,6 +302,15 @@ TEST_F(FaultySettings, AreNotLostWhereTheyCannotBeRead) {
         EXPECT_EQ(Value(), "old") << number;
     }
     EXPECT_EQ(GetRegValue(CurrentUserRoot, "B", "Name"), "new");
+}
+
+TEST_F(FaultySettings, AreNotLostWhereTheDiskCannotBeRead) {
+    for (int number = 1; number < 10; ++number) {
+        BeginFileFault({FileCall::Read, number, EIO});
+        SetRegValue(CurrentUserRoot, "A", "Other", "new");
+        EndFileFault();
+        EXPECT_EQ(Value(), "old") << number;
+    }
 }
 
 TEST_F(FaultySettings, NeedNoRoomInTheFolderForTemporaryFiles) {

@@ -10,7 +10,7 @@ namespace {
 
 using namespace tests;
 
-constexpr const char* Calls[] = {"open", "write", "flush", "name", "close", "rename", "remove"};
+constexpr const char* Calls[] = {"open", "read", "write", "flush", "name", "close", "rename", "remove"};
 constexpr const char* Manners[] = {"once", "onwards", "halfway"};
 
 __attribute__((constructor)) void BeginFaultOfTheEnvironment() {
