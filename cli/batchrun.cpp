@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
-#include <system_error>
+#include <exception>
 #include <thread>
 
 namespace lumbrix::cli {
@@ -27,7 +27,7 @@ template <class Function> void RunSideBySide(std::size_t count, const Function& 
         while (helpers.size() + 1 < count) {
             helpers.emplace_back(function);
         }
-    } catch (const std::system_error&) { // those that could be started will do
+    } catch (const std::exception&) { // those that could be started will do
     }
     function();
 }
@@ -44,8 +44,12 @@ std::vector<FileResult> WorkThrough(const BatchWork& work, const std::vector<Pla
             if (i >= plan.size()) {
                 return;
             }
-            results[i] = worker.Attempt(plan[i]);
-            progress.Step();
+            try {
+                results[i] = worker.Attempt(plan[i]);
+                progress.Step();
+            } catch (const std::exception&) { // not even the reason could be told
+                results[i].fate = Fate::Failed;
+            }
         }
     });
     return results;

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <exception>
 #include <thread>
 
 namespace lumbrix::cli {
@@ -50,7 +51,10 @@ void StopWhenInterrupted() {
 #ifdef SIGHUP
     Catch(SIGHUP);
 #endif
-    std::thread(WatchOverStopping).detach();
+    try {
+        std::thread(WatchOverStopping).detach();
+    } catch (const std::exception&) { // then a wish to stop waits for the next row
+    }
 }
 
 void FinishWhenInterrupted() { wishesPassedOver = 1; }

@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ bool IsHelp(const std::string& word) { return word == HelpOption.name || word ==
 bool IsVersion(const std::string& word) { return word == "--version" || word == "-V"; }
 
 void Print(const std::string& text) { std::fputs(text.c_str(), stdout); }
+
+// What was printed may be held back until now, and a part of it may have failed before.
+bool IsAllPrinted() { return std::fflush(stdout) == 0 && std::ferror(stdout) == 0; }
 
 int RunCommand(const Command& command, const Arguments& arguments) {
     ExpectArguments(command, arguments);
@@ -71,7 +75,10 @@ int Run(const std::vector<std::string>& words) {
 int main(int count, char** words) {
     try {
         const int status = Run({words + 1, words + count});
-        return std::fflush(stdout) == 0 ? status : Failed;
+        if (!IsAllPrinted()) {
+            throw Failure{"cannot write to the standard output"};
+        }
+        return status;
     } catch (const WrongUsage& usage) {
         Tell(usage.text + (usage.text.ends_with('?') ? " See" : "; see") + " lumbrix-cli --help");
         return CalledWrongly;
@@ -80,6 +87,9 @@ int main(int count, char** words) {
     } catch (const Failure& failure) {
         Tell(failure.text);
         return WasInterrupted() ? InterruptedStatus : Failed;
+    } catch (const std::bad_alloc&) { // there is none for a message either
+        std::fputs("lumbrix-cli: there is not enough memory\n", stderr);
+        return Failed;
     } catch (const std::exception& error) {
         Tell(error.what());
         return Failed;

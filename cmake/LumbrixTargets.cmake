@@ -38,9 +38,10 @@ if(WIN32)
 endif()
 
 # Everything, third-party test code included, is built with the sanitizers or nothing is.
+set(LUMBRIX_SANITIZERS address,undefined CACHE STRING "The sanitizers that LUMBRIX_SANITIZE builds with")
 if(LUMBRIX_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    add_link_options(-fsanitize=address,undefined)
+    add_compile_options(-fsanitize=${LUMBRIX_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${LUMBRIX_SANITIZERS})
 endif()
 
 # Reading the standard library takes longer than compiling most sources. Where this is on, libraries of many files read it

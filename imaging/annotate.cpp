@@ -18,8 +18,10 @@ FlatStatus DrawText(const OwnedSurface& surface, const Annotation& annotation, F
     const LayoutRectangle from{annotation.x, annotation.y, 0, 0};
     const std::int32_t alpha = annotation.alpha <= 0 || annotation.alpha > Opaque ? Opaque : annotation.alpha;
     BrushHandle brush = nullptr;
-    GdipCreateSolidFill(MakeArgb(alpha, annotation.red, annotation.green, annotation.blue), &brush);
-    return GdipDrawString(surface.Get(), annotation.text, font, &from, brush, annotation.encoding);
+    const FlatStatus made =
+        GdipCreateSolidFill(MakeArgb(alpha, annotation.red, annotation.green, annotation.blue), &brush);
+    const FlatStatus drawn = GdipDrawString(surface.Get(), annotation.text, font, &from, brush, annotation.encoding);
+    return made != Done ? made : drawn;
 }
 
 // Where an operation draws: on the source, or on a true-colour copy of it, while the source stays open all the same.

@@ -11,6 +11,10 @@
 
 namespace lumbrix {
 
+StatusValue Course::OrMemory(FlatStatus library, StatusValue own) const {
+    return library == OutOfMemory && !IsEstablished() ? OutOfMemory : own;
+}
+
 bool Course::Begin(const std::string& destination) {
     if (!IsEstablished() && ImagingLibraryHandle == nullptr) {
         return Fail(Step::Session, NoLibrary);
@@ -19,7 +23,7 @@ bool Course::Begin(const std::string& destination) {
         return Fail(Step::Existing, AlreadyThere);
     }
     session_.emplace();
-    return Take(Step::Session, session_->Status());
+    return Take(Step::Session, OrMemory(session_->LibraryStatus(), session_->Status()));
 }
 
 bool Course::BeginChecked(const std::string& destination) {
@@ -90,9 +94,10 @@ bool Course::Measure(ImageHandle image, MeasuredFirst first) {
 }
 
 bool Course::FindEncoder(const std::string& mimeWord, Clsid& encoder) {
-    const std::string text = FindEncoderClsid(mimeWord);
+    std::string text;
+    const FlatStatus status = lumbrix::FindEncoder(mimeWord, text);
     encoder = ClsidFromText(text);
-    return Take(Step::Encoder, text.empty() ? NoEncoder : Done);
+    return Take(Step::Encoder, text.empty() ? OrMemory(status, NoEncoder) : Done);
 }
 
 bool Course::FindEncoderChecked(const std::string& mimeWord, Clsid& encoder) {

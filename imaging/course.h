@@ -83,6 +83,9 @@ class Course {
         std::uint32_t rowsBefore;
     };
 
+    // What the imaging library answered where it lacks memory and the truth is told, else our own word for a failure.
+    StatusValue OrMemory(FlatStatus library, StatusValue own) const;
+
     FlatStatus LoadSource(const std::string& name, OwnedImage& image, Step step) const;
     StatusValue SaveToOutput(ImageHandle image, const Clsid& encoder) const;
 

@@ -69,7 +69,9 @@ Outcome StampDate(const DateStampOrder& order, const Wishes& wishes) {
         !Adjust(course, image.Get())) {
         return course.Result();
     }
-    GdipCloneImage(image.Get(), clone.Place());
+    if (!course.Take(Step::Property, GdipCloneImage(image.Get(), clone.Place()))) {
+        return course.Result();
+    }
     CopyImageProperties(image.Get(), clone.Get());
     StripAsWanted(course, clone.Get()); // the date is set behind that
     const PropertyItem item{DateTimeTag, static_cast<std::uint32_t>(order.date.size() + 1), PropertyTypeAscii,

@@ -10,7 +10,16 @@ namespace lumbrix {
 
 namespace {
 constexpr int ImagingLibraryResource = 1;
+
+// Half a module would be taken for a whole one at the next start.
+void WriteModule(const std::string& name) {
+    const std::string bytes = ImagingLibraryBytes(); // fetched only now that they are needed
+    if (const auto error = trap([&] { WriteIntoFile(name, bytes); })) {
+        TryToRemoveFile(name);
+        throw *error;
+    }
 }
+} // namespace
 
 std::string ImagingLibraryBytes() { return ModuleResource(ImagingLibraryResource); }
 
@@ -33,8 +42,7 @@ int DeployImagingLibrary() {
     return DeployImagingLibrary({
         .systemFolder = SystemFolderPath(),
         .firstMatch = [&](const std::string& pattern) { return search.FirstMatch(pattern); },
-        // The bytes are fetched only once the file is about to be written.
-        .writeModule = [](const std::string& name) { WriteIntoFile(name, ImagingLibraryBytes()); },
+        .writeModule = WriteModule,
     });
 }
 

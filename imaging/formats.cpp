@@ -80,22 +80,29 @@ std::string MimeWordForOutput(const std::string& source, const std::string& dest
 }
 
 std::string FindEncoderClsid(std::string_view mimeWord) {
+    std::string clsid;
+    FindEncoder(mimeWord, clsid);
+    return clsid;
+}
+
+FlatStatus FindEncoder(std::string_view mimeWord, std::string& clsid) {
     const std::string wanted = UpperCase(mimeWord);
     std::uint32_t count = 0;
     std::uint32_t bytes = 0;
-    GdipGetImageEncodersSize(&count, &bytes);
+    const FlatStatus sizeStatus = GdipGetImageEncodersSize(&count, &bytes);
     std::vector<std::uint8_t> buffer(bytes);
-    if (GdipGetImageEncoders(count, bytes, buffer.data()) != 0) {
-        return {};
+    if (const FlatStatus status = GdipGetImageEncoders(count, bytes, buffer.data()); status != 0) {
+        return sizeStatus != 0 ? sizeStatus : status;
     }
     for (std::size_t i = 0; i < count; ++i) {
         ImageCodecInfo record;
         std::memcpy(&record, &buffer[i * sizeof record], sizeof record);
         if (UpperCase(WideToNarrow(record.mimeType)).find(wanted) != std::string::npos) {
-            return ClsidToText(record.clsid);
+            clsid = ClsidToText(record.clsid);
+            break;
         }
     }
-    return {};
+    return Done;
 }
 
 std::string ClsidToText(const Clsid& clsid) {

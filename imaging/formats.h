@@ -23,6 +23,9 @@ std::string MimeTypeForName(std::string_view name);
 // there is none. Needs a session.
 std::string FindEncoderClsid(std::string_view mimeWord);
 
+// The same, and why there is none; `clsid` stays as it is then.
+FlatStatus FindEncoder(std::string_view mimeWord, std::string& clsid);
+
 // The 38 characters of an id, and back; text that is no id becomes 16 zero bytes.
 std::string ClsidToText(const Clsid& clsid);
 Clsid ClsidFromText(const std::string& text);

@@ -39,6 +39,9 @@ std::string CannotWrite(const std::string& file, const std::string& cause) {
     return "cannot write " + Shown(file) + ": " + cause;
 }
 
+constexpr const char* TooManyFiles = "too many files are open at this moment";
+constexpr const char* NotEnoughMemory = "there is not enough memory";
+
 std::string TextOf(PixelSize size) { return std::to_string(size.width) + " x " + std::to_string(size.height); }
 
 // Why a source cannot be read, judged by looking at it; nothing where nothing seems wrong.
@@ -57,6 +60,9 @@ std::optional<std::string> CauseInSource(StatusValue status, const std::string& 
     }
     if (status == FileNotFound) {
         return "there is no such file";
+    }
+    if (AreTooManyFilesOpen()) {
+        return TooManyFiles;
     }
     if (!CanReadFile(source, encoding)) {
         return "there is no permission to read it, or another program is writing it";
@@ -86,6 +92,9 @@ std::optional<std::string> CauseInTarget(const Subject& subject, StatusValue sta
     const std::string folder = FullFolderOf(target, encoding);
     if (KindOfFile(folder, encoding) != FileKind::Folder) {
         return "the folder " + Shown(folder) + " does not exist";
+    }
+    if (AreTooManyFilesOpen()) {
+        return TooManyFiles;
     }
     if (subject.isSourceFile && IsSameFile(subject.source, target, encoding)) {
         return "it is the source itself";
@@ -172,6 +181,11 @@ std::string WhyNoName(StatusValue status, const Subject& subject) {
                                                       : "its format must be named: bmp, jpg, gif, tif or png");
 }
 
+// Where the imaging library answers that it is out of memory it may mean a damaged picture, but not here.
+bool LooksAtNoPicture(Step step) {
+    return step == Step::Session || step == Step::Encoder || step == Step::Font || step == Step::Property;
+}
+
 std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
     const auto [step, status] = outcome.first;
     if (status == Aborted) {
@@ -179,6 +193,10 @@ std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
     }
     if (status == OutOfMemory && (outcome.isDamaged || outcome.isStampDamaged)) {
         return CannotRead(outcome.isDamaged ? subject.source : subject.stamp, "it is damaged");
+    }
+    if (status == OutOfMemory && LooksAtNoPicture(step)) {
+        return subject.destination.empty() ? CannotRead(subject.source, NotEnoughMemory)
+                                           : CannotWrite(subject.destination, NotEnoughMemory);
     }
     switch (step) {
     case Step::Names:
@@ -197,6 +215,9 @@ std::string WhyNotDone(const Outcome& outcome, const Subject& subject) {
     case Step::Make:
         return WhyNotMade(status, outcome.result, subject.destination);
     case Step::Cut:
+        if (status == OutOfMemory) {
+            return CannotRead(subject.source, "it is damaged, or there is not enough memory for it");
+        }
         return "cannot crop " + Shown(subject.source) + ": the rectangle reaches beyond the picture, whose size is " +
                TextOf(outcome.source);
     case Step::LayOver:

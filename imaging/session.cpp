@@ -4,6 +4,7 @@
 #include "imaging/gdiplus/bindings.h"
 
 #include <mutex>
+#include <new>
 #include <set>
 #include <utility>
 
@@ -76,8 +77,14 @@ void UnloadImagingLibrary() {
 FlatStatus StartLastingSession(SessionToken* token) {
     const GdiplusStartupInput input{1, nullptr, 0, 0};
     const FlatStatus status = GdiplusStartup(token, &input, nullptr);
-    if (status == 0 && ImagingLibraryHandle != nullptr) {
+    if (status != 0 || ImagingLibraryHandle == nullptr) {
+        return status;
+    }
+    try {
         TheOpenSessions().Add(*token);
+    } catch (const std::bad_alloc&) {
+        GdiplusShutdown(*token);
+        return OutOfMemory;
     }
     return status;
 }
@@ -91,6 +98,12 @@ void EndLastingSession(SessionToken token) {
 StatusValue StartImagingSession() {
     SessionToken token = 0;
     return StartLastingSession(&token) == 0 ? static_cast<StatusValue>(token) : NoSession;
+}
+
+ImagingSession::ImagingSession() {
+    SessionToken token = 0;
+    refusal_ = StartLastingSession(&token);
+    token_ = refusal_ == Done ? static_cast<StatusValue>(token) : NoSession;
 }
 
 void EndImagingSession(StatusValue token) { End(static_cast<SessionToken>(token)); }

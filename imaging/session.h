@@ -29,7 +29,7 @@ void EndImagingSession(StatusValue token);
 // A session for as long as it lives. One that was refused passes its number to the shutdown all the same.
 class ImagingSession {
   public:
-    ImagingSession() : token_(StartImagingSession()) {}
+    ImagingSession();
     ~ImagingSession() {
         if (!isLeftOpen_) {
             EndImagingSession(token_);
@@ -41,11 +41,15 @@ class ImagingSession {
     // Done, or NoSession.
     StatusValue Status() const { return token_ == NoSession ? NoSession : Done; }
 
+    // What the imaging library answered.
+    FlatStatus LibraryStatus() const { return refusal_; }
+
     // From now on the session stays open for good, as some procedures are known to leave theirs.
     void LeaveOpen() { isLeftOpen_ = true; }
 
   private:
     StatusValue token_;
+    FlatStatus refusal_ = Done;
     bool isLeftOpen_ = false;
 };
 

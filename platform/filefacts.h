@@ -23,6 +23,9 @@ FileKind KindOfFile(const std::string& path, TextEncoding encoding = TextEncodin
 bool CanReadFile(const std::string& path, TextEncoding encoding = TextEncoding::CodePage);
 bool CanWriteFile(const std::string& path, TextEncoding encoding = TextEncoding::CodePage);
 
+// Whether the system opens no further file at this moment, whatever it is. Never so on Windows.
+bool AreTooManyFilesOpen();
+
 // Whether a new file can be made in a folder. Tries it, and leaves nothing behind.
 bool CanMakeFileIn(const std::string& folder, TextEncoding encoding = TextEncoding::CodePage);
 

@@ -1,6 +1,7 @@
 // What can be found out about files on Linux.
 #include "platform/filefacts.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -44,6 +45,8 @@ FileKind KindOfFile(const std::string& path, TextEncoding /*encoding*/) {
 bool CanReadFile(const std::string& path, TextEncoding /*encoding*/) { return CanOpen(path, O_RDONLY); }
 
 bool CanWriteFile(const std::string& path, TextEncoding /*encoding*/) { return CanOpen(path, O_RDWR); }
+
+bool AreTooManyFilesOpen() { return !CanOpen("/", O_RDONLY) && (errno == EMFILE || errno == ENFILE); }
 
 bool CanMakeFileIn(const std::string& folder, TextEncoding /*encoding*/) {
     std::random_device random;

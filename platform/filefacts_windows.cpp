@@ -57,6 +57,8 @@ bool CanWriteFile(const std::string& path, TextEncoding encoding) {
     return OpenExisting({path, encoding}, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ) != nullptr;
 }
 
+bool AreTooManyFilesOpen() { return false; } // it has room for millions
+
 bool CanMakeFileIn(const std::string& folder, TextEncoding encoding) {
     wchar_t path[MAX_PATH] = L"";
     if (GetTempFileNameW(WideName(folder, encoding).Get(), L"IMG", 0, path) == 0) {

@@ -49,10 +49,15 @@ void WriteIntoFile(const std::string& path, const std::string& bytes);
 // Makes a file with this content, in the place of one that is there. Raises where it cannot be written.
 void WriteWholeFile(const std::string& path, const std::string& bytes);
 
-// As WriteWholeFile, but in one step: a failure leaves the file that is there as it was, and nothing beside it.
-void ReplaceWholeFile(const std::string& path, const std::string& bytes);
+// Who may read a file that is new; on Windows its folder says so.
+enum class Readers { AsUsual, OwnerOnly };
 
-// Adds bytes at the end of a file, and makes it if it is missing. Raises where it cannot.
+// As WriteWholeFile, but in one step, with the bytes on the disk by then: a failure leaves the file that is there as it
+// was, and nothing beside it. On Linux the file that is replaced hands on its permissions, and behind a link that file
+// is meant.
+void ReplaceWholeFile(const std::string& path, const std::string& bytes, Readers readers = Readers::AsUsual);
+
+// Adds bytes at the end of a file, and makes it if it is missing. Raises where it cannot, and then none are added.
 void AppendToFile(const std::string& path, const std::string& bytes);
 
 // Copies the bytes of a file to another name; should the source be hidden or read-only, the copy is not. A file of that

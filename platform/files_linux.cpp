@@ -1,17 +1,18 @@
 // Files and folders through the standard library and a few system calls.
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "platform/newfile_linux.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <fnmatch.h>
-#include <fstream>
-#include <iterator>
-#include <random>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace lumbrix {
 
@@ -21,24 +22,77 @@ namespace {
     throw RuntimeError(number, std::string(action) + " " + path + ": " + SystemReason(number));
 }
 
-void WriteAt(const std::string& path, const std::string& bytes, int flags) {
-    const int file = open(path.c_str(), O_CREAT | O_CLOEXEC | flags, 0666);
-    if (file < 0) {
-        Raise(errno, "cannot open", path);
+// A file that is closed when this goes. Raises where it cannot be opened.
+class OpenFile {
+  public:
+    OpenFile(const std::string& path, int flags) : file_(open(path.c_str(), flags | O_CLOEXEC, 0666)) {
+        if (file_ < 0) {
+            Raise(errno, "cannot open", path);
+        }
     }
-    const ssize_t written = write(file, bytes.data(), bytes.size());
-    const int number = errno;
-    close(file);
-    if (written != static_cast<ssize_t>(bytes.size())) {
-        Raise(number, "cannot write", path);
+    ~OpenFile() { Close(); }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    int Get() const { return file_; }
+
+    // Some file systems tell only now that they could not write. The error number, 0 for success.
+    int Close() { return file_ >= 0 && close(std::exchange(file_, -1)) != 0 ? errno : 0; }
+
+  private:
+    int file_;
+};
+
+void WriteAt(const std::string& path, const std::string& bytes, int flags) {
+    OpenFile file(path, O_CREAT | flags);
+    int error = WriteAllTo(file.Get(), bytes.data(), bytes.size());
+    if (error == 0) {
+        error = file.Close();
+    }
+    if (error != 0) {
+        Raise(error, "cannot write", path);
     }
 }
 
-std::string HexadecimalDigits() {
-    std::random_device random;
-    char digits[9];
-    std::snprintf(digits, sizeof digits, "%X", random() & 0xFFFFFFu);
-    return digits;
+// Takes back what was appended of a piece that did not fit, unless another program has gone on behind it.
+void TakeBack(int file, off_t sizeBefore) {
+    struct stat facts {};
+    const off_t end = lseek(file, 0, SEEK_CUR);
+    if (fstat(file, &facts) == 0 && facts.st_size == end && end > sizeBefore) {
+        (void)!ftruncate(file, sizeBefore);
+    }
+}
+
+// Copies up to the end of a file. The error number, 0 for success.
+int CopyAll(int from, NewFile& to) {
+    std::vector<char> buffer(std::size_t{1} << 18);
+    for (;;) {
+        const ssize_t count = read(from, buffer.data(), buffer.size());
+        if (count == 0) {
+            return 0;
+        }
+        const int error = count > 0 ? to.Append(buffer.data(), static_cast<std::size_t>(count)) : errno;
+        if (error != 0 && error != EINTR) {
+            return error;
+        }
+    }
+}
+
+int Copy(const std::string& source, const std::string& target) {
+    struct stat facts {};
+    if (stat(source.c_str(), &facts) != 0) {
+        return errno;
+    }
+    if (!S_ISREG(facts.st_mode)) {
+        return EINVAL;
+    }
+    const OpenFile from(source, O_RDONLY);
+    NewFile to(target);
+    int error = to.Open((facts.st_mode & 0777) | S_IWUSR);
+    if (error == 0) {
+        error = CopyAll(from.Get(), to);
+    }
+    return error == 0 ? to.Commit() : error;
 }
 
 // As FilesIn. Raises where the folder cannot be listed.
@@ -56,17 +110,6 @@ std::vector<std::string> List(const std::string& folder) {
         Raise(error.value(), "cannot list", folder);
     }
     return names;
-}
-
-// Sees to it that a file's bytes are on the disk. Gives back the error number, 0 for none.
-int FlushToDisk(const std::string& path) {
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (file < 0) {
-        return errno;
-    }
-    const int number = fsync(file) == 0 ? 0 : errno;
-    close(file);
-    return number;
 }
 
 } // namespace
@@ -121,30 +164,52 @@ void WriteIntoFile(const std::string& path, const std::string& bytes) { WriteAt(
 
 void WriteWholeFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_WRONLY | O_TRUNC); }
 
-void AppendToFile(const std::string& path, const std::string& bytes) { WriteAt(path, bytes, O_WRONLY | O_APPEND); }
+void AppendToFile(const std::string& path, const std::string& bytes) {
+    OpenFile file(path, O_CREAT | O_WRONLY | O_APPEND);
+    const off_t sizeBefore = lseek(file.Get(), 0, SEEK_END);
+    int error = WriteAllTo(file.Get(), bytes.data(), bytes.size());
+    if (error != 0) {
+        TakeBack(file.Get(), sizeBefore);
+    } else {
+        error = file.Close();
+    }
+    if (error != 0) {
+        Raise(error, "cannot write", path);
+    }
+}
+
+void ReplaceWholeFile(const std::string& path, const std::string& bytes, Readers readers) {
+    NewFile file(path);
+    int error = file.Open(readers == Readers::OwnerOnly ? 0600 : 0666);
+    if (error == 0) {
+        error = file.Append(bytes.data(), bytes.size());
+    }
+    if (error == 0) {
+        error = file.Commit();
+    }
+    if (error != 0) {
+        Raise(error, "cannot write", path);
+    }
+}
 
 void DuplicateFile(const std::string& source, const std::string& target) {
-    const std::string folder = target.substr(0, target.rfind(PathSeparator) + 1);
-    const std::string beside = folder + "IMG" + HexadecimalDigits() + ".tmp"; // short whatever the target's name
-    std::error_code error = std::make_error_code(std::errc::no_such_file_or_directory);
-    if (!target.empty() && std::filesystem::copy_file(source, beside, error)) {
-        error.assign(FlushToDisk(beside), std::generic_category());
-        if (!error) {
-            std::filesystem::rename(beside, target, error);
-        }
-    }
-    if (error) {
-        unlink(beside.c_str());
-        Raise(error.value(), "cannot copy to", target);
+    if (const int error = Copy(source, target); error != 0) {
+        Raise(error, "cannot copy to", target);
     }
 }
 
 std::string ReadFileContent(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        Raise(errno, "cannot read", path);
+    const OpenFile file(path, O_RDONLY);
+    std::string content;
+    char buffer[16384];
+    ssize_t count = 0;
+    while ((count = read(file.Get(), buffer, sizeof buffer)) != 0) {
+        if (count < 0 && errno != EINTR) {
+            Raise(errno, "cannot read", path);
+        }
+        content.append(buffer, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     }
-    return {std::istreambuf_iterator<char>(file), {}};
+    return content;
 }
 
 std::string TemporaryFolderPath() {

@@ -32,10 +32,18 @@ File Open(const std::string& path, DWORD access, DWORD creation) {
     return File(file);
 }
 
-void WriteAll(const File& file, const std::string& path, const std::string& bytes) {
+// False where not all bytes could be written, with the system's error.
+bool TryToWriteAll(const File& file, const std::string& bytes) {
     DWORD written = 0;
-    if (!WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) ||
-        written != bytes.size()) {
+    if (!WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)) {
+        return false;
+    }
+    SetLastError(ERROR_DISK_FULL); // for a disk may take a part without a word
+    return written == bytes.size();
+}
+
+void WriteAll(const File& file, const std::string& path, const std::string& bytes) {
+    if (!TryToWriteAll(file, bytes)) {
         Raise("cannot write", path);
     }
 }
@@ -178,8 +186,14 @@ void WriteWholeFile(const std::string& path, const std::string& bytes) {
 
 void AppendToFile(const std::string& path, const std::string& bytes) {
     const File file = Open(path, GENERIC_WRITE, OPEN_ALWAYS);
-    SetFilePointer(file.get(), 0, nullptr, FILE_END);
-    WriteAll(file, path, bytes);
+    const DWORD sizeBefore = SetFilePointer(file.get(), 0, nullptr, FILE_END);
+    if (!TryToWriteAll(file, bytes)) {
+        const DWORD error = GetLastError();
+        SetFilePointer(file.get(), static_cast<LONG>(sizeBefore), nullptr, FILE_BEGIN);
+        SetEndOfFile(file.get());
+        SetLastError(error);
+        Raise("cannot write", path);
+    }
 }
 
 void DuplicateFile(const std::string& source, const std::string& target) {

@@ -3,6 +3,7 @@
 
 #include "platform/errors.h"
 #include "platform/filefacts.h"
+#include "platform/files.h"
 
 #include <windows.h>
 
@@ -43,6 +44,10 @@ void ReplaceWholeFile(const std::string& path, const std::string& bytes, TextEnc
         throw RuntimeError(static_cast<int>(error),
                            "cannot write " + path + ": " + SystemReason(static_cast<int>(error)));
     }
+}
+
+void ReplaceWholeFile(const std::string& path, const std::string& bytes, Readers /*readers*/) {
+    ReplaceWholeFile(path, bytes, TextEncoding::CodePage);
 }
 
 } // namespace lumbrix

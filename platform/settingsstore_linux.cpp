@@ -38,6 +38,13 @@ std::string SettingsPath() { return SettingsFolder() + "settings"; }
 // What cannot be read, or not wholly, counts as empty.
 Settings ReadSettings() { return Settings::FromText(ReadSmallFile(SettingsPath())).value_or(Settings()); }
 
+// The same before a change. Raises where the file is there but cannot be read at this moment, for the change would make
+// an empty one of it.
+Settings ReadSettingsToChange() {
+    const std::string text = FileExists(SettingsPath()) ? ReadFileContent(SettingsPath()) : "";
+    return Settings::FromText(text).value_or(Settings());
+}
+
 // Keeps other processes from changing the settings meanwhile. Where that cannot be had it is gone without.
 class Lock {
   public:
@@ -66,10 +73,10 @@ template <class Change> std::int32_t ChangeSettings(Change change) {
         }
         MakeFolders(SettingsFolder());
         const Lock lock(SettingsFolder());
-        Settings settings = ReadSettings();
+        Settings settings = ReadSettingsToChange();
         status = change(settings);
         if (status == SettingsDone) {
-            ReplaceWholeFile(SettingsPath(), settings.Text());
+            ReplaceWholeFile(SettingsPath(), settings.Text(), Readers::OwnerOnly);
         }
     });
     return error ? SettingsCannotWrite : status;

@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <string_view>
 
 namespace {
 
@@ -38,13 +39,13 @@ std::string MimeWordOf(const Subject& subject, const lumbrix_job* job) {
     return MimeTypeForName(isNamed ? job->format : subject.destination);
 }
 
-void PutMessage(lumbrix_job& job, const std::string& message) {
+void PutMessage(lumbrix_job& job, std::string_view message) {
     const std::size_t length = std::min(message.size(), sizeof job.message - 1);
     std::copy_n(message.begin(), length, job.message);
     job.message[length] = 0;
 }
 
-int32_t Report(lumbrix_job* job, const Outcome& outcome, const std::string& message) {
+int32_t Report(lumbrix_job* job, const Outcome& outcome, std::string_view message) {
     if (job != nullptr) {
         const PixelSize size = outcome.result.width != 0 ? outcome.result : outcome.source;
         job->status = outcome.first.status;
@@ -57,7 +58,8 @@ int32_t Report(lumbrix_job* job, const Outcome& outcome, const std::string& mess
     return outcome.first.status;
 }
 
-int32_t ReportFailure(lumbrix_job* job, StatusValue status, const std::string& message) {
+// Takes no memory, for it may be what is missing.
+int32_t ReportFailure(lumbrix_job* job, StatusValue status, std::string_view message) {
     Outcome outcome;
     outcome.first.status = status;
     return Report(job, outcome, message);

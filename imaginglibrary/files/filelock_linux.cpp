@@ -27,7 +27,7 @@ bool LockForReading(int descriptor) {
 bool IsLocked(const std::string& path) {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) {
-        return false;
+        return errno != EACCES && errno != ENOENT;
     }
     struct flock lock = WholeFile(F_WRLCK);
     const bool isLocked = fcntl(descriptor, F_OFD_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;

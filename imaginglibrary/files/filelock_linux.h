@@ -9,7 +9,8 @@ namespace imaginglibrary {
 // systems without locks are no reason to refuse a picture.
 bool LockForReading(int descriptor);
 
-// Whether anybody holds the file. Asks without taking the lock, so that no reader or other saver meets one.
+// Whether anybody holds the file. Asks without taking the lock, so that no reader or other saver meets one. True too
+// where that cannot be found out, but for a file that may not be read.
 bool IsLocked(const std::string& path);
 
 } // namespace imaginglibrary

@@ -1,4 +1,5 @@
 // Reading on Linux: an advisory shared lock tells our own saves that the file is in use.
+#include "imaginglibrary/files/descriptor_linux.h"
 #include "imaginglibrary/files/filelock_linux.h"
 #include "imaginglibrary/files/inputfile.h"
 #include "imaginglibrary/files/path_linux.h"
@@ -7,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace imaginglibrary {
 
@@ -14,8 +16,22 @@ namespace {
 
 class LinuxInputFile : public InputFile {
   public:
-    explicit LinuxInputFile(int descriptor) : descriptor_(descriptor) {}
-    ~LinuxInputFile() override { close(descriptor_); }
+    ~LinuxInputFile() override {
+        if (descriptor_ >= 0) {
+            close(descriptor_);
+        }
+    }
+
+    Status OpenAt(const std::string& path) {
+        // Not blocking, for the path may name a pipe that nobody writes to.
+        descriptor_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+        if (descriptor_ < 0) {
+            return errno == ENOENT || errno == ENOTDIR ? Status::FileNotFound : Status::GenericError;
+        }
+        struct stat facts {};
+        const bool isRegular = fstat(descriptor_, &facts) == 0 && S_ISREG(facts.st_mode);
+        return isRegular && LockForReading(descriptor_) ? Status::Ok : Status::GenericError;
+    }
 
     // Asks anew each time, for another program may ignore the lock and cut the file short.
     std::uint64_t Size() const override {
@@ -24,43 +40,21 @@ class LinuxInputFile : public InputFile {
     }
 
     Result<std::size_t> ReadAt(std::uint64_t offset, void* buffer, std::size_t count) const override {
-        auto* to = static_cast<char*>(buffer);
-        std::size_t done = 0;
-        while (done < count) {
-            const ssize_t step = pread(descriptor_, to + done, count - done, static_cast<off_t>(offset + done));
-            if (step == 0) {
-                break;
-            }
-            if (step > 0) {
-                done += static_cast<std::size_t>(step);
-            } else if (errno != EINTR) {
-                return Status::Win32Error;
-            }
-        }
-        return done;
+        return ReadDescriptorAt(descriptor_, offset, buffer, count);
     }
 
   private:
-    int descriptor_;
+    int descriptor_ = -1;
 };
 
 } // namespace
 
 Result<std::shared_ptr<const InputFile>> InputFile::Open(const std::u16string& path) {
-    // Not blocking, for the path may name a pipe that nobody writes to.
-    const int descriptor = open(PathBytes(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
-        return errno == ENOENT || errno == ENOTDIR ? Status::FileNotFound : Status::GenericError;
+    auto file = std::make_shared<LinuxInputFile>();
+    if (const Status status = file->OpenAt(PathBytes(path)); status != Status::Ok) {
+        return status;
     }
-    std::shared_ptr<const InputFile> file = std::make_shared<LinuxInputFile>(descriptor);
-    struct stat facts {};
-    if (fstat(descriptor, &facts) != 0 || !S_ISREG(facts.st_mode)) {
-        return Status::GenericError;
-    }
-    if (!LockForReading(descriptor)) {
-        return Status::GenericError;
-    }
-    return file;
+    return std::shared_ptr<const InputFile>(std::move(file));
 }
 
 } // namespace imaginglibrary

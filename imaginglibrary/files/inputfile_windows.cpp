@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace imaginglibrary {
 
@@ -11,8 +12,22 @@ namespace {
 
 class WindowsInputFile : public InputFile {
   public:
-    explicit WindowsInputFile(HANDLE file) : file_(file) {}
-    ~WindowsInputFile() override { CloseHandle(file_); }
+    ~WindowsInputFile() override {
+        if (file_ != INVALID_HANDLE_VALUE) {
+            CloseHandle(file_);
+        }
+    }
+
+    Status OpenAt(const std::u16string& path) {
+        file_ = CreateFileW(reinterpret_cast<const wchar_t*>(path.c_str()), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (file_ == INVALID_HANDLE_VALUE) {
+            const DWORD error = GetLastError();
+            return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ? Status::FileNotFound
+                                                                                  : Status::GenericError;
+        }
+        return GetFileType(file_) == FILE_TYPE_DISK ? Status::Ok : Status::GenericError;
+    }
 
     std::uint64_t Size() const override {
         LARGE_INTEGER size{};
@@ -44,24 +59,17 @@ class WindowsInputFile : public InputFile {
     }
 
   private:
-    HANDLE file_;
+    HANDLE file_ = INVALID_HANDLE_VALUE;
 };
 
 } // namespace
 
 Result<std::shared_ptr<const InputFile>> InputFile::Open(const std::u16string& path) {
-    const HANDLE file = CreateFileW(reinterpret_cast<const wchar_t*>(path.c_str()), GENERIC_READ, FILE_SHARE_READ,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ? Status::FileNotFound
-                                                                              : Status::GenericError;
+    auto file = std::make_shared<WindowsInputFile>();
+    if (const Status status = file->OpenAt(path); status != Status::Ok) {
+        return status;
     }
-    std::shared_ptr<const InputFile> opened = std::make_shared<WindowsInputFile>(file);
-    if (GetFileType(file) != FILE_TYPE_DISK) {
-        return Status::GenericError;
-    }
-    return opened;
+    return std::shared_ptr<const InputFile>(std::move(file));
 }
 
 } // namespace imaginglibrary

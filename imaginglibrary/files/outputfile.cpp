@@ -2,6 +2,7 @@
 #include "imaginglibrary/files/outputfile.h"
 
 #include <algorithm>
+#include <new>
 
 namespace imaginglibrary {
 
@@ -23,11 +24,19 @@ Status OutputFile::WriteAt(std::uint64_t offset, const void* bytes, std::size_t 
         failure_ = DoWriteAt(offset, bytes, count);
         bufferStart_ = offset + count;
     } else {
-        const auto* from = static_cast<const std::uint8_t*>(bytes);
-        buffer_.insert(buffer_.end(), from, from + count);
+        Gather(static_cast<const std::uint8_t*>(bytes), count);
     }
     size_ = std::max<std::uint64_t>(size_, offset + count);
     return failure_;
+}
+
+// Codec libraries pass over single failures, so this one stays too.
+void OutputFile::Gather(const std::uint8_t* bytes, std::size_t count) {
+    try {
+        buffer_.insert(buffer_.end(), bytes, bytes + count);
+    } catch (const std::bad_alloc&) {
+        failure_ = Status::OutOfMemory;
+    }
 }
 
 Result<std::size_t> OutputFile::ReadAt(std::uint64_t offset, void* buffer, std::size_t count) {

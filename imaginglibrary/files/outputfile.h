@@ -54,6 +54,7 @@ class OutputFile {
     virtual Status DoCommit() = 0;
 
   private:
+    void Gather(const std::uint8_t* bytes, std::size_t count);
     Status Flush();
 
     Status failure_ = Status::Ok;

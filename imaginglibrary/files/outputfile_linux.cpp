@@ -1,6 +1,7 @@
 // Writing on Linux: an unnamed file in the target's folder, linked and renamed into place at the end.
 #include "imaginglibrary/files/outputfile.h"
 
+#include "imaginglibrary/files/descriptor_linux.h"
 #include "imaginglibrary/files/filelock_linux.h"
 #include "imaginglibrary/files/path_linux.h"
 #include "imaginglibrary/files/scratchfile_linux.h"
@@ -87,11 +88,7 @@ class LinuxOutputFile : public OutputFile {
     }
 
     Result<std::size_t> DoReadAt(std::uint64_t offset, void* buffer, std::size_t count) override {
-        const ssize_t read = pread(descriptor_, buffer, count, static_cast<off_t>(offset));
-        if (read < 0) {
-            return Status::Win32Error;
-        }
-        return static_cast<std::size_t>(read);
+        return ReadDescriptorAt(descriptor_, offset, buffer, count);
     }
 
     Status DoCommit() override {
@@ -124,13 +121,13 @@ class LinuxOutputFile : public OutputFile {
     bool MayGoOn(CommitStep step) const { return !gate_ || gate_(step); }
 
     bool GiveName() {
-        const std::string name = ScratchNameBeside(target_);
+        std::string name = ScratchNameBeside(target_);
         const std::string self = "/proc/self/fd/" + std::to_string(descriptor_);
         if (!MayGoOn(CommitStep::Name) ||
             linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0) {
             return false;
         }
-        scratchName_ = name;
+        scratchName_ = std::move(name);
         return true;
     }
 

@@ -7,6 +7,7 @@
 #include <dirent.h>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <random>
 #include <set>
 #include <string_view>
@@ -61,16 +62,19 @@ std::string ScratchNameBeside(const std::string& target) {
     return FolderOf(target) + "/" + std::string(Beginning) + std::to_string(random()) + std::string(End);
 }
 
-void SweepBeside(const std::string& target) {
-    const std::string folder = FolderOf(target);
-    if (!IsNew(folder)) {
-        return;
-    }
-    const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
-    for (const dirent* entry = nullptr; listing && (entry = readdir(listing.get())) != nullptr;) {
-        if (IsScratchName(entry->d_name)) {
-            DeleteIfLeft(folder + "/" + entry->d_name);
+void SweepBeside(const std::string& target) noexcept {
+    try {
+        const std::string folder = FolderOf(target);
+        if (!IsNew(folder)) {
+            return;
         }
+        const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
+        for (const dirent* entry = nullptr; listing && (entry = readdir(listing.get())) != nullptr;) {
+            if (IsScratchName(entry->d_name)) {
+                DeleteIfLeft(folder + "/" + entry->d_name);
+            }
+        }
+    } catch (const std::bad_alloc&) { // what is left stays until the next time
     }
 }
 

@@ -13,6 +13,6 @@ std::string ScratchNameBeside(const std::string& target);
 
 // Deletes files with such names from the target's folder that are older than a day and not in use. Looks once at each
 // folder: a save is killed in between so rarely that this will do.
-void SweepBeside(const std::string& target);
+void SweepBeside(const std::string& target) noexcept;
 
 } // namespace imaginglibrary

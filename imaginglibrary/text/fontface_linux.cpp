@@ -10,6 +10,7 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include <mutex>
+#include <new>
 #include <vector>
 
 namespace imaginglibrary {
@@ -51,6 +52,9 @@ const FcChar8* Bytes(const std::string& text) { return reinterpret_cast<const Fc
 // What is asked for, with what the system's rules add: other names for the family, metric-compatible ones among them.
 Pattern WantedPattern(const std::string& family, bool isBold, bool isItalic) {
     Pattern pattern(FcPatternCreate());
+    if (pattern == nullptr) {
+        throw std::bad_alloc();
+    }
     FcPatternAddString(pattern.get(), FC_FAMILY, Bytes(family));
     FcPatternAddInteger(pattern.get(), FC_WEIGHT, isBold ? FC_WEIGHT_BOLD : FC_WEIGHT_REGULAR);
     FcPatternAddInteger(pattern.get(), FC_SLANT, isItalic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
@@ -93,6 +97,9 @@ Pattern FindFont(const std::string& family, bool isBold, bool isItalic) {
 Pattern FindFontWith(char32_t character, const std::string& family, bool isBold, bool isItalic) {
     const Pattern wanted = WantedPattern(family, isBold, isItalic);
     FcCharSet* characters = FcCharSetCreate();
+    if (characters == nullptr) {
+        throw std::bad_alloc();
+    }
     FcCharSetAddChar(characters, character);
     FcPatternAddCharSet(wanted.get(), FC_CHARSET, characters);
     FcCharSetDestroy(characters);
@@ -103,6 +110,14 @@ Pattern FindFontWith(char32_t character, const std::string& family, bool isBold,
 int IntegerOf(FcPattern* font, const char* object, int otherwise) {
     int value = otherwise;
     return FcPatternGetInteger(font, object, 0, &value) == FcResultMatch ? value : otherwise;
+}
+
+// Whether a call of FreeType's worked. What fails for want of memory is no gap in a font.
+bool Worked(FT_Error error) {
+    if (error == FT_Err_Out_Of_Memory) {
+        throw std::bad_alloc();
+    }
+    return error == FT_Err_Ok;
 }
 
 // Collects what FreeType tells of an outline. Its y grows upwards.
@@ -146,9 +161,10 @@ class LinuxFontFace : public FontFace {
     static std::shared_ptr<const LinuxFontFace> Open(FcPattern* font, std::string family, bool isBold, bool isItalic) {
         auto face = std::make_shared<LinuxFontFace>();
         FcChar8* file = nullptr;
-        if (FT_Init_FreeType(&face->library_) != 0 || FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch ||
-            FT_New_Face(face->library_, reinterpret_cast<const char*>(file), IntegerOf(font, FC_INDEX, 0),
-                        &face->face_) != 0 ||
+        if (!Worked(FT_Init_FreeType(&face->library_)) ||
+            FcPatternGetString(font, FC_FILE, 0, &file) != FcResultMatch ||
+            !Worked(FT_New_Face(face->library_, reinterpret_cast<const char*>(file), IntegerOf(font, FC_INDEX, 0),
+                                &face->face_)) ||
             !FT_IS_SCALABLE(face->face_)) {
             return nullptr;
         }
@@ -196,7 +212,7 @@ class LinuxFontFace : public FontFace {
                 return other->GlyphOf(character);
             }
         }
-        if (FT_Load_Glyph(face_, index, FT_LOAD_NO_SCALE | FT_LOAD_NO_BITMAP) != 0) {
+        if (!Worked(FT_Load_Glyph(face_, index, FT_LOAD_NO_SCALE | FT_LOAD_NO_BITMAP))) {
             return {};
         }
         FT_Outline& outline = face_->glyph->outline;

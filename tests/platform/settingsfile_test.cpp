@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -262,14 +264,36 @@ TEST_F(SettingsFileOnDisk, WhatIsNoFileReadsAsEmpty) {
     EXPECT_EQ(Get("Name"), ""); // and is not waited for
 }
 
+// No file may grow while this lives, as on a full disk.
+class FullDisk {
+  public:
+    FullDisk() : signalBefore_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit none{0, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~FullDisk() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, signalBefore_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+  private:
+    rlimit before_{};
+    void (*signalBefore_)(int);
+};
+
 TEST_F(SettingsFileOnDisk, FailureToWriteIsTold) {
     Put(ValidFile);
     SettingsStore::Key key = 0;
     ASSERT_EQ(SystemSettings().OpenKey(RootOfUser, "A\\B", 0xF003F, key), 0);
-    const EnvironmentVariable nowhere("TMPDIR", "/nowhere");
-    EXPECT_EQ(SystemSettings().SetValue(key, "Name", 1, "new", 4), 1013);
-    EXPECT_EQ(SystemSettings().DeleteValue(key, "Name"), 1013);
-    EXPECT_EQ(SystemSettings().DeleteKey(RootOfUser, "A\\B"), 1013);
+    {
+        const FullDisk full;
+        EXPECT_EQ(SystemSettings().SetValue(key, "Name", 1, "new", 4), 1013);
+        EXPECT_EQ(SystemSettings().DeleteValue(key, "Name"), 1013);
+        EXPECT_EQ(SystemSettings().DeleteKey(RootOfUser, "A\\B"), 1013);
+    }
     SystemSettings().CloseKey(key);
     EXPECT_EQ(ReadBytes(File()), ValidFile);
 }

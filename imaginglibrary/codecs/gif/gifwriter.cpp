@@ -73,8 +73,8 @@ class GifOutput {
         return closed ? status_ : Failure();
     }
 
-    // Why a call to giflib failed: what the file says, if it was the file.
-    Status Failure() const { return status_ != Status::Ok ? status_ : Status::GenericError; }
+    // Why a call to giflib failed: what the file says, if it was the file, else memory.
+    Status Failure() const { return status_ != Status::Ok ? status_ : Status::OutOfMemory; }
 
   private:
     struct Closer {
@@ -85,7 +85,9 @@ class GifOutput {
     static int WriteBytes(GifFileType* gif, const GifByteType* bytes, int count) noexcept {
         auto& output = *static_cast<GifOutput*>(gif->UserData);
         try {
-            output.status_ = output.file_.Append(bytes, static_cast<std::size_t>(count));
+            if (output.status_ == Status::Ok) { // giflib goes on behind some failures
+                output.status_ = output.file_.Append(bytes, static_cast<std::size_t>(count));
+            }
         } catch (...) {
             output.status_ = Status::OutOfMemory;
         }

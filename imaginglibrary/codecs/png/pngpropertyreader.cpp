@@ -17,6 +17,7 @@
 #include <bit>
 #include <cstring>
 #include <iterator>
+#include <new>
 
 namespace imaginglibrary {
 
@@ -70,8 +71,8 @@ void PngPropertyReader::ReadChunk(std::string_view name, std::span<const std::ui
     ++chunksRead_;
     try {
         KeepChunk(name, content);
-    } catch (...) {
-        chunksRead_ = MaximumMetadataEntries; // memory is short, and items are not worth a failure
+    } catch (...) { // which must not travel through the C library
+        lacksMemory_ = true;
     }
 }
 
@@ -89,6 +90,9 @@ void PngPropertyReader::KeepChunk(std::string_view name, std::span<const std::ui
 }
 
 PropertyList PngPropertyReader::MakeProperties(const std::optional<PngStream::DotsPerUnit>& dots) {
+    if (lacksMemory_) {
+        throw std::bad_alloc();
+    }
     AddColors();
     if (dots) {
         AddDots(*dots, properties_);

@@ -36,6 +36,7 @@ class PngPropertyReader : public PngChunkReader {
     std::string packet_;                                      // XMP
     std::map<std::string, std::vector<std::uint8_t>> chunks_; // the first of each name, texts left aside
     std::size_t chunksRead_ = 0;
+    bool lacksMemory_ = false; // for what was read
     std::size_t bytesLeft_ = MaximumMetadataBytes;
     std::size_t bytesInVain_ = 0; // inflated, and then too long or broken
 };

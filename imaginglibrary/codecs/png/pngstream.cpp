@@ -19,7 +19,15 @@ void LeaveOnPngError(png_structp png, png_const_charp /*message*/) {
     static_cast<LibraryExit*>(png_get_error_ptr(png))->Leave(UndecodableContent);
 }
 
-void IgnorePngWarning(png_structp /*png*/, png_const_charp /*message*/) {}
+// libpng goes on without what it had no memory for, which would be lost without a word.
+void LeaveOnPngMemoryWarning(png_structp png, png_const_charp message) {
+    auto* const exit = static_cast<LibraryExit*>(png_get_error_ptr(png));
+    const bool isShort = std::strstr(message, "nsufficient memory") != nullptr || // with a small or a capital letter
+                         std::strstr(message, "ut of memory") != nullptr;
+    if (isShort) {
+        exit->Leave(Status::OutOfMemory);
+    }
+}
 
 PngStream::PngStream(std::shared_ptr<const InputFile> file) : bytes_(std::move(file)) {}
 
@@ -38,6 +46,7 @@ void PngStream::NoteWarning(png_structp png, png_const_charp message) {
     if (stream != nullptr && std::strstr(message, "CRC error") != nullptr) {
         stream->isChecksumWrong_ = true;
     }
+    LeaveOnPngMemoryWarning(png, message);
 }
 
 int PngStream::PassChunk(png_structp png, png_unknown_chunkp chunk) {

@@ -61,7 +61,7 @@ class PngWriter {
 
     Status Begin() {
         return exit_.Run([this] {
-            png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, &exit_, LeaveOnPngError, IgnorePngWarning);
+            png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, &exit_, LeaveOnPngError, LeaveOnPngMemoryWarning);
             if (png_ != nullptr) {
                 header_ = png_create_info_struct(png_);
             }

@@ -5,6 +5,7 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <fcntl.h>
 
 namespace imaginglibrary {
 
@@ -48,6 +49,11 @@ toff_t MovePosition(std::uint64_t& position, std::uint64_t size, toff_t offset, 
 int LeaveOpen(thandle_t) { return 0; }
 
 } // namespace
+
+void TiffDropper::operator()(TIFF* tiff) const {
+    TIFFSetMode(tiff, O_RDONLY);
+    TIFFClose(tiff);
+}
 
 // The functions libtiff calls. An exception must not travel through the C library.
 struct TiffInputCallbacks {
@@ -149,6 +155,14 @@ Result<std::unique_ptr<TiffOutput>> TiffOutput::Create(OutputFile& file, std::en
         return output->Failure();
     }
     return output;
+}
+
+Status TiffOutput::Failure() const {
+    constexpr std::uint64_t NearTheLongest = std::uint64_t{3} << 30; // which is 4 GiB
+    if (status_ != Status::Ok) {
+        return status_;
+    }
+    return file_.Size() > NearTheLongest ? Status::GenericError : Status::OutOfMemory;
 }
 
 Status TiffOutput::Finish() {

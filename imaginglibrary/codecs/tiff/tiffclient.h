@@ -15,6 +15,12 @@ struct TiffCloser {
     void operator()(TIFF* tiff) const { TIFFClose(tiff); }
 };
 
+// For a file that was given up, or is whole: libtiff would write what is held back of it, and falls over what a lack of
+// memory has left of that.
+struct TiffDropper {
+    void operator()(TIFF* tiff) const;
+};
+
 // A TIFF file open for reading, with the directory of its first picture read. Belongs to one thread at a time; any
 // number may be open on one file.
 class TiffInput {
@@ -47,8 +53,9 @@ class TiffOutput {
     // Writes the directory and whatever is still held back. The status of everything so far; the file is closed then.
     Status Finish();
 
-    // Why a call to libtiff failed: what the file says, if it was the file.
-    Status Failure() const { return status_ != Status::Ok ? status_ : Status::GenericError; }
+    // Why a call to libtiff failed: what the file says, if it was the file, GenericError for one that becomes longer
+    // than such files can be; else there was no memory.
+    Status Failure() const;
 
   private:
     friend struct TiffOutputCallbacks;
@@ -57,7 +64,7 @@ class TiffOutput {
     OutputFile& file_;
     std::uint64_t position_ = 0;
     Status status_ = Status::Ok;
-    std::unique_ptr<TIFF, TiffCloser> tiff_;
+    std::unique_ptr<TIFF, TiffDropper> tiff_;
 };
 
 } // namespace imaginglibrary

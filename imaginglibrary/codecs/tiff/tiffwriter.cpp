@@ -109,6 +109,19 @@ std::uint32_t RowsPerStrip(const PictureInfo& info, const TiffForm& form, std::s
         form.compression == COMPRESSION_JPEG ? (rows + JpegBlock - 1) / JpegBlock * JpegBlock : rows);
 }
 
+// libtiff does not say that it had no memory for a list, and falls over the missing list when it writes the directory.
+bool HoldsColorMap(TIFF* tiff) {
+    const std::uint16_t* colors[3] = {};
+    return TIFFGetField(tiff, TIFFTAG_COLORMAP, &colors[0], &colors[1], &colors[2]) == 1 && colors[0] != nullptr &&
+           colors[1] != nullptr && colors[2] != nullptr;
+}
+
+bool HoldsExtraSamples(TIFF* tiff) {
+    std::uint16_t count = 0;
+    const std::uint16_t* kinds = nullptr;
+    return TIFFGetField(tiff, TIFFTAG_EXTRASAMPLES, &count, &kinds) == 1 && kinds != nullptr;
+}
+
 bool SetColorMap(TIFF* tiff, const PictureInfo& info) {
     std::vector<std::uint16_t> red;
     std::vector<std::uint16_t> green;
@@ -118,7 +131,7 @@ bool SetColorMap(TIFF* tiff, const PictureInfo& info) {
         green.push_back(static_cast<std::uint16_t>(GreenOf(color) * 257));
         blue.push_back(static_cast<std::uint16_t>(BlueOf(color) * 257));
     }
-    return TIFFSetField(tiff, TIFFTAG_COLORMAP, red.data(), green.data(), blue.data()) == 1;
+    return TIFFSetField(tiff, TIFFTAG_COLORMAP, red.data(), green.data(), blue.data()) == 1 && HoldsColorMap(tiff);
 }
 
 bool SetResolution(TIFF* tiff, const Resolution& resolution) {
@@ -148,7 +161,7 @@ bool SetFields(TIFF* tiff, const PictureInfo& info, const TiffForm& form, int qu
     }
     if (form.samples == 4) {
         std::uint16_t kind = EXTRASAMPLE_UNASSALPHA;
-        isSet = isSet && TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &kind) == 1;
+        isSet = isSet && TIFFSetField(tiff, TIFFTAG_EXTRASAMPLES, 1, &kind) == 1 && HoldsExtraSamples(tiff);
     }
     if (form.photometric == PHOTOMETRIC_PALETTE) {
         isSet = isSet && SetColorMap(tiff, info);
