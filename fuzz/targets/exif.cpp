@@ -66,7 +66,8 @@ Property ItemFrom(fuzz::Choices& choices, const PropertyList& items) {
         item.tag = known.tag;
         item.type = known.type;
     }
-    item.value.assign(choices.Byte(), choices.Byte());
+    const std::size_t bytes = choices.Byte();
+    item.value.assign(bytes, choices.Byte());
     return item;
 }
 

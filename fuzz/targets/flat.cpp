@@ -15,7 +15,18 @@
 namespace {
 
 using namespace imaginglibrary;
-using tests::CallFlat;
+
+// A call whose arguments are taken from the input one after the other, which those of functions need not be.
+class FlatCall {
+  public:
+    template <class... Arguments> explicit FlatCall(const char* name, Arguments... arguments)
+        : status_(tests::CallFlat(name, arguments...)) {}
+
+    bool IsOk() const { return status_ == Status::Ok; }
+
+  private:
+    Status status_;
+};
 
 constexpr std::size_t MostCalls = 24;
 constexpr std::uint64_t MostPixels = std::uint64_t{1} << 20; // of a picture that is worked on
@@ -54,7 +65,7 @@ class Caller {
   public:
     Caller(fuzz::Choices& choices, std::string file) : choices_(choices), file_(std::move(file)) {
         const GdiplusStartupInput input{.gdiplusVersion = 1};
-        CallFlat("GdiplusStartup", &token_, &input, static_cast<GdiplusStartupOutput*>(nullptr));
+        FlatCall{"GdiplusStartup", &token_, &input, static_cast<GdiplusStartupOutput*>(nullptr)};
     }
 
     ~Caller() {
@@ -79,8 +90,8 @@ class Caller {
         GpImage* image = Image();
         std::uint32_t width = 0;
         std::uint32_t height = 0;
-        CallFlat("GdipGetImageWidth", image, &width);
-        CallFlat("GdipGetImageHeight", image, &height);
+        FlatCall{"GdipGetImageWidth", image, &width};
+        FlatCall{"GdipGetImageHeight", image, &height};
         return std::uint64_t{width} * height <= MostPixels ? image : nullptr;
     }
 
@@ -122,7 +133,7 @@ void Caller::Call() {
 
 void Caller::Load() {
     streams_.emplace_back(file_);
-    CallFlat("GdipLoadImageFromStream", static_cast<Stream*>(&streams_.back()), &NewImage());
+    FlatCall{"GdipLoadImageFromStream", static_cast<Stream*>(&streams_.back()), &NewImage()};
 }
 
 void Caller::CallOnImage(std::size_t which) {
@@ -135,32 +146,37 @@ void Caller::CallOnImage(std::size_t which) {
         const std::int32_t width = choices_.Length();
         const std::int32_t height = choices_.Length();
         if (std::int64_t{width} * height <= std::int64_t{MostPixels}) {
-            CallFlat("GdipCreateBitmapFromScan0", width, height, choices_.Length(), Format(),
-                     static_cast<const std::uint8_t*>(nullptr), &NewImage());
+            FlatCall{"GdipCreateBitmapFromScan0",
+                     width,
+                     height,
+                     choices_.Length(),
+                     Format(),
+                     static_cast<const std::uint8_t*>(nullptr),
+                     &NewImage()};
         }
         break;
     }
     case 3:
-        CallFlat("GdipCloneImage", Image(), &NewImage());
+        FlatCall{"GdipCloneImage", Image(), &NewImage()};
         break;
     case 4: {
         const std::array<std::int32_t, 4> area{choices_.Length(), choices_.Length(), choices_.Length(),
                                                choices_.Length()};
-        CallFlat("GdipCloneBitmapAreaI", area[0], area[1], area[2], area[3], Format(), Image(), &NewImage());
+        FlatCall{"GdipCloneBitmapAreaI", area[0], area[1], area[2], area[3], Format(), Image(), &NewImage()};
         break;
     }
     case 5:
-        CallFlat("GdipImageRotateFlip", SmallImage(), std::int32_t{choices_.Byte()} % 10 - 1);
+        FlatCall{"GdipImageRotateFlip", SmallImage(), std::int32_t{choices_.Byte()} % 10 - 1};
         break;
     case 6: {
         const std::uint32_t width = choices_.Byte();
         const std::uint32_t height = choices_.Byte();
-        CallFlat("GdipGetImageThumbnail", SmallImage(), width, height, &NewImage(), static_cast<void*>(nullptr),
-                 static_cast<void*>(nullptr));
+        FlatCall{"GdipGetImageThumbnail",    SmallImage(), width, height, &NewImage(), static_cast<void*>(nullptr),
+                 static_cast<void*>(nullptr)};
         break;
     }
     case 7:
-        CallFlat("GdipDisposeImage", Image());
+        FlatCall{"GdipDisposeImage", Image()};
         break;
     case 8:
         LockBits();
@@ -176,20 +192,20 @@ void Caller::CallOnImage(std::size_t which) {
         Save();
         break;
     case 13:
-        CallFlat("ImagingCarryMetadata", Image(), Image());
+        FlatCall{"ImagingCarryMetadata", Image(), Image()};
         break;
     case 14:
-        CallFlat("ImagingFitMetadata", Image());
-        CallFlat("ImagingClearOrientation", Image());
+        FlatCall{"ImagingFitMetadata", Image()};
+        FlatCall{"ImagingClearOrientation", Image()};
         break;
     case 15:
-        CallFlat("ImagingStripMetadata", Image(), std::int32_t{choices_.Coin()});
+        FlatCall{"ImagingStripMetadata", Image(), std::int32_t{choices_.Coin()}};
         break;
     case 16:
-        CallFlat("ImagingLayOverColor", Image(), choices_.Of<std::uint32_t>());
+        FlatCall{"ImagingLayOverColor", Image(), choices_.Of<std::uint32_t>()};
         break;
     default:
-        CallFlat("ImagingRefuseImageDamage", Image());
+        FlatCall{"ImagingRefuseImageDamage", Image()};
         break;
     }
 }
@@ -198,39 +214,50 @@ void Caller::CallOnSurface(std::size_t which) {
     switch (which) {
     case 0:
     case 1:
-        CallFlat("GdipGetImageGraphicsContext", SmallImage(), &PlaceIn(handles_.surfaces, choices_));
+        FlatCall{"GdipGetImageGraphicsContext", SmallImage(), &PlaceIn(handles_.surfaces, choices_)};
         break;
     case 2:
-        CallFlat("GdipDeleteGraphics", Surface());
+        FlatCall{"GdipDeleteGraphics", Surface()};
         break;
     case 3: {
         std::uint32_t number = 0;
-        CallFlat("GdipSaveGraphics", Surface(), &number);
+        FlatCall{"GdipSaveGraphics", Surface(), &number};
         break;
     }
     case 4:
-        CallFlat("GdipTranslateWorldTransform", Surface(), NumberFrom(choices_), NumberFrom(choices_),
-                 choices_.Coin() ? MatrixOrder::Append : MatrixOrder::Prepend);
+        FlatCall{"GdipTranslateWorldTransform", Surface(), NumberFrom(choices_), NumberFrom(choices_),
+                 choices_.Coin() ? MatrixOrder::Append : MatrixOrder::Prepend};
         break;
     case 5:
-        CallFlat("GdipRotateWorldTransform", Surface(), NumberFrom(choices_), MatrixOrder::Prepend);
+        FlatCall{"GdipRotateWorldTransform", Surface(), NumberFrom(choices_), MatrixOrder::Prepend};
         break;
     case 6:
-        CallFlat("GdipDrawImage", Surface(), SmallImage(), NumberFrom(choices_), NumberFrom(choices_));
+        FlatCall{"GdipDrawImage", Surface(), SmallImage(), NumberFrom(choices_), NumberFrom(choices_)};
         break;
     case 7: {
         const std::array<std::int32_t, 4> area{choices_.Length(), choices_.Length(), choices_.Length(),
                                                choices_.Length()};
-        CallFlat("GdipDrawImageRectI", Surface(), SmallImage(), area[0], area[1], area[2], area[3]);
+        FlatCall{"GdipDrawImageRectI", Surface(), SmallImage(), area[0], area[1], area[2], area[3]};
         break;
     }
     case 8: {
         std::array<std::int32_t, 8> areas;
         std::generate(areas.begin(), areas.end(), [&] { return choices_.Length(); });
-        CallFlat("GdipDrawImageRectRectI", Surface(), SmallImage(), areas[0], areas[1], areas[2], areas[3], areas[4],
-                 areas[5], areas[6], areas[7], choices_.Coin() ? Unit::Pixel : Unit::World,
-                 static_cast<const void*>(nullptr), static_cast<const void*>(nullptr),
-                 static_cast<const void*>(nullptr));
+        FlatCall{"GdipDrawImageRectRectI",
+                 Surface(),
+                 SmallImage(),
+                 areas[0],
+                 areas[1],
+                 areas[2],
+                 areas[3],
+                 areas[4],
+                 areas[5],
+                 areas[6],
+                 areas[7],
+                 choices_.Coin() ? Unit::Pixel : Unit::World,
+                 static_cast<const void*>(nullptr),
+                 static_cast<const void*>(nullptr),
+                 static_cast<const void*>(nullptr)};
         break;
     }
     case 9: {
@@ -239,18 +266,23 @@ void Caller::CallOnSurface(std::size_t which) {
             const std::int32_t x = choices_.Length();
             return FlatPoint{x, choices_.Length()};
         });
-        CallFlat("GdipDrawImagePointsI", Surface(), SmallImage(), static_cast<const FlatPoint*>(corners.data()),
-                 std::int32_t{3});
+        FlatCall{"GdipDrawImagePointsI", Surface(), SmallImage(), static_cast<const FlatPoint*>(corners.data()),
+                 std::int32_t{3}};
         break;
     }
     case 10:
-        CallFlat("GdipDrawEllipse", Surface(), OneOf(handles_.pens, choices_), NumberFrom(choices_),
-                 NumberFrom(choices_), NumberFrom(choices_), NumberFrom(choices_));
+        FlatCall{"GdipDrawEllipse",
+                 Surface(),
+                 OneOf(handles_.pens, choices_),
+                 NumberFrom(choices_),
+                 NumberFrom(choices_),
+                 NumberFrom(choices_),
+                 NumberFrom(choices_)};
         break;
     default: {
         const auto mode = std::int32_t{choices_.Byte()} % 10 - 1;
-        CallFlat("GdipSetInterpolationMode", Surface(), static_cast<InterpolationMode>(mode));
-        CallFlat("GdipSetSmoothingMode", Surface(), static_cast<SmoothingMode>(mode));
+        FlatCall{"GdipSetInterpolationMode", Surface(), static_cast<InterpolationMode>(mode)};
+        FlatCall{"GdipSetSmoothingMode", Surface(), static_cast<SmoothingMode>(mode)};
         break;
     }
     }
@@ -259,35 +291,43 @@ void Caller::CallOnSurface(std::size_t which) {
 void Caller::CallForText(std::size_t which) {
     switch (which) {
     case 0:
-        CallFlat("GdipCreateFontFamilyFromName", choices_.Coin() ? u"Liberation Sans" : u"liberation MONO",
-                 static_cast<void*>(nullptr), &PlaceIn(handles_.families, choices_));
+        FlatCall{"GdipCreateFontFamilyFromName", choices_.Coin() ? u"Liberation Sans" : u"liberation MONO",
+                 static_cast<void*>(nullptr), &PlaceIn(handles_.families, choices_)};
         break;
     case 1:
     case 2:
-        CallFlat("GdipCreateFont", OneOf(handles_.families, choices_), NumberFrom(choices_),
-                 std::int32_t{choices_.Byte()} % 17, static_cast<Unit>(choices_.Below(8)),
-                 &PlaceIn(handles_.fonts, choices_));
+        FlatCall{"GdipCreateFont",
+                 OneOf(handles_.families, choices_),
+                 NumberFrom(choices_),
+                 std::int32_t{choices_.Byte()} % 17,
+                 static_cast<Unit>(choices_.Below(8)),
+                 &PlaceIn(handles_.fonts, choices_)};
         break;
     case 3:
-        CallFlat("GdipCreateSolidFill", choices_.Of<Color>(), &PlaceIn(handles_.brushes, choices_));
-        CallFlat("GdipCreatePen1", choices_.Of<Color>(), NumberFrom(choices_), Unit::World,
-                 &PlaceIn(handles_.pens, choices_));
+        FlatCall{"GdipCreateSolidFill", choices_.Of<Color>(), &PlaceIn(handles_.brushes, choices_)};
+        FlatCall{"GdipCreatePen1", choices_.Of<Color>(), NumberFrom(choices_), Unit::World,
+                 &PlaceIn(handles_.pens, choices_)};
         break;
     case 4:
-        CallFlat("GdipDeleteFont", OneOf(handles_.fonts, choices_));
-        CallFlat("GdipDeleteFontFamily", OneOf(handles_.families, choices_));
+        FlatCall{"GdipDeleteFont", OneOf(handles_.fonts, choices_)};
+        FlatCall{"GdipDeleteFontFamily", OneOf(handles_.families, choices_)};
         break;
     case 5:
-        CallFlat("GdipDeletePen", OneOf(handles_.pens, choices_));
-        CallFlat("GdipDeleteBrush", OneOf(handles_.brushes, choices_));
+        FlatCall{"GdipDeletePen", OneOf(handles_.pens, choices_)};
+        FlatCall{"GdipDeleteBrush", OneOf(handles_.brushes, choices_)};
         break;
     default: {
         std::array<char16_t, 9> text{};
         std::generate_n(text.begin(), 8, [&] { return choices_.Of<char16_t>(); });
         const FlatRectangle at{NumberFrom(choices_), NumberFrom(choices_), 0, 0};
-        CallFlat("GdipDrawString", Surface(), static_cast<const char16_t*>(text.data()), std::int32_t{-1},
-                 OneOf(handles_.fonts, choices_), &at, static_cast<const void*>(nullptr),
-                 OneOf(handles_.brushes, choices_));
+        FlatCall{"GdipDrawString",
+                 Surface(),
+                 static_cast<const char16_t*>(text.data()),
+                 std::int32_t{-1},
+                 OneOf(handles_.fonts, choices_),
+                 &at,
+                 static_cast<const void*>(nullptr),
+                 OneOf(handles_.brushes, choices_)};
         break;
     }
     }
@@ -302,28 +342,27 @@ void Caller::LockBits() {
         data.stride = -data.stride;
     }
     GpImage* image = SmallImage();
-    CallFlat("GdipBitmapLockBits", image, &area, std::uint32_t{5}, Format(), &data);
-    CallFlat("GdipBitmapUnlockBits", image, &data);
+    FlatCall{"GdipBitmapLockBits", image, &area, std::uint32_t{5}, Format(), &data};
+    FlatCall{"GdipBitmapUnlockBits", image, &data};
 }
 
 void Caller::ReadProperties() {
     GpImage* image = Image();
     std::uint32_t bytes = 0;
     std::uint32_t count = 0;
-    if (CallFlat("GdipGetPropertySize", image, &bytes, &count) != Status::Ok) {
+    if (!FlatCall{"GdipGetPropertySize", image, &bytes, &count}.IsOk()) {
         return;
     }
     std::vector<std::uint8_t> block(std::max(bytes, 1u));
     std::vector<std::uint32_t> tags(std::max(count, 1u));
-    fuzz::Require(CallFlat("GdipGetAllPropertyItems", image, bytes, count, block.data()) == Status::Ok,
+    fuzz::Require(FlatCall{"GdipGetAllPropertyItems", image, bytes, count, block.data()}.IsOk(),
                   "items fit the size that was told");
-    fuzz::Require(CallFlat("GdipGetPropertyIdList", image, count, tags.data()) == Status::Ok, "tags can be listed");
+    fuzz::Require(FlatCall{"GdipGetPropertyIdList", image, count, tags.data()}.IsOk(), "tags can be listed");
     for (std::uint32_t i = 0; i < count; ++i) {
         std::uint32_t itemBytes = 0;
-        fuzz::Require(CallFlat("GdipGetPropertyItemSize", image, tags[i], &itemBytes) == Status::Ok &&
-                          itemBytes <= bytes,
+        fuzz::Require(FlatCall{"GdipGetPropertyItemSize", image, tags[i], &itemBytes}.IsOk() && itemBytes <= bytes,
                       "every item that is listed is there");
-        CallFlat("GdipGetPropertyItem", image, tags[i], itemBytes, block.data());
+        FlatCall{"GdipGetPropertyItem", image, tags[i], itemBytes, block.data()};
     }
 }
 
@@ -333,15 +372,15 @@ void Caller::SetProperty() {
     const std::uint32_t tag = choices_.Coin() ? Tags[choices_.Below(Tags.size())] : choices_.Of<std::uint32_t>();
     const PropertyItem item{tag, static_cast<std::uint32_t>(value.size()),
                             static_cast<std::uint16_t>(choices_.Below(14)), value.data()};
-    CallFlat("GdipSetPropertyItem", Image(), &item);
+    FlatCall{"GdipSetPropertyItem", Image(), &item};
 }
 
 void Caller::Save() {
     const std::array codecs{&tests::BmpCodec(),  &tests::JpegCodec(), &tests::GifCodec(),
                             &tests::TiffCodec(), &tests::PngCodec(),  &tests::IcoCodec()};
     fuzz::MemoryStream target;
-    CallFlat("GdipSaveImageToStream", SmallImage(), static_cast<Stream*>(&target),
-             &codecs[choices_.Below(codecs.size())]->classId, static_cast<const EncoderParameters*>(nullptr));
+    FlatCall{"GdipSaveImageToStream", SmallImage(), static_cast<Stream*>(&target),
+             &codecs[choices_.Below(codecs.size())]->classId, static_cast<const EncoderParameters*>(nullptr)};
     fuzz::Require(target.References() == 0, "a target is not kept");
 }
 
