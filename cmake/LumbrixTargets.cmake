@@ -43,6 +43,15 @@ if(LUMBRIX_SANITIZE)
     add_compile_options(-fsanitize=${LUMBRIX_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${LUMBRIX_SANITIZERS})
 endif()
+option(LUMBRIX_FUZZ "Tell a fuzzer which ways through the code an input takes; for Clang" OFF)
+if(LUMBRIX_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+option(LUMBRIX_COVERAGE "Count how often each line is run; for Clang" OFF)
+if(LUMBRIX_COVERAGE)
+    add_compile_options(-fprofile-instr-generate -fcoverage-mapping)
+    add_link_options(-fprofile-instr-generate)
+endif()
 
 # Reading the standard library takes longer than compiling most sources. Where this is on, libraries of many files read it
 # once. The plain native build reads every file on its own, so that a forgotten include shows.

@@ -5,6 +5,7 @@
 #include "imaginglibrary/core/rowpump.h"
 
 #include <cstring>
+#include <new>
 
 namespace imaginglibrary {
 
@@ -32,7 +33,12 @@ class BitmapRows : public RowReader {
 } // namespace
 
 Bitmap::Bitmap(PictureInfo info)
-    : info_(std::move(info)), rowBytes_(BytesPerRow(info_.format, info_.width)), bytes_(rowBytes_ * info_.height) {}
+    : info_(std::move(info)), rowBytes_(BytesPerRow(info_.format, info_.width)),
+      bytes_(static_cast<std::uint8_t*>(std::calloc(info_.height, rowBytes_))) {
+    if (bytes_ == nullptr) {
+        throw std::bad_alloc();
+    }
+}
 
 Status Bitmap::CheckSize(const PictureInfo& info) {
     if (!IsAcceptableSize(info.width, info.height) || BitsPerPixel(info.format) == 0) {

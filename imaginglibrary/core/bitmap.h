@@ -5,8 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
-#include <vector>
 
 namespace imaginglibrary {
 
@@ -28,16 +28,21 @@ class Bitmap : public PixelSource, public std::enable_shared_from_this<Bitmap> {
     Result<std::unique_ptr<RowReader>> OpenRowsFromBottom() const override;
 
     std::size_t RowBytes() const { return rowBytes_; }
-    std::uint8_t* Row(std::uint32_t y) { return bytes_.data() + rowBytes_ * y; }
-    const std::uint8_t* Row(std::uint32_t y) const { return bytes_.data() + rowBytes_ * y; }
+    std::uint8_t* Row(std::uint32_t y) { return bytes_.get() + rowBytes_ * y; }
+    const std::uint8_t* Row(std::uint32_t y) const { return bytes_.get() + rowBytes_ * y; }
 
   private:
+    struct FreeMemory {
+        void operator()(std::uint8_t* bytes) const { std::free(bytes); }
+    };
+
     explicit Bitmap(PictureInfo info);
     static Status CheckSize(const PictureInfo& info);
 
     PictureInfo info_;
     std::size_t rowBytes_;
-    std::vector<std::uint8_t> bytes_;
+    // Zero until it is written to, and until then hardly any memory: a picture may promise more than comes.
+    std::unique_ptr<std::uint8_t[], FreeMemory> bytes_;
 };
 
 } // namespace imaginglibrary

@@ -1,6 +1,7 @@
 // What a GIF file holds besides the pixels of its first image.
 #include "imaginglibrary/codecs/gif/gifcontents.h"
 
+#include "imaginglibrary/codecs/gif/gifblocks.h"
 #include "imaginglibrary/codecs/metadata/exiftags.h"
 #include "imaginglibrary/codecs/metadata/xmp.h"
 #include "imaginglibrary/core/bytes.h"
@@ -9,6 +10,7 @@
 #include <gif_lib.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -26,7 +28,6 @@ constexpr std::uint32_t TransparentTag = 0x5104;
 
 constexpr std::string_view LoopApplication = "NETSCAPE2.0";
 
-constexpr std::size_t DescriptorBytes = 9; // of an image
 constexpr std::size_t ControlBytes = 4;
 constexpr std::size_t LoopBytes = 3;
 
@@ -64,14 +65,10 @@ class GifScanner {
 
     // False at the end of the file, or where it cannot be made out any more.
     bool ReadRecord() {
-        GifRecordType record = UNDEFINED_RECORD_TYPE;
-        if (DGifGetRecordType(gif_.get(), &record) != GIF_OK) {
-            return false;
-        }
-        switch (record) {
-        case IMAGE_DESC_RECORD_TYPE:
+        switch (reader_.ReadByte()) {
+        case GifImageMark:
             return ReadImage();
-        case EXTENSION_RECORD_TYPE:
+        case GifExtensionMark:
             return ReadExtension();
         default:
             return false;
@@ -80,9 +77,8 @@ class GifScanner {
 
     // An image counts once its descriptor is there.
     bool ReadImage() {
-        const std::uint64_t start = reader_.Position();
-        const bool isWhole = DGifGetImageHeader(gif_.get()) == GIF_OK;
-        if (reader_.Position() - start < DescriptorBytes) {
+        std::array<std::uint8_t, GifDescriptorBytes> descriptor;
+        if (reader_.Read(descriptor.data(), descriptor.size()) != descriptor.size()) {
             return false;
         }
         if (delays_.empty()) {
@@ -91,37 +87,42 @@ class GifScanner {
         delays_.push_back(delay_);
         delay_ = 0;
         transparent_.reset();
-        return isWhole && PassOverPixels();
-    }
-
-    bool PassOverPixels() {
-        int codeSize = 0;
-        GifByteType* block = nullptr;
-        bool isRead = DGifGetCode(gif_.get(), &codeSize, &block) == GIF_OK;
-        while (isRead && block != nullptr) {
-            isRead = DGifGetCodeNext(gif_.get(), &block) == GIF_OK;
-        }
-        return isRead;
+        constexpr std::size_t EntryBytes = 3;
+        reader_.Seek(reader_.Position() + EntryBytes * GifPaletteEntries(descriptor.back()));
+        const bool hasCodeSize = reader_.ReadByte() >= 0;
+        return hasCodeSize && PassOverGifBlocks(reader_);
     }
 
     bool ReadExtension() {
-        int kind = 0;
-        GifByteType* block = nullptr; // its first byte is its length
-        bool isRead = DGifGetExtension(gif_.get(), &kind, &block) == GIF_OK;
+        const int kind = reader_.ReadByte();
         std::string content;
-        std::size_t most = kind == COMMENT_EXT_FUNC_CODE ? MaximumCommentBytes : MostOtherBytes;
+        const bool isRead = ReadContent(kind, content);
+        KeepExtension(kind, content);
+        return isRead;
+    }
+
+    // No more of it than anybody wants to know.
+    bool ReadContent(int kind, std::string& content) {
+        std::size_t most = MostOtherBytes;
+        if (kind == COMMENT_EXT_FUNC_CODE) {
+            most = comment_.empty() ? MaximumCommentBytes : 0;
+        }
         std::size_t skipped = 1; // bytes of a block: its length
-        while (isRead && block != nullptr) {
-            content.append(reinterpret_cast<const char*>(block) + skipped,
-                           std::min<std::size_t>(block[0] + 1 - skipped, most - content.size()));
+        std::array<char, 1 + GifMostBlockBytes> block;
+        while (content.size() < most) {
+            const int length = reader_.ReadByte();
+            const auto count = static_cast<std::size_t>(std::max(length, 0));
+            if (length <= 0 || reader_.Read(&block[1], count) != count) {
+                return length == 0;
+            }
+            block[0] = static_cast<char>(length);
+            content.append(block.data() + skipped, std::min(count + 1 - skipped, most - content.size()));
             if (kind == APPLICATION_EXT_FUNC_CODE && content == GifXmpApplication && packet_.empty()) {
                 skipped = 0; // the packet itself is read as lengths and blocks
                 most = GifXmpApplication.size() + MaximumCarriedBytes + GifXmpTrailerBytes;
             }
-            isRead = DGifGetExtensionNext(gif_.get(), &block) == GIF_OK;
         }
-        KeepExtension(kind, content);
-        return isRead;
+        return PassOverGifBlocks(reader_);
     }
 
     void KeepExtension(int kind, const std::string& content) {

@@ -116,7 +116,7 @@ class GifLines {
     Status ReadAllLines() {
         const std::uint32_t width = Header().width;
         const std::uint32_t height = Header().height;
-        if (std::uint64_t{width} * height > MaximumPictureBytes) {
+        if (std::uint64_t{width} * height > MaximumPictureBytesOf(stream_->FileBytes())) {
             return Status::OutOfMemory;
         }
         lines_.resize(height);

@@ -1,8 +1,10 @@
 // A GIF file open at the pixels of its first image.
 #include "imaginglibrary/codecs/gif/gifstream.h"
 
+#include "imaginglibrary/codecs/gif/gifblocks.h"
 #include "imaginglibrary/core/bytes.h"
 
+#include <algorithm>
 #include <array>
 
 namespace imaginglibrary {
@@ -41,44 +43,38 @@ std::unique_ptr<GifStream> GifStream::Open(const std::shared_ptr<const InputFile
 }
 
 bool GifStream::ReadHeader() {
-    GifRecordType record = UNDEFINED_RECORD_TYPE;
-    while (DGifGetRecordType(gif_.get(), &record) == GIF_OK) {
-        if (record == IMAGE_DESC_RECORD_TYPE) {
+    for (;;) {
+        const int mark = reader_.ReadByte();
+        if (mark == GifImageMark) {
             return ReadDescriptor();
         }
-        if (record != EXTENSION_RECORD_TYPE || !ReadExtension()) {
+        if (mark != GifExtensionMark || !ReadExtension()) {
             return false;
         }
     }
-    return false;
 }
 
 bool GifStream::ReadExtension() {
-    int code = 0;
-    GifByteType* block = nullptr; // its first byte is its length
-    if (DGifGetExtension(gif_.get(), &code, &block) != GIF_OK) {
-        return false;
-    }
-    GraphicsControlBlock control;
-    if (code == GRAPHICS_EXT_FUNC_CODE && block != nullptr &&
-        DGifExtensionToGCB(block[0], block + 1, &control) == GIF_OK) {
-        header_.transparent.reset();
-        if (control.TransparentColor != NO_TRANSPARENT_COLOR) {
-            header_.transparent = control.TransparentColor;
+    if (reader_.ReadByte() == GRAPHICS_EXT_FUNC_CODE) {
+        const std::uint64_t start = reader_.Position();
+        std::array<std::uint8_t, GifMostBlockBytes> block;
+        const auto length = static_cast<std::size_t>(std::max(reader_.ReadByte(), 0));
+        GraphicsControlBlock control;
+        if (reader_.Read(block.data(), length) == length &&
+            DGifExtensionToGCB(length, block.data(), &control) == GIF_OK) {
+            header_.transparent.reset();
+            if (control.TransparentColor != NO_TRANSPARENT_COLOR) {
+                header_.transparent = control.TransparentColor;
+            }
         }
+        reader_.Seek(start);
     }
-    while (block != nullptr) {
-        if (DGifGetExtensionNext(gif_.get(), &block) != GIF_OK) {
-            return false;
-        }
-    }
-    return true;
+    return PassOverGifBlocks(reader_);
 }
 
 bool GifStream::ReadDescriptor() {
-    constexpr unsigned HasPalette = 0x80;
     constexpr unsigned IsInterlaced = 0x40;
-    std::array<std::uint8_t, 9> bytes;
+    std::array<std::uint8_t, GifDescriptorBytes> bytes;
     if (reader_.Read(bytes.data(), bytes.size()) != bytes.size()) {
         return false;
     }
@@ -88,11 +84,11 @@ bool GifStream::ReadDescriptor() {
     header_.top = LittleEndian16(&bytes[2]);
     header_.width = LittleEndian16(&bytes[4]);
     header_.height = LittleEndian16(&bytes[6]);
-    const unsigned flags = bytes[8];
+    const std::uint8_t flags = bytes[8];
     header_.isInterlaced = (flags & IsInterlaced) != 0;
     header_.palette = PaletteOf(gif_->SColorMap);
-    if ((flags & HasPalette) != 0) {
-        ReadPalette(std::size_t{2} << (flags & 7));
+    if (const std::size_t entries = GifPaletteEntries(flags); entries != 0) {
+        ReadPalette(entries);
     }
     const int pixelBits = reader_.ReadByte();
     if (pixelBits < 0 || pixelBits >= static_cast<int>(GifPixels::MostCodeBits)) {

@@ -26,13 +26,15 @@ struct GifHeader {
     std::optional<int> transparent; // index, from the control extension before the image
 };
 
-// giflib reads what stands before the image, for it is strict about the pixels. Belongs to one thread at a time.
+// giflib reads the screen. Belongs to one thread at a time.
 class GifStream {
   public:
     // Null where the file is broken before its first pixel, or has none.
     static std::unique_ptr<GifStream> Open(const std::shared_ptr<const InputFile>& file);
 
     const GifHeader& Header() const { return header_; }
+
+    std::uint64_t FileBytes() const { return fileBytes_; }
 
     // The next line as the file has them, an index per pixel of the image's width. Gives back how many there are: fewer
     // where the data are broken or end before the last pixel; what should stand behind that may be missing.
@@ -46,7 +48,7 @@ class GifStream {
         void operator()(GifFileType* gif) const { DGifCloseFile(gif, nullptr); }
     };
 
-    explicit GifStream(const std::shared_ptr<const InputFile>& file) : reader_(file) {}
+    explicit GifStream(const std::shared_ptr<const InputFile>& file) : fileBytes_(file->Size()), reader_(file) {}
 
     static int ReadBytes(GifFileType* gif, GifByteType* to, int count) noexcept;
     bool ReadHeader();
@@ -54,6 +56,7 @@ class GifStream {
     bool ReadDescriptor();
     void ReadPalette(std::size_t entries);
 
+    std::uint64_t fileBytes_;
     ByteReader reader_;
     GifHeader header_;
     std::unique_ptr<GifFileType, Closer> gif_;

@@ -75,6 +75,12 @@ Result<PictureInfo> InfoOf(const jpeg_decompress_struct& header, unsigned eighth
     return info;
 }
 
+// Whether there may be enough in a file of this length: what is missing is shown in grey, which must not cost an hour.
+bool HasEnough(const PictureInfo& info, std::uint64_t fileBytes) {
+    const std::uint64_t pixels = std::uint64_t{info.width} * info.height;
+    return pixels <= MaximumEmptyScreenPixels || pixels / MaximumJpegPixelsPerByte <= fileBytes;
+}
+
 // A file that is read by several pictures, and its damage.
 struct JpegSource {
     std::shared_ptr<const InputFile> file;
@@ -231,6 +237,9 @@ Result<std::unique_ptr<Decoder>> OpenJpeg(std::shared_ptr<const InputFile> file)
     auto info = InfoOf((*stream)->Header(), FullSize);
     if (!info.Ok()) {
         return info.GetStatus();
+    }
+    if (!HasEnough(*info, file->Size())) {
+        return Status::InvalidParameter;
     }
     auto properties = ReadJpegProperties((*stream)->Header(), (*stream)->ColorProfile());
     info->resolution = ResolutionOr(info->resolution, properties);

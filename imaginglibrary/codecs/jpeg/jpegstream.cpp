@@ -53,7 +53,7 @@ Result<std::unique_ptr<JpegStream>> JpegStream::Open(std::shared_ptr<const Input
 
 Status JpegStream::Start(J_COLOR_SPACE colorSpace, unsigned eighths, std::shared_ptr<FileDamage> damage) {
     const bool hasSeveralScans = jpeg_has_multiple_scans(&info_) != FALSE;
-    if (hasSeveralScans && CoefficientBytes() > MaximumPictureBytes) {
+    if (hasSeveralScans && CoefficientBytes() > MaximumPictureBytesOf(file_->Size())) {
         return Status::OutOfMemory;
     }
     eighths_ = eighths;
@@ -76,12 +76,16 @@ Status JpegStream::Start(J_COLOR_SPACE colorSpace, unsigned eighths, std::shared
 }
 
 Status JpegStream::ReadScans() {
-    const Status status = errors_.Run([this] {
+    std::uint64_t scanBlocks = BlocksOfScan(); // of all scans so far
+    const Status status = errors_.Run([this, &scanBlocks] {
         const auto endsHere = [this] { return endedEarly_ && info_.arith_code; };
         for (int reached = JPEG_REACHED_SOS; reached != JPEG_REACHED_EOI && !endsHere();) {
             reached = jpeg_consume_input(&info_);
             // A scan can be a few bytes long and still cost a pass over the whole picture.
-            if (info_.input_scan_number > MaximumJpegScans) {
+            if (reached == JPEG_REACHED_SOS) {
+                scanBlocks += BlocksOfScan();
+            }
+            if (info_.input_scan_number > MaximumJpegScans || scanBlocks > MaximumJpegScanBlocks) {
                 errors_.Leave(UndecodableContent);
             }
             if (reached == JPEG_ROW_COMPLETED || reached == JPEG_SCAN_COMPLETED) {
@@ -206,6 +210,16 @@ std::uint64_t JpegStream::BytesUsed() const {
     constexpr std::uint64_t MarkerBytes = 2;
     const std::uint64_t inBuffer = endedEarly_ ? 0 : source_.bytes_in_buffer;
     return position_ - inBuffer - (info_.unread_marker != 0 && !endedEarly_ ? MarkerBytes : 0);
+}
+
+// Those of the components that the scan has, each once.
+std::uint64_t JpegStream::BlocksOfScan() const {
+    std::uint64_t blocks = 0;
+    for (int i = 0; i < info_.comps_in_scan; ++i) {
+        const jpeg_component_info& component = *info_.cur_comp_info[i];
+        blocks += std::uint64_t{component.width_in_blocks} * component.height_in_blocks;
+    }
+    return blocks;
 }
 
 std::uint64_t JpegStream::CoefficientBytes() const {

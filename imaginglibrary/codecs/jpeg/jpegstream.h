@@ -65,6 +65,7 @@ class JpegStream {
     void MeetEnd();
     Status ReadScans();
     std::uint64_t BytesUsed() const;
+    std::uint64_t BlocksOfScan() const;
     std::uint64_t CoefficientBytes() const;
     bool HasAllScans() const;
 

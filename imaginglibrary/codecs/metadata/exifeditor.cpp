@@ -56,13 +56,17 @@ bool ExifEditor::ReadDirectory(Place place, std::size_t pointerAt) {
     if (at == 0) {
         return true;
     }
-    const bool isTaken = std::ranges::any_of(directories_, [=](const Directory& other) { return other.at == at; });
-    if (at < TiffHeaderBytes || isTaken || !IsWithin(at, CountBytes)) {
+    if (at < TiffHeaderBytes || !IsWithin(at, CountBytes)) {
+        return false;
+    }
+    const std::size_t entries = Get16(at);
+    const std::size_t bytes = BytesOfDirectory(entries);
+    if (entries > MaximumMetadataEntries || !IsWithin(at, bytes) || HoldsDirectory(at, bytes)) {
         return false;
     }
     directory.at = at;
-    directory.entries = Get16(at);
-    return directory.entries <= MaximumMetadataEntries && IsWithin(at, BytesOfDirectory(directory.entries));
+    directory.entries = entries;
+    return true;
 }
 
 bool ExifEditor::ReadPointedTo(Place from, std::uint16_t tag, Place to) {
@@ -86,9 +90,9 @@ void ExifEditor::Set(Property item) {
         const std::uint64_t size =
             std::uint64_t{Get32(old + ElementsAt)} * ElementBytes(static_cast<PropertyType>(Get16(old + TypeAt)));
         oldAt = Get32(old + FieldAt);
-        room = size > TiffInlineBytes && size <= block_.size() && IsWithin(oldAt, static_cast<std::size_t>(size))
-                   ? static_cast<std::size_t>(size)
-                   : 0;
+        const bool isWhole =
+            size > TiffInlineBytes && size <= block_.size() && IsWithin(oldAt, static_cast<std::size_t>(size));
+        room = isWhole && !HoldsDirectory(oldAt, static_cast<std::size_t>(size)) ? static_cast<std::size_t>(size) : 0;
     }
     Put16(entry.data(), old != 0 ? Get16(old) : FileTagOf(item.tag));
     Put16(&entry[TypeAt], static_cast<std::uint16_t>(item.type));
@@ -179,13 +183,17 @@ void ExifEditor::DropThumbnail() {
     }
 }
 
-// Overwrites what no directory stands in.
-void ExifEditor::Erase(std::size_t at, std::size_t bytes) {
-    const auto overlaps = [=](const Directory& directory) {
+// Whether a part of any directory stands there.
+bool ExifEditor::HoldsDirectory(std::size_t at, std::size_t bytes) const {
+    return std::ranges::any_of(directories_, [=](const Directory& directory) {
         return directory.at != 0 && at < directory.at + BytesOfDirectory(directory.entries) &&
                directory.at < at + bytes;
-    };
-    if (at >= TiffHeaderBytes && IsWithin(at, bytes) && std::ranges::none_of(directories_, overlaps)) {
+    });
+}
+
+// Overwrites what no directory stands in.
+void ExifEditor::Erase(std::size_t at, std::size_t bytes) {
+    if (at >= TiffHeaderBytes && IsWithin(at, bytes) && !HoldsDirectory(at, bytes)) {
         std::fill_n(block_.begin() + static_cast<std::ptrdiff_t>(at), bytes, std::uint8_t{0});
     }
 }

@@ -14,7 +14,7 @@ namespace imaginglibrary {
 // others; DropThumbnail and Remove at any time.
 class ExifEditor {
   public:
-    // Nothing for a block whose directories are not all whole.
+    // Nothing for a block whose directories are not all whole, or stand in each other.
     static std::optional<ExifEditor> Open(std::vector<std::uint8_t> block);
 
     // Gives an item its value, whether the block has it or not. One that has no place in a block is passed over.
@@ -58,6 +58,7 @@ class ExifEditor {
     bool IsWithin(std::size_t at, std::size_t bytes) const {
         return at <= block_.size() && bytes <= block_.size() - at;
     }
+    bool HoldsDirectory(std::size_t at, std::size_t bytes) const;
     std::size_t EntryAt(const Directory& directory, std::size_t index) const;
     std::size_t FindEntry(Place place, std::uint16_t tag) const;
     std::size_t FindItem(std::uint32_t itemTag) const;

@@ -7,6 +7,7 @@
 #include "imaginglibrary/codecs/png/pngrawrows.h"
 #include "imaginglibrary/codecs/png/pngstream.h"
 #include "imaginglibrary/core/bitmap.h"
+#include "imaginglibrary/core/limits.h"
 
 #include <optional>
 #include <utility>
@@ -56,7 +57,11 @@ class PngRows : public RowReader {
 };
 
 // Each pass fills in some pixels of the whole picture.
-Result<std::unique_ptr<RowReader>> ReadPasses(PngStream& stream, int passes, const PictureInfo& info) {
+Result<std::unique_ptr<RowReader>> ReadPasses(PngStream& stream, int passes, const PictureInfo& info,
+                                              std::uint64_t fileBytes) {
+    if (std::uint64_t{BytesPerRow(info.format, info.width)} * info.height > MaximumPictureBytesOf(fileBytes)) {
+        return Status::OutOfMemory;
+    }
     auto bitmap = Bitmap::Create(info);
     if (!bitmap.Ok()) {
         return bitmap.GetStatus();
@@ -96,7 +101,7 @@ class PngPicture : public Decoder {
             return passes.GetStatus();
         }
         if (*passes > 1) {
-            return ReadPasses(**stream, *passes, info_);
+            return ReadPasses(**stream, *passes, info_, file_->Size());
         }
         return std::unique_ptr<RowReader>(std::make_unique<PngRows>(std::move(*stream), file_, layout));
     }

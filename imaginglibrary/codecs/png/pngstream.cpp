@@ -57,6 +57,9 @@ int PngStream::PassChunk(png_structp png, png_unknown_chunkp chunk) {
         return IsAnError;
     }
     auto* stream = static_cast<PngStream*>(png_get_user_chunk_ptr(png));
+    if (++stream->chunksPassed_ > MaximumPngChunks) {
+        return IsAnError;
+    }
     if (!std::exchange(stream->isChecksumWrong_, false)) {
         constexpr std::size_t NameBytes = 4;
         stream->chunks_->ReadChunk({reinterpret_cast<const char*>(chunk->name), NameBytes}, {chunk->data, chunk->size});

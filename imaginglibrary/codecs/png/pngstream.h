@@ -71,6 +71,7 @@ class PngStream {
 
     ByteReader bytes_;
     PngChunkReader* chunks_ = nullptr; // only while Open is under way
+    std::size_t chunksPassed_ = 0;     // to it
     bool isChecksumWrong_ = false;     // of the chunk that comes next
     LibraryExit exit_;
     png_structp png_ = nullptr;
