@@ -110,13 +110,13 @@ TEST(BlendRounding, ChannelsOfSixteenBitsAreRoundedOnce) {
 
 TEST(BlendRounding, PremultipliedPixelsAddTheRoundedRestOfWhatIsBelow) {
     for (unsigned alpha = 1; alpha < 256; ++alpha) {
-        std::array<std::uint8_t, 4> target{1, 127, 254, 90};
+        std::array<std::uint8_t, 4> target{200, 127, 254, 90};
         BlendPremultipliedInto(target, PixelFormat::Pargb32, {alpha / 2, alpha, 255, alpha});
-        EXPECT_EQ(target[0], alpha / 2 + Rounded(1 * (255.0 - alpha) / 255)) << alpha;
+        EXPECT_EQ(target[0], alpha / 2 + Rounded(200 * (255.0 - alpha) / 255)) << alpha;
         EXPECT_EQ(target[1], alpha + Rounded(127 * (255.0 - alpha) / 255)) << alpha;
         EXPECT_EQ(target[2], alpha + Rounded(254 * (255.0 - alpha) / 255)) << "a colour above its alpha, " << alpha;
         EXPECT_EQ(target[3], alpha + Rounded(90 * (255.0 - alpha) / 255)) << alpha;
-        std::array<std::uint8_t, 3> narrow{1, 127, 254};
+        std::array<std::uint8_t, 3> narrow{200, 127, 254};
         BlendPremultipliedInto(narrow, PixelFormat::Rgb24, {alpha / 2, alpha, 255, alpha});
         EXPECT_TRUE(std::equal(narrow.begin(), narrow.end(), target.begin())) << alpha;
     }

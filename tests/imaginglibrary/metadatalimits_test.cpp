@@ -25,6 +25,13 @@ TEST(MetadataLimits, ExifThatJustFitsAMarkerIsWhole) {
     EXPECT_EQ(ThroughJpeg({NoteOf(65502)}).Find(0xC000), nullptr);
 }
 
+TEST(MetadataLimits, BlockThatFillsAMarkerGoesThroughByteForByte) {
+    std::string block = MakeExif({.main = {{0xC000, 7, 65501, std::string(65501, 'x')}}});
+    block.resize(65527); // without what pads the value
+    const auto items = PropertiesIn(JpegCodec(), MakeJpeg({}).insert(2, ExifMarker(block)));
+    EXPECT_NE(WrittenWith(JpegCodec(), items).find(ExifMarker(block)), std::string::npos);
+}
+
 // Its directory takes 30 bytes.
 TEST(MetadataLimits, ThumbnailGoesWhereItIsOneTooMany) {
     const Property thumbnail = BytesProperty(0x501B, PropertyType::Byte, std::string(100, 't'));

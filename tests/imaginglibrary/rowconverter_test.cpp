@@ -94,6 +94,7 @@ TEST(RowConverter, PremultipliedPixelsAreDividedByTheirAlpha) {
     EXPECT_EQ(Converted<4>(PixelFormat::Pargb32, {9, 9, 9, 0}), 0x00000000u);
     EXPECT_EQ(Converted<4>(PixelFormat::Pargb32, {1, 2, 7, 7}), MakeColor(255, 73, 36, 7));
     EXPECT_EQ(Converted<4>(PixelFormat::Pargb32, {1, 2, 3, 2}), MakeColor(255, 255, 128, 2)) << "none is above 255";
+    EXPECT_EQ(Converted<4>(PixelFormat::Pargb32, {201, 0, 0, 200}), MakeColor(0, 0, 255, 200)) << "256 neither";
 }
 
 TEST(RowConverter, TargetWithoutAlphaShowsThePictureOverWhite) {
