@@ -61,8 +61,8 @@ void TakeNumbers(const std::string& word) {
 void TakeNames(const std::vector<std::string>& words) {
     std::vector<std::filesystem::path> names;
     for (const std::string& word : words) {
-        FormatOfWord(word);
-        FormatOfName(word);
+        Try([&] { FormatOfWord(word); });
+        Try([&] { FormatOfName(word); });
         IsPictureName(word);
         names.emplace_back(word);
     }
@@ -80,9 +80,12 @@ void TakeArguments(const std::vector<std::string>& words) {
     Try([&] { FormatFrom(arguments); });
     Try([&] { SizeFrom(std::nullopt, arguments); });
     Try([&] { RequiredSizeFrom(words.back(), arguments); });
-    if (!arguments.Has("--list")) { // which names a file to read
-        Try([&] { CallFrom(arguments, 0); });
-        Try([&] { CallFrom(arguments, 1, TargetPlace::AtTheEnd); });
+    for (const std::size_t own : {0u, 1u}) {
+        // Fewer words were refused before; a list names a file to read.
+        if (arguments.Count() >= own + 2 && !arguments.Has("--list")) {
+            Try([&] { CallFrom(arguments, own); });
+            Try([&] { CallFrom(arguments, own, TargetPlace::AtTheEnd); });
+        }
     }
 }
 
