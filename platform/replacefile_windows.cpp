@@ -19,6 +19,7 @@ bool Write(const wchar_t* path, const std::string& bytes) {
         return false;
     }
     DWORD written = 0;
+    SetLastError(ERROR_DISK_FULL); // for a disk may take a part without a word
     const bool isWritten = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0 &&
                            written == bytes.size() && FlushFileBuffers(file) != 0;
     const DWORD error = GetLastError();
