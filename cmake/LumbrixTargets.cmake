@@ -146,10 +146,8 @@ function(lumbrix_test)
     else()
         target_precompile_headers(${TEST_NAME} REUSE_FROM platform_test)
     endif()
-    set(timeout 300)
-    if(TEST_DESKTOP)
-        set(timeout 600) # each of its tests has a limit of its own, and what hangs there uses it up
-    endif()
+    # Each test on a desktop has a limit of its own. This one is for what hangs, also on a machine that does other work.
+    set(timeout 600)
     set(properties LABELS "${TEST_LABELS}" TIMEOUT ${timeout})
     if(WIN32)
         set(runner wine-run)

@@ -67,7 +67,7 @@ class IconCommandLine : public testing::Test {
 TEST_F(IconCommandLine, MakesAnIconAndPrintsItsName) {
     Write("picture.bmp", 100, 100);
     tests::WriteBytes(folder_ / "written.ico", "older");
-    const Ended ended = Run(L"icon picture.bmp");
+    const Ended ended = Run(L"icon --classic picture.bmp");
     EXPECT_EQ(ended.status, 0u);
     EXPECT_EQ(ended.output, "picture.ico\r\n");
     EXPECT_EQ(ended.errors, "");
@@ -77,7 +77,7 @@ TEST_F(IconCommandLine, MakesAnIconAndPrintsItsName) {
 
 TEST_F(IconCommandLine, SaysWhyThereIsNoneAndEndsWith1) {
     Write("oblong.bmp", 32, 33);
-    const Ended ended = Run(L"icon oblong.bmp");
+    const Ended ended = Run(L"icon oblong.bmp --classic");
     EXPECT_EQ(ended.status, 1u);
     EXPECT_EQ(ended.output, "");
     EXPECT_EQ(ended.errors, "lumbrix-cli: cannot make an icon of oblong.bmp: The image (32 x 33) is not a square and "
@@ -86,12 +86,12 @@ TEST_F(IconCommandLine, SaysWhyThereIsNoneAndEndsWith1) {
 
 TEST_F(IconCommandLine, NamesAreRequired) {
     EXPECT_EQ(Run(L"icon").status, 2u);
-    EXPECT_EQ(Run(L"icon a.bmp b.bmp").status, 2u);
+    EXPECT_EQ(Run(L"icon --classic a.bmp b.bmp").status, 2u);
     EXPECT_EQ(Run(L"icon \" \"").errors, "lumbrix-cli: an empty file name was given; see lumbrix-cli --help\r\n");
 }
 
 TEST_F(IconCommandLine, HelpNamesTheCommand) {
-    EXPECT_NE(Run(L"--help").output.find("  icon FILE\r\n"), std::string::npos);
+    EXPECT_NE(Run(L"--help").output.find("  icon FILE --classic\r\n"), std::string::npos);
 }
 
 } // namespace

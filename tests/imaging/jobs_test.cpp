@@ -219,7 +219,7 @@ TEST_F(Jobs, LongNamesAreShortenedInTheirMiddle) {
     EXPECT_LT(message.size(), 500u);
     EXPECT_NE(message.find("cannot read firstxxx"), std::string::npos) << message;
     EXPECT_NE(message.find("xxx...xxx"), std::string::npos) << message;
-    EXPECT_NE(message.find("xxlast.png: no file can have this name"), std::string::npos) << message;
+    EXPECT_NE(message.find("xxlast.png: "), std::string::npos) << message;
 }
 
 struct Seen {

@@ -17,9 +17,11 @@ using namespace tests;
 
 class BmpRows : public testing::Test {
   protected:
+    // A file of its own each time, for the one before may still be open.
     Result<std::unique_ptr<Decoder>> Open(const std::string& bytes) {
-        WriteBytes(folder_ / "picture.bmp", bytes);
-        return OpenPicture(folder_ / "picture.bmp");
+        const auto file = folder_ / (std::to_string(++filesMade_) + ".bmp");
+        WriteBytes(file, bytes);
+        return OpenPicture(file);
     }
 
     std::vector<Color> Colors(const BmpFile& file) {
@@ -34,6 +36,7 @@ class BmpRows : public testing::Test {
     }
 
     TemporaryFolder folder_;
+    int filesMade_ = 0;
 };
 
 TEST_F(BmpRows, OnlyTheLastRowOfTheFileMayLackItsPadding) {

@@ -49,12 +49,15 @@ std::string DeepIcon(Color left, Color right, unsigned mask) {
 
 class Ico : public testing::Test {
   protected:
+    // A file of its own each time, for the one before may still be open.
     Result<std::unique_ptr<Decoder>> Open(const std::string& bytes) {
-        WriteBytes(folder_ / "picture.ico", bytes);
-        return OpenPicture(folder_ / "picture.ico");
+        const auto file = folder_ / (std::to_string(++filesMade_) + ".ico");
+        WriteBytes(file, bytes);
+        return OpenPicture(file);
     }
 
     TemporaryFolder folder_;
+    int filesMade_ = 0;
 };
 
 TEST_F(Ico, AlphaOfDeepPixelsIsUsed) {
