@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <optional>
 #include <random>
 #include <unistd.h>
 #include <utility>
@@ -15,10 +16,18 @@ namespace {
 
 std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
 
-std::string BehindLinks(const std::string& path) {
-    std::error_code error;
-    const std::string behind = std::filesystem::canonical(path, error).string();
-    return error ? path : behind;
+// Where a chain of symbolic links ends, whether something is there or not; nothing where it does not end.
+std::optional<std::string> BehindLinks(std::filesystem::path path) {
+    constexpr int MostLinks = 40; // that the system itself follows
+    for (int i = 0; i <= MostLinks; ++i) {
+        std::error_code error;
+        const std::filesystem::path next = read_symlink(path, error);
+        if (error) {
+            return path.string();
+        }
+        path = path.parent_path() / next;
+    }
+    return std::nullopt;
 }
 
 // Unnamed files get their names through this folder, and not every file system has them.
@@ -55,7 +64,7 @@ int WriteAllTo(int file, const void* bytes, std::size_t count) {
     return 0;
 }
 
-NewFile::NewFile(const std::string& target) : target_(BehindLinks(target)) {}
+NewFile::NewFile(const std::string& target) : target_(target) {}
 
 NewFile::~NewFile() {
     if (file_ >= 0) {
@@ -70,6 +79,11 @@ int NewFile::Open(mode_t permissions) {
     if (target_.empty()) {
         return ENOENT;
     }
+    std::optional<std::string> behind = BehindLinks(target_);
+    if (!behind) {
+        return ELOOP;
+    }
+    target_ = *std::move(behind);
     file_ = OpenUnnamed(FolderOf(target_), permissions);
     if (file_ < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
         std::string name = NameBeside(target_);

@@ -11,7 +11,7 @@ namespace lumbrix {
 // lies under a name of its own beside the target. Functions give back the system's error number, 0 for success.
 class NewFile {
   public:
-    // Behind links the file that they lead to is replaced, not the link.
+    // Behind links the file that they lead to is replaced or made, not the link.
     explicit NewFile(const std::string& target);
     ~NewFile();
     NewFile(const NewFile&) = delete;

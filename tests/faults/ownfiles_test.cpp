@@ -221,6 +221,25 @@ TEST_F(OwnLinuxFiles, BehindALinkTheFileIsReplacedNotTheLink) {
     EXPECT_TRUE(FilesIn(Path("sub")).size() == 1u);
 }
 
+TEST_F(OwnLinuxFiles, FileIsMadeWhereALinkLeadsToNothing) {
+    std::filesystem::create_directory(folder_ / "sub");
+    std::filesystem::create_symlink(folder_ / "sub/second", folder_ / "first");
+    std::filesystem::create_symlink("fresh", folder_ / "sub/second");
+    ReplaceWholeFile(Path("first"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "first"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "sub/second"));
+    EXPECT_EQ(ReadBytes(folder_ / "sub/fresh"), "new");
+}
+
+TEST_F(OwnLinuxFiles, LinksThatNeverEndAreLeftAlone) {
+    std::filesystem::create_symlink("second", folder_ / "first");
+    std::filesystem::create_symlink("first", folder_ / "second");
+    const auto error = trap([&] { ReplaceWholeFile(Path("first"), "new"); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->Number(), ELOOP);
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_ / "first"));
+}
+
 TEST_F(OwnLinuxFiles, LineThatCannotBeWrittenIsNotThere) {
     AppendToFile(Path("list"), "first\n");
     const FaultyFiles fault({FileCall::Write, 1, DiskFullError});
