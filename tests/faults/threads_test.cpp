@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 
@@ -91,6 +92,43 @@ TEST_F(DrawingOnThreads, MayShareThePictureThatIsDrawn) {
         }
     });
     EXPECT_EQ(drawn, Threads * 5);
+}
+
+// Clones share their pixels until one of them is painted on. Each thread clones, asks and paints beside the others,
+// also on the one that all are clones of.
+TEST_F(DrawingOnThreads, MayPaintOnClonesOfOneBitmap) {
+    flat::GpImage* const shared = NewBitmap(8, 6);
+    const auto paintedLike = [&](flat::GpImage* image, flat::GpImage* color) {
+        flat::GpGraphics* const graphics = NewGraphics(image);
+        flat::Status status = flat::Status::ObjectBusy;
+        while (status == flat::Status::ObjectBusy) {
+            status = flat::DrawImage(graphics, color, 0, 0);
+        }
+        CallFlat("GdipDeleteGraphics", graphics);
+        return status == flat::Status::Ok;
+    };
+    std::vector<std::vector<flat::Color>> pixels;
+    std::vector<flat::GpImage*> colors;
+    for (flat::Color i = 0; i < Threads; ++i) {
+        const flat::Color color = 0xFF001122 + i * 0x100000;
+        pixels.emplace_back(8 * 6, color);
+        colors.push_back(ImageOf(*MakePictureOf(8, 6, [=](std::uint32_t, std::uint32_t) { return color; })));
+    }
+    ASSERT_TRUE(paintedLike(shared, colors[0]));
+    RunOnAllThreads([&](int number) {
+        const auto i = static_cast<std::size_t>(number);
+        for (int round = 0; round < 20; ++round) {
+            flat::GpImage* clone = nullptr;
+            ASSERT_EQ(flat::GdipCloneImage(shared, &clone), flat::Status::Ok);
+            const std::vector<flat::Color> before = PixelsOf(clone);
+            EXPECT_EQ(std::count(pixels.begin(), pixels.end(), before), 1) << "of one thread's painting alone";
+            EXPECT_TRUE(paintedLike(shared, colors[i]));
+            EXPECT_EQ(PixelsOf(clone), before);
+            EXPECT_TRUE(paintedLike(clone, colors[i]));
+            EXPECT_EQ(PixelsOf(clone), pixels[i]);
+            flat::GdipDisposeImage(clone);
+        }
+    });
 }
 
 } // namespace

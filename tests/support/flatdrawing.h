@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <vector>
 
 namespace tests::flat {
@@ -129,7 +130,7 @@ class FlatTest : public testing::Test {
 
     TemporaryFolder folder_;
     std::uintptr_t token_ = 0;
-    int files_ = 0;
+    std::atomic<int> files_ = 0; // threads may ask for pixels at once
 };
 
 } // namespace tests::flat
