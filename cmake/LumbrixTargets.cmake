@@ -41,6 +41,9 @@ endif()
 set(LUMBRIX_SANITIZERS address,undefined CACHE STRING "The sanitizers that LUMBRIX_SANITIZE builds with")
 if(LUMBRIX_SANITIZE)
     add_compile_options(-fsanitize=${LUMBRIX_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    if(LUMBRIX_SANITIZERS STREQUAL thread AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+        add_compile_options(-Wno-tsan) # which says that the sanitizer takes no notice of fences
+    endif()
     add_link_options(-fsanitize=${LUMBRIX_SANITIZERS})
 endif()
 option(LUMBRIX_FUZZ "Tell a fuzzer which ways through the code an input takes; for Clang" OFF)
@@ -70,8 +73,8 @@ function(lumbrix_precompile)
     endif()
     foreach(target IN LISTS ARGN)
         target_precompile_headers(${target} REUSE_FROM lumbrix_standard_headers)
-        # GCC 12 forgets that precompiled headers are the system's, and suspects its own std::string in them.
-        target_compile_options(${target} PRIVATE -Wno-array-bounds)
+        # GCC 12 forgets that precompiled headers are the system's, and suspects its own strings and vectors in them.
+        target_compile_options(${target} PRIVATE -Wno-array-bounds -Wno-stringop-overflow)
     endforeach()
 endfunction()
 
