@@ -15,7 +15,7 @@ constexpr std::size_t LevelBytes = ISAL_DEF_LVL3_DEFAULT;
 // Its stream and the memory of its level, which are large.
 struct Compressor {
     isal_zstream stream;
-    std::uint8_t levelMemory[LevelBytes];
+    std::uint8_t levelMemory[LevelBytes] = {}; // what is in it is asked before it is written
 };
 
 void DeflateQuickly(std::span<const std::uint8_t> bytes, std::span<const std::uint8_t> history, Band band,
