@@ -28,7 +28,7 @@ std::optional<std::string> BehindLinks(std::string path) {
             return path;
         }
         const std::string next(link, static_cast<std::size_t>(length));
-        path = next.starts_with('/') ? next : FolderOf(path) + "/" + next;
+        path = next.starts_with('/') ? next : FolderOf(path).append("/").append(next);
     }
     return std::nullopt;
 }
