@@ -1,5 +1,6 @@
 // Broken and malicious TIFF files: a status, and never more memory than the limits allow.
 #include "imaginglibrary/core/bytes.h"
+#include "imaginglibrary/core/limits.h"
 #include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
@@ -136,6 +137,37 @@ TEST(HostileTiff, TileBeyondTheLimitIsRefused) {
         ReadAllRows(TiffCodec(),
                     GreyOf(60000, 60000).Tag(322, 4, 65536).Tag(323, 4, 65536).Tag(324, 4, 8).Tag(325, 4, 64).Bytes()),
         Status::OutOfMemory);
+}
+
+// Whether a grey file in tiles can be opened; its pixels need not be there for that.
+Status StatusInTiles(std::uint32_t width, std::uint32_t height, std::uint32_t tileWidth, std::uint32_t tileLength) {
+    const auto tiff =
+        GreyOf(width, height).Tag(322, 4, tileWidth).Tag(323, 4, tileLength).Tag(324, 4, 8).Tag(325, 4, 64);
+    return OpenBytes(TiffCodec(), tiff.Bytes()).GetStatus();
+}
+
+TEST(HostileTiff, RowOfTilesMayTakeWhatAPictureMay) {
+    constexpr std::uint32_t Side = 32768;
+    constexpr std::uint32_t Rows = MaximumPictureBytes / Side;
+    EXPECT_EQ(StatusInTiles(Side, Rows, 16, Rows), Status::Ok);
+    EXPECT_EQ(StatusInTiles(Side + 1, Rows, 16, Rows), Status::OutOfMemory);
+    EXPECT_EQ(StatusInTiles(Side, Rows + 1, 16, Rows + 16), Status::OutOfMemory);
+    EXPECT_EQ(StatusInTiles(Side, Rows + 1, 16, Rows), Status::Ok);
+    // The tiles of a lower picture are filled in part.
+    EXPECT_EQ(StatusInTiles(Side + 1, Rows - 1, 16, Rows + 16), Status::Ok);
+}
+
+TEST(HostileTiff, TileMayBeAsLargeAsTheLimit) {
+    constexpr std::uint32_t Side = 16384;
+    static_assert(MaximumTileBytes == std::size_t{Side} * Side);
+    EXPECT_EQ(StatusInTiles(100, 100, Side, Side), Status::Ok);
+    EXPECT_EQ(StatusInTiles(100, 100, Side + 16, Side), Status::OutOfMemory);
+    EXPECT_EQ(StatusInTiles(100, 100, Side, Side + 16), Status::OutOfMemory);
+}
+
+TEST(HostileTiff, TilesWithoutASideAreUndecodable) {
+    EXPECT_EQ(StatusInTiles(100, 100, 0, 16), UndecodableContent);
+    EXPECT_EQ(StatusInTiles(100, 100, 16, 0), UndecodableContent);
 }
 
 TEST(HostileTiff, TileWiderThanAnyNumberIsRefused) {
