@@ -112,6 +112,16 @@ TEST_F(PlatformFiles, DuplicateReplacesTheWholeTarget) {
     EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
 }
 
+TEST_F(PlatformFiles, DuplicateOfALargeFileIsWhole) {
+    std::string bytes(700001, '\0');
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<char>(i * 2654435761u >> 24);
+    }
+    WriteBytes(folder_ / "large", bytes);
+    DuplicateFile(Path("large"), Path("copy"));
+    EXPECT_TRUE(ReadBytes(folder_ / "copy") == bytes);
+}
+
 TEST_F(PlatformFiles, SmallFileIsReadUpToAMebibyte) {
     const std::string longest(1 << 20, 'x');
     WriteBytes(folder_ / "longest", longest);
