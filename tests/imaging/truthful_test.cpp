@@ -5,6 +5,7 @@
 #include "imaging/crop.h"
 #include "imaging/datestamp.h"
 #include "imaging/dimensions.h"
+#include "imaging/icon.h"
 #include "imaging/properties.h"
 #include "imaging/resize.h"
 #include "imaging/rotate.h"
@@ -156,6 +157,19 @@ TEST_F(Truthful, RefusedSessionEndsEach) {
         EXPECT_EQ(End(operate({})), std::tuple(Step::Session, NoSession)) << name;
         EXPECT_EQ(CountOfAll("GdipLoadImageFromFile"), 0u) << name;
     }
+}
+
+TEST_F(Truthful, LackOfMemoryIsToldWhereItEndsTheStart) {
+    fake_.Answer("GdipGetImageEncoders", 3);
+    EXPECT_EQ(End(Convert({"a", "b", "image/png"}, {})), std::tuple(Step::Encoder, OutOfMemory));
+    fake_.Answer("GdiplusStartup", 3);
+    EXPECT_EQ(End(Convert({"a", "b", "image/png"}, {})), std::tuple(Step::Session, OutOfMemory));
+}
+
+TEST_F(Truthful, IconsAreDrawnBicubicallyInHighQuality) {
+    MakeIcon({"a", "b", {16}}, {});
+    const auto calls = fake_.Calls();
+    EXPECT_NE(std::find(calls.begin(), calls.end(), "GdipSetInterpolationMode 55 7"), calls.end());
 }
 
 TEST_F(Truthful, FormatWithoutAnEncoderIsTold) {
