@@ -5,7 +5,6 @@
 #include "imaging/crop.h"
 #include "imaging/datestamp.h"
 #include "imaging/dimensions.h"
-#include "imaging/icon.h"
 #include "imaging/properties.h"
 #include "imaging/resize.h"
 #include "imaging/rotate.h"
@@ -164,12 +163,6 @@ TEST_F(Truthful, LackOfMemoryIsToldWhereItEndsTheStart) {
     EXPECT_EQ(End(Convert({"a", "b", "image/png"}, {})), std::tuple(Step::Encoder, OutOfMemory));
     fake_.Answer("GdiplusStartup", 3);
     EXPECT_EQ(End(Convert({"a", "b", "image/png"}, {})), std::tuple(Step::Session, OutOfMemory));
-}
-
-TEST_F(Truthful, IconsAreDrawnBicubicallyInHighQuality) {
-    MakeIcon({"a", "b", {16}}, {});
-    const auto calls = fake_.Calls();
-    EXPECT_NE(std::find(calls.begin(), calls.end(), "GdipSetInterpolationMode 55 7"), calls.end());
 }
 
 TEST_F(Truthful, FormatWithoutAnEncoderIsTold) {

@@ -54,6 +54,13 @@ TEST(ExifWriting, EveryItemGoesToItsDirectoryInTheOrderOfTags) {
     EXPECT_EQ(TagsAt(block, FieldAt(block, exif, 0xA005)), std::vector<std::uint16_t>{0x0001});
 }
 
+TEST(ExifWriting, TextWithoutItsEndGetsOne) {
+    const auto block = BlockOf({BytesProperty(0x010F, PropertyType::Ascii, "maker")}).MakeBlock();
+    const std::string bytes(block.begin(), block.end());
+    EXPECT_NE(bytes.find(std::string("\x0F\x01\2\0\6\0\0\0", 8)), std::string::npos);
+    EXPECT_EQ(Reread(block), std::vector{AsciiProperty(0x010F, "maker")});
+}
+
 TEST(ExifWriting, EveryTypeComesBack) {
     const std::vector<Property> items = {
         BytesProperty(0xC000, PropertyType::Byte, "odd"),

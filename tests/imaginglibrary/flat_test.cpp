@@ -224,6 +224,7 @@ TEST_F(Flat, EncodersComeInThePlatformsOrder) {
         EXPECT_EQ(std::u16string_view(list[i].mimeType), types[i]);
         EXPECT_EQ(list[i].clsid.data1, 0x557cf400u + (i < 3 ? i : i + 2));
         EXPECT_EQ(list[i].flags, 0x10007u);
+        EXPECT_EQ(list[i].version, 1u);
         EXPECT_EQ(list[i].signaturePattern[0], static_cast<std::uint8_t>(std::string_view("B\xFFGI\x89")[i]));
     }
 }

@@ -265,7 +265,7 @@ TEST_F(FlatStreams, FailingWritesEndInAStatusWhereverTheyCome) {
             StringStream target;
             target.failAt = at;
             EXPECT_EQ(Save(image, &target, *codec), Status::Win32Error) << at;
-            target.failure = StreamOutOfMemory;
+            target.failure = static_cast<StreamResult>(0x8007000E);
             EXPECT_EQ(Save(image, &target, *codec), Status::OutOfMemory) << at;
             EXPECT_EQ(target.references, 1) << at;
         }

@@ -177,6 +177,15 @@ TEST(HostileTiff, TileWiderThanAnyNumberIsRefused) {
               Status::Ok);
 }
 
+TEST(HostileTiff, RowMayTakeWhatATileMay) {
+    const auto statusOf = [](std::uint32_t samples) {
+        const auto tiff = GreyOf(65535, 1).Tag(273, 4, 8).Tag(277, 3, samples).Tag(278, 4, 1).Tag(279, 4, 64);
+        return OpenBytes(TiffCodec(), RawTiff(tiff).Bytes()).GetStatus();
+    };
+    EXPECT_EQ(statusOf(4096), Status::Ok);
+    EXPECT_EQ(statusOf(4097), Status::OutOfMemory);
+}
+
 TEST(HostileTiff, MoreSamplesThanMemoryAreRefused) {
     EXPECT_NE(ReadAllRows(TiffCodec(),
                           GreyOf(60000, 4).Tag(273, 4, 8).Tag(277, 3, 65535).Tag(278, 4, 4).Tag(279, 4, 64).Bytes()),
