@@ -168,6 +168,14 @@ TEST(HostileTiff, TileMayBeAsLargeAsTheLimit) {
 TEST(HostileTiff, TilesWithoutASideAreUndecodable) {
     EXPECT_EQ(StatusInTiles(100, 100, 0, 16), UndecodableContent);
     EXPECT_EQ(StatusInTiles(100, 100, 16, 0), UndecodableContent);
+    // Nor may a row of a tile end within a byte.
+    const auto inBits = [](std::uint32_t tileWidth) {
+        const auto tiff = RawTiff().Tag(256, 4, 100).Tag(257, 4, 100).Tag(258, 3, 1).Tag(259, 3, 1).Tag(262, 3, 1);
+        const auto tiled = RawTiff(tiff).Tag(322, 4, tileWidth).Tag(323, 4, 128).Tag(324, 4, 8).Tag(325, 4, 64);
+        return OpenBytes(TiffCodec(), tiled.Bytes()).GetStatus();
+    };
+    EXPECT_EQ(inBits(128), Status::Ok);
+    EXPECT_EQ(inBits(124), UndecodableContent);
 }
 
 TEST(HostileTiff, TileWiderThanAnyNumberIsRefused) {
