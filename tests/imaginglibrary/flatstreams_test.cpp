@@ -256,6 +256,26 @@ TEST_F(FlatStreams, FailingReadsEndInAStatusWhereverTheyCome) {
     }
 }
 
+// A call that failed may have moved the stream all the same.
+TEST(StreamCursors, FindTheirPlaceAgainBehindAFailure) {
+    StringStream stream("abcdefgh");
+    StreamCursor cursor(&stream);
+    std::string read(2, ' ');
+    ASSERT_TRUE(cursor.ReadAt(0, read.data(), 2).Ok());
+    stream.failAt = 0;
+    EXPECT_FALSE(cursor.ReadAt(2, read.data(), 2).Ok());
+    stream.failAt = stream.bytes.size();
+    stream.at = 5;
+    ASSERT_TRUE(cursor.ReadAt(2, read.data(), 2).Ok());
+    EXPECT_EQ(read, "cd");
+    stream.failAt = 0;
+    EXPECT_EQ(cursor.WriteAt(4, "E", 1), Status::Win32Error);
+    stream.failAt = stream.bytes.size();
+    stream.at = 7;
+    EXPECT_EQ(cursor.WriteAt(4, "E", 1), Status::Ok);
+    EXPECT_EQ(stream.bytes, "abcdEfgh");
+}
+
 TEST_F(FlatStreams, FailingWritesEndInAStatusWhereverTheyCome) {
     StringStream source(FileOf(PngCodec(), 20, 20));
     GpImage* image = Load(source);
