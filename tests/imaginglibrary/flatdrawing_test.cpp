@@ -328,6 +328,8 @@ TEST_F(FlatDrawing, PenFillsAnEllipseThatIsNoLargerThanItself) {
     };
     EXPECT_EQ(middleOf(80, 8, 8), White);
     EXPECT_EQ(middleOf(8, 80, 8), White);
+    EXPECT_EQ(middleOf(80, 4, 8), White);
+    EXPECT_EQ(middleOf(4, 80, 8), White);
     EXPECT_EQ(middleOf(80, 12, 8), 0u);
     EXPECT_EQ(middleOf(12, 80, 8), 0u);
 }

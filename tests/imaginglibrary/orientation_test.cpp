@@ -67,10 +67,10 @@ std::string Blanked(std::string packet, const std::string& what) {
 
 TEST(XmpOrientation, IsSoughtBehindMarkupOfEveryKind) {
     const std::string element = "<tiff:Orientation>6</tiff:Orientation>";
-    for (const std::string markup :
-         {"<!-- > <tiff:Orientation> -- -->", "<!---->", "<![CDATA[ > ]] <tiff:Orientation> ]]>", "<![CDATA[]]>",
-          "<?x > <tiff:Orientation> ?>", "<?\?>", "<a b>", "<a b=c>", "<a b='>'>", "<a b=\"'>\" c>", "</a>", "<a/>",
-          "<>"}) {
+    for (const std::string markup : {"<!-- > <tiff:Orientation> -- -->", "<!---->", "<!-- -> <tiff:Orientation> -->",
+                                     "<![CDATA[ > ]] <tiff:Orientation> ]]>", "<![CDATA[]]>",
+                                     "<![CDATA[ ]> <tiff:Orientation> ]]>", "<?x > <tiff:Orientation> ?>", "<?\?>",
+                                     "<a b>", "<a b=c>", "<a b='>'>", "<a b=\"'>\" c>", "</a>", "<a/>", "<>"}) {
         EXPECT_EQ(WithoutOrientation(Bound + ">" + markup + element), Blanked(Bound + ">" + markup + element, element))
             << markup;
     }
