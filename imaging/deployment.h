@@ -1,13 +1,10 @@
 // Whether the imaging library's module file is written into the current folder at start-up.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <string>
 
 namespace lumbrix {
-
-inline constexpr std::size_t ImagingLibrarySize = 1706800;
 
 // The bytes of the module file that start-up may write; empty on Linux, where there is nothing to deploy.
 std::string ImagingLibraryBytes();

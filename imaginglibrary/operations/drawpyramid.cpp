@@ -28,7 +28,8 @@ class PyramidDrawing {
                                                     static_cast<double>(level.Height()) / pyramid.Height()))),
           rectangle_(toLevel_, level.Width(), level.Height()), kernel_(KernelOf(resampling)),
           // Fractions are cut off to a place that has weights; the nearest one is meant.
-          rounding_(hasSoftBorders_ ? 0.5 / SampleKernel::Phases : 0), stepX_(FixedStep(toLevel_.xx)),
+          rounding_(hasSoftBorders_ ? 0.5 / SampleKernel::Phases : 0),
+          canStep_(IsStep(toLevel_.xx) && IsStep(toLevel_.yx)), stepX_(FixedStep(toLevel_.xx)),
           stepY_(FixedStep(toLevel_.yx)), ahead_(BytesAhead()) {}
 
     // The rows from `top` on, at most RowsPerJob of them.
@@ -84,11 +85,11 @@ class PyramidDrawing {
     void SampleRun(std::int64_t y, const PixelRun& run, std::size_t sample, std::uint8_t* pixels) const {
         const SampleWay way = WayFrom(PlaceOf(run.first, y, sample));
         const auto count = static_cast<std::size_t>(run.end - run.first);
-        if (way.LiesWithin(level_, count)) {
+        if (canStep_ && way.LiesWithin(level_, count)) {
             SampleLine(level_, kernel_, way, pixels, count);
             return;
         }
-        for (std::size_t i = 0; i < count; ++i) { // steps longer than can be told
+        for (std::size_t i = 0; i < count; ++i) {
             SampleNearest(run.first + static_cast<std::int64_t>(i), y, sample, pixels + i * 4);
         }
     }
@@ -162,8 +163,11 @@ class PyramidDrawing {
         return static_cast<std::uint32_t>(std::clamp(value * SampleWay::Unit + 0.5, 0.0, 4294967295.0));
     }
 
+    // Whether a step is short enough to be told.
+    static bool IsStep(double value) { return std::abs(value * SampleWay::Unit) < 2147483647.0; }
+
     static std::int32_t FixedStep(double value) {
-        return static_cast<std::int32_t>(std::clamp(std::round(value * SampleWay::Unit), -2147483647.0, 2147483647.0));
+        return IsStep(value) ? static_cast<std::int32_t>(std::round(value * SampleWay::Unit)) : 0;
     }
 
     const PyramidLevel& level_;
@@ -175,6 +179,7 @@ class PyramidDrawing {
     MappedRectangle rectangle_;
     const SampleKernel& kernel_;
     double rounding_;
+    bool canStep_;       // or looks for every pixel on its own
     std::int32_t stepX_; // from a pixel to the next
     std::int32_t stepY_;
     std::uintptr_t ahead_;

@@ -131,6 +131,14 @@ TEST_F(AnnotateAction, PictureWithoutWidthOrHeightOpensNothing) {
     EXPECT_EQ(windows_.opened, Opened{});
 }
 
+TEST_F(AnnotateAction, PictureOfASinglePixelOpens) {
+    for (const PixelSize size : {PixelSize{60, 1}, {1, 40}}) {
+        windows_.labelled = size;
+        RunAnnotate();
+    }
+    EXPECT_EQ(windows_.opened, (Opened{"Annotate image 0 60x1", "Annotate image 0 1x40"}));
+}
+
 TEST_F(AnnotateAction, StagesOfTheOneBeforeAreForgotten) {
     RunAnnotate();
     RunAnnotate();

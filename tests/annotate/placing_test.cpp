@@ -233,7 +233,13 @@ TEST_F(Placing, WhileKeepIsRequestedNothingIsWritten) {
     state_.isKeepRequested = true;
     Place("text");
     EXPECT_EQ(messages_.said, Unable);
-    WriteBytes(folder_ / "shown.tmp", "an older one");
+    for (const char* content : {"1", "an older one"}) {
+        view_.shown.clear();
+        WriteBytes(folder_ / "shown.tmp", content);
+        Place("text");
+        EXPECT_EQ(view_.shown, Seen{Path("shown.tmp")});
+    }
+    view_.shown.clear();
     messages_.said.clear();
     Place("text");
     EXPECT_EQ(view_.shown, Seen{Path("shown.tmp")});

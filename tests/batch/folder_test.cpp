@@ -85,6 +85,26 @@ TEST_F(Folder, OtherFilesAreCroppedToTheRectangle) {
     EXPECT_EQ(HeightOf("out/a_cropped.bmp"), 1);
 }
 
+// A part that begins where the other coordinate says would lie beyond the picture.
+TEST_F(Folder, OtherFilesAreCroppedFromWhereTheRectangleBegins) {
+    const auto convert = [&](std::int32_t width, std::int32_t height) {
+        const PixelRectangle whole{0, 0, width, height};
+        CropImage(Path("large.bmp").c_str(), Path("in/a.bmp").c_str(), 0, 0, whole.Width(), whole.Height());
+        std::filesystem::rename(folder_ / "in" / "a.bmp", folder_ / "in" / "a.jpeg");
+    };
+    ConvertImageToThumbBmp(Path("source.png").c_str(), 20, Path("large.bmp").c_str());
+    convert(20, 3);
+    cropRectangle_ = {15, 1, 17, 2};
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0));
+    convert(3, 20);
+    cropRectangle_ = {1, 15, 2, 17};
+    messages_.said.clear();
+    RunBatch(order_, messages_, cropRectangle_);
+    EXPECT_EQ(messages_.said, Counted(1, 0));
+    EXPECT_EQ(HeightOf("out/a_cropped.bmp"), 2);
+}
+
 TEST_F(Folder, CropCheckedPassesOverConvertibleFiles) {
     order_.isCropChecked = true;
     Copy("in/a.png");

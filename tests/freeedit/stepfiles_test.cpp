@@ -213,6 +213,17 @@ TEST_F(StepFilesBesideOutput, PendingOnesAreDeletedWithTheirList) {
     EXPECT_EQ(store_.calls[0], "open 80000001 SOFTWARE\\Lumbrix 000F003F");
 }
 
+TEST_F(StepFilesBesideOutput, EveryPendingOneIsDeleted) {
+    for (const char* name : {"a", "b", "c", "d"}) {
+        Make(name);
+    }
+    store_.values["Delete"] = Text(Path("a") + "|" + Path("b") + "|" + Path("c") + "|" + Path("d"));
+    RunPendingDeletes(store_);
+    for (const char* name : {"a", "b", "c", "d"}) {
+        EXPECT_FALSE(Exists(name)) << name;
+    }
+}
+
 TEST_F(StepFilesBesideOutput, EmptyListOfPendingOnesStays) {
     store_.values["Delete"] = Text("");
     RunPendingDeletes(store_);

@@ -68,6 +68,16 @@ TEST(FindEncoderClsid, StatusOfTheSizeIsNotTestedThatOfTheListIs) {
     EXPECT_EQ(FindEncoderClsid("jpeg"), "");
 }
 
+TEST(FindEncoder, FirstStatusThatIsNotOkIsTheReason) {
+    FakeImagingLibrary fake;
+    std::string clsid;
+    fake.Answer("GdipGetImageEncoders", 2);
+    EXPECT_EQ(FindEncoder("jpeg", clsid), 2);
+    fake.Answer("GdipGetImageEncodersSize", 3);
+    EXPECT_EQ(FindEncoder("jpeg", clsid), 3);
+    EXPECT_EQ(clsid, "");
+}
+
 TEST(FindEncoderClsid, WithoutALibraryThereIsNone) { EXPECT_EQ(FindEncoderClsid(""), ""); }
 
 TEST(ClsidText, HasBracesAndComesBack) {

@@ -101,6 +101,13 @@ TEST_F(Icons, BitmapsHaveTheirHeaderAndBothTheirParts) {
     EXPECT_EQ(picture.PixelAt(19, 19), White);
 }
 
+// A straight line would be at 56 there.
+TEST_F(Icons, SmallPicturesAreEnlargedBicubically) {
+    const std::string source = Make("a.png", *MakePictureOf(2, 2, [](auto x, auto) { return x == 0 ? Black : White; }));
+    EXPECT_EQ(MakeIcon(source, "a.ico", {32}), 0);
+    EXPECT_NEAR(RedOf(Read("a.ico").at(0).PixelAt(11, 16)), 44, 4);
+}
+
 TEST_F(Icons, PictureIsCentredInItsProportions) {
     const std::string wide = Make("wide.png", *MakePictureOf(64, 32, [](auto x, auto) { return x < 32 ? Red : Blue; }));
     EXPECT_EQ(MakeIcon(wide, "wide.ico", {32}), 0);

@@ -119,6 +119,28 @@ TEST_F(Jobs, AnnotateDrawsOnPicturesWithAPaletteToo) {
     EXPECT_NE(std::find(colors.begin(), colors.end(), MakeColor(255, 0, 0)), colors.end());
 }
 
+TEST_F(Jobs, AnnotateWritesAtItsPlaceInItsColor) {
+    const std::string source = MakeWhite("a.png", 100, 100);
+    lumbrix_annotation annotation = LUMBRIX_ANNOTATION_INIT;
+    annotation.text = "H";
+    annotation.font = "Arial";
+    annotation.font_size = 30;
+    annotation.red = 10;
+    annotation.green = 120;
+    annotation.blue = 200;
+    for (const auto& [x, y] : {std::pair{50, 0}, {0, 50}}) {
+        annotation.x = static_cast<float>(x);
+        annotation.y = static_cast<float>(y);
+        ExpectWritten(lumbrix_annotate(source.c_str(), Path("b.png").c_str(), &annotation, &job_), 100, 100);
+        const auto colors = Pixels("b.png");
+        EXPECT_NE(std::find(colors.begin(), colors.end(), MakeColor(10, 120, 200)), colors.end());
+        for (std::size_t i = 0; i < colors.size(); ++i) {
+            const bool isBeside = static_cast<int>(i % 100) < x || static_cast<int>(i / 100) < y;
+            EXPECT_TRUE(!isBeside || colors[i] == White) << i % 100 << "," << i / 100;
+        }
+    }
+}
+
 TEST_F(Jobs, AnnotateNamesAFontThatIsNotInstalled) {
     lumbrix_annotation annotation = LUMBRIX_ANNOTATION_INIT;
     annotation.text = "H";

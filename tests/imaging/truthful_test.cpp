@@ -158,6 +158,13 @@ TEST_F(Truthful, RefusedSessionEndsEach) {
     }
 }
 
+TEST_F(Truthful, LackOfMemoryIsToldWhereItEndsTheStart) {
+    fake_.Answer("GdipGetImageEncoders", 3);
+    EXPECT_EQ(End(Convert({"a", "b", "image/png"}, {})), std::tuple(Step::Encoder, OutOfMemory));
+    fake_.Answer("GdiplusStartup", 3);
+    EXPECT_EQ(End(Convert({"a", "b", "image/png"}, {})), std::tuple(Step::Session, OutOfMemory));
+}
+
 TEST_F(Truthful, FormatWithoutAnEncoderIsTold) {
     EXPECT_EQ(End(Convert({"a", "b", "image/x-icon"}, {})), std::tuple(Step::Encoder, NoEncoder));
     EXPECT_EQ(End(Resize({"a", "b", "image/x-icon", {.height = 10}}, {})), std::tuple(Step::Encoder, NoEncoder));

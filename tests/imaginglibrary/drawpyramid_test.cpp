@@ -113,6 +113,18 @@ TEST(DrawPyramid, NearestEnlargesInEqualBlocks) {
     EXPECT_EQ(drawn, (std::vector<Color>{Black, Black, Black, Black, White, White, White, White}));
 }
 
+// A step of 60,000 pixels is longer than a step can be told.
+TEST(DrawPyramid, NearestFindsItsPixelsHoweverFarApartTheyLie) {
+    const auto picture = MakePictureOf(65535, 1, [](auto x, auto) { return x < 61000 ? Black : White; });
+    const Affine map = Affine::Translation(28000, 0).Then(Affine::Scaling(1 / 60000.0, 1));
+    EXPECT_EQ(PyramidOver(Red, *picture, map, 3, 1, Resampling::Nearest), (std::vector<Color>{Black, White, Red}));
+    const Affine mirrored = map.Then({-1, 0, 0, 1, 2, 0});
+    EXPECT_EQ(PyramidOver(Red, *picture, mirrored, 3, 1, Resampling::Nearest), (std::vector<Color>{White, Black, Red}));
+    const auto upright = MakePictureOf(1, 65535, [](auto, auto y) { return y < 61000 ? Black : White; });
+    const Affine lying = Affine::Translation(0, 28000).Then({0, 1, 1 / 60000.0, 0, 0, 0});
+    EXPECT_EQ(PyramidOver(Red, *upright, lying, 3, 1, Resampling::Nearest), (std::vector<Color>{Black, White, Red}));
+}
+
 TEST(DrawPyramid, NearestHasNoSoftBorders) {
     const auto drawn = PyramidOver(Black, *WhitePicture(11, 7), Turned(30).Then(Affine::Translation(5, 1)), 20, 20,
                                    Resampling::Nearest);

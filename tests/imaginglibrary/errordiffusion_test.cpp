@@ -131,4 +131,70 @@ TEST(ErrorDiffusion, ColorsOfThePaletteStayThemselves) {
     }
 }
 
+// A row of greys; none is a hole.
+Pixels Greys(const std::vector<int>& greys) {
+    Pixels pixels;
+    for (const int grey : greys) {
+        const auto channel = static_cast<std::uint8_t>(grey);
+        pixels.insert(pixels.end(), {channel, channel, channel, static_cast<std::uint8_t>(grey < 0 ? 0 : 255)});
+    }
+    return pixels;
+}
+
+using Indices = std::vector<std::uint8_t>;
+
+// 150 lies between the two and becomes the first; 151 becomes the second.
+const Palette Hundreds{0xFF646464, 0xFFC8C8C8};
+
+// The second pixel is 16 too light: 7 go ahead, and 3, 5 and 1 to the row below. All but one of those who are given
+// something are just so dark that nothing is left; the last tells whether it was given that much.
+TEST(ErrorDiffusion, SixteenthsByHand) {
+    EXPECT_EQ(Diffused(Greys({100, 116, 144, 100, 100, 100}), 3, Hundreds), (Indices{0, 0, 1, 0, 0, 0}));
+    EXPECT_EQ(Diffused(Greys({100, 116, 143, 100, 100, 100}), 3, Hundreds)[2], 0);
+    EXPECT_EQ(Diffused(Greys({100, 116, 93, 148, 100, 100}), 3, Hundreds)[3], 1);
+    EXPECT_EQ(Diffused(Greys({100, 116, 93, 147, 100, 100}), 3, Hundreds)[3], 0);
+    EXPECT_EQ(Diffused(Greys({100, 116, 93, 97, 146, 100}), 3, Hundreds)[4], 1);
+    EXPECT_EQ(Diffused(Greys({100, 116, 93, 97, 145, 100}), 3, Hundreds)[4], 0);
+    EXPECT_EQ(Diffused(Greys({100, 116, 93, 97, 95, 150}), 3, Hundreds)[5], 1);
+    EXPECT_EQ(Diffused(Greys({100, 116, 93, 97, 95, 149}), 3, Hundreds)[5], 0);
+}
+
+// The third and the fourth row go from right to left, and the third is given something by the second.
+TEST(ErrorDiffusion, SixteenthsByHandInTheNextPairOfRows) {
+    const auto behind = [](std::vector<int> greys, std::size_t at) {
+        greys.insert(greys.begin(), 6, 100);
+        return Diffused(Greys(greys), 3, Hundreds)[6 + at];
+    };
+    EXPECT_EQ(behind({144, 116, 100, 100, 100, 100}, 0), 1);
+    EXPECT_EQ(behind({143, 116, 100, 100, 100, 100}, 0), 0);
+    EXPECT_EQ(behind({93, 116, 100, 100, 100, 148}, 5), 1);
+    EXPECT_EQ(behind({93, 116, 100, 100, 100, 147}, 5), 0);
+    EXPECT_EQ(behind({93, 116, 100, 100, 146, 97}, 4), 1);
+    EXPECT_EQ(behind({93, 116, 100, 100, 145, 97}, 4), 0);
+    EXPECT_EQ(behind({93, 116, 100, 150, 95, 97}, 3), 1);
+    EXPECT_EQ(behind({93, 116, 100, 149, 95, 97}, 3), 0);
+    const auto below = [](int left, int middle, int right) {
+        return Diffused(Greys({100, 100, 100, 100, 116, 93, left, middle, right, -1, -1, -1}), 3, Hundreds);
+    };
+    EXPECT_EQ(below(147, 95, 99), (Indices{0, 0, 0, 0, 0, 0, 0, 0, 0, HoleIndex, HoleIndex, HoleIndex}));
+    EXPECT_EQ(below(148, 95, 99)[6], 1);
+    EXPECT_EQ(below(97, 146, 99)[7], 1);
+    EXPECT_EQ(below(97, 145, 99)[7], 0);
+    EXPECT_EQ(below(97, 95, 150)[8], 1);
+    EXPECT_EQ(below(97, 95, 149)[8], 0);
+}
+
+// What 7 sixteenths of an error become: rounded, from half on up; whole up to 16, by half up to 48, and no more.
+TEST(ErrorDiffusion, ErrorsAreSoftenedByHand) {
+    const Palette blackAndWhite{0xFF000000, 0xFFFFFFFF}; // 128 is the first level that becomes white
+    const int levels[][2] = {{0, 0},   {1, 0},   {2, 1},   {8, 4},   {36, 16},  {38, 16},  {39, 16}, {41, 17},
+                             {43, 17}, {45, 18}, {80, 25}, {81, 25}, {107, 31}, {109, 32}, {127, 32}};
+    for (const auto& [error, given] : levels) {
+        EXPECT_EQ(Diffused(Greys({error, 128 - given, 0, 0}), 2, blackAndWhite)[1], 1) << error;
+        EXPECT_EQ(Diffused(Greys({error, 127 - given, 0, 0}), 2, blackAndWhite)[1], 0) << error;
+        EXPECT_EQ(Diffused(Greys({255 - error, 127 + given, 0, 0}), 2, blackAndWhite)[1], 0) << error;
+        EXPECT_EQ(Diffused(Greys({255 - error, 128 + given, 0, 0}), 2, blackAndWhite)[1], 1) << error;
+    }
+}
+
 } // namespace

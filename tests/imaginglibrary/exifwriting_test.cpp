@@ -54,6 +54,27 @@ TEST(ExifWriting, EveryItemGoesToItsDirectoryInTheOrderOfTags) {
     EXPECT_EQ(TagsAt(block, FieldAt(block, exif, 0xA005)), std::vector<std::uint16_t>{0x0001});
 }
 
+TEST(ExifWriting, NumbersStandInTheOrderOfTheBlock) {
+    const Property number = ShortProperty(0x8827, 0x1234);
+    for (const std::endian order : {std::endian::little, std::endian::big}) {
+        ExifBlock block(order);
+        block.Add(number);
+        const auto bytes = block.MakeBlock();
+        const std::string text(bytes.begin(), bytes.end());
+        EXPECT_EQ(text.substr(0, 4),
+                  order == std::endian::big ? std::string("MM\0\x2A", 4) : std::string("II\x2A\0", 4));
+        EXPECT_NE(text.find(order == std::endian::big ? "\x12\x34" : "\x34\x12"), std::string::npos);
+        EXPECT_EQ(Reread(bytes), std::vector{number});
+    }
+}
+
+TEST(ExifWriting, TextWithoutItsEndGetsOne) {
+    const auto block = BlockOf({BytesProperty(0x010F, PropertyType::Ascii, "maker")}).MakeBlock();
+    const std::string bytes(block.begin(), block.end());
+    EXPECT_NE(bytes.find(std::string("\x0F\x01\2\0\6\0\0\0", 8)), std::string::npos);
+    EXPECT_EQ(Reread(block), std::vector{AsciiProperty(0x010F, "maker")});
+}
+
 TEST(ExifWriting, EveryTypeComesBack) {
     const std::vector<Property> items = {
         BytesProperty(0xC000, PropertyType::Byte, "odd"),

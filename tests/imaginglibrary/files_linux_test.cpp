@@ -290,6 +290,14 @@ TEST_F(LinuxFiles, ReadOnlyFileOrFolderIsRefused) {
 
 TEST(PathBytes, WideTextBecomesUtf8) { EXPECT_EQ(PathBytes(u"a\u00e4\u20ac\U0001F600"), "a\u00e4\u20ac\U0001F600"); }
 
+TEST(PathBytes, LengthChangesWhereUtf8SaysSo) {
+    EXPECT_EQ(PathBytes(u"\u007F\u0080"), "\x7F\xC2\x80");
+    EXPECT_EQ(PathBytes(u"\u07FF\u0800"), "\xDF\xBF\xE0\xA0\x80");
+    EXPECT_EQ(PathBytes(u"\uD7FF\uE000"), "\xED\x9F\xBF\xEE\x80\x80");
+    EXPECT_EQ(PathBytes(u"\uFFFF\U00010000"), "\xEF\xBF\xBF\xF0\x90\x80\x80");
+    EXPECT_EQ(PathBytes(u"\U000FFFFF\U0010FFFF"), "\xF3\xBF\xBF\xBF\xF4\x8F\xBF\xBF");
+}
+
 TEST(PathBytes, BytesThatAreNotUtf8TravelAsLoneSurrogates) {
     const char16_t name[] = {'x', 0xDCE4, 0xDC80, 0};
     EXPECT_EQ(PathBytes(name), "x\xe4\x80");

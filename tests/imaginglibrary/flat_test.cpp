@@ -214,6 +214,7 @@ TEST_F(Flat, EncodersComeInThePlatformsOrder) {
     const char16_t* const types[] = {u"image/bmp", u"image/jpeg", u"image/gif", u"image/tiff", u"image/png"};
     const char16_t* const extensions[] = {u"*.BMP;*.DIB;*.RLE", u"*.JPG;*.JPEG;*.JPE;*.JFIF", u"*.GIF", u"*.TIF;*.TIFF",
                                           u"*.PNG"};
+    const char16_t* const descriptions[] = {u"BMP", u"JPEG", u"GIF", u"TIFF", u"PNG"};
     const std::uint32_t formats[] = {0xB96B3CAB, 0xB96B3CAE, 0xB96B3CB0, 0xB96B3CB1, 0xB96B3CAF};
     const Guid class0{0x557CF400, 0x1A04, 0x11D3, {0x9A, 0x73, 0x00, 0x00, 0xF8, 0x1E, 0xF3, 0x2E}};
     EXPECT_EQ(list[0].clsid, class0);
@@ -224,6 +225,8 @@ TEST_F(Flat, EncodersComeInThePlatformsOrder) {
         EXPECT_EQ(std::u16string_view(list[i].mimeType), types[i]);
         EXPECT_EQ(list[i].clsid.data1, 0x557cf400u + (i < 3 ? i : i + 2));
         EXPECT_EQ(list[i].flags, 0x10007u);
+        EXPECT_EQ(list[i].version, 1u);
+        EXPECT_EQ(list[i].formatDescription, std::u16string(descriptions[i]));
         EXPECT_EQ(list[i].signaturePattern[0], static_cast<std::uint8_t>(std::string_view("B\xFFGI\x89")[i]));
     }
 }

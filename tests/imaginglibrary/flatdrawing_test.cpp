@@ -314,6 +314,26 @@ TEST_F(FlatDrawing, EllipseTouchesBothEndsOfItsRectangle) {
     EXPECT_EQ(CallFlat("GdipDeletePen", pen), Status::Ok);
 }
 
+// A pen as wide as the ellipse is high, or as it is wide, leaves no hole in it; a narrower one does.
+TEST_F(FlatDrawing, PenFillsAnEllipseThatIsNoLargerThanItself) {
+    const auto middleOf = [&](float width, float height, float penWidth) {
+        GpPen* pen = nullptr;
+        EXPECT_EQ(CallFlat("GdipCreatePen1", Color{White}, penWidth, std::int32_t{2}, &pen), Status::Ok);
+        GpImage* const image = NewBitmap(101, 101);
+        GpGraphics* const graphics = NewGraphics(image);
+        EXPECT_EQ(CallFlat("GdipDrawEllipse", graphics, pen, 50 - width / 2, 50 - height / 2, width, height),
+                  Status::Ok);
+        EXPECT_EQ(CallFlat("GdipDeletePen", pen), Status::Ok);
+        return PixelsOf(image)[50 * 101 + 50];
+    };
+    EXPECT_EQ(middleOf(80, 8, 8), White);
+    EXPECT_EQ(middleOf(8, 80, 8), White);
+    EXPECT_EQ(middleOf(80, 4, 8), White);
+    EXPECT_EQ(middleOf(4, 80, 8), White);
+    EXPECT_EQ(middleOf(80, 12, 8), 0u);
+    EXPECT_EQ(middleOf(12, 80, 8), 0u);
+}
+
 TEST_F(FlatDrawing, EllipseWithoutSizeIsNoFailure) {
     GpPen* pen = nullptr;
     ASSERT_EQ(CallFlat("GdipCreatePen1", Color{White}, 3.0f, std::int32_t{2}, &pen), Status::Ok);

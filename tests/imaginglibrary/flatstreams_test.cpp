@@ -256,6 +256,26 @@ TEST_F(FlatStreams, FailingReadsEndInAStatusWhereverTheyCome) {
     }
 }
 
+// A call that failed may have moved the stream all the same.
+TEST(StreamCursors, FindTheirPlaceAgainBehindAFailure) {
+    StringStream stream("abcdefgh");
+    StreamCursor cursor(&stream);
+    std::string read(2, ' ');
+    ASSERT_TRUE(cursor.ReadAt(0, read.data(), 2).Ok());
+    stream.failAt = 0;
+    EXPECT_FALSE(cursor.ReadAt(2, read.data(), 2).Ok());
+    stream.failAt = stream.bytes.size();
+    stream.at = 5;
+    ASSERT_TRUE(cursor.ReadAt(2, read.data(), 2).Ok());
+    EXPECT_EQ(read, "cd");
+    stream.failAt = 0;
+    EXPECT_EQ(cursor.WriteAt(4, "E", 1), Status::Win32Error);
+    stream.failAt = stream.bytes.size();
+    stream.at = 7;
+    EXPECT_EQ(cursor.WriteAt(4, "E", 1), Status::Ok);
+    EXPECT_EQ(stream.bytes, "abcdEfgh");
+}
+
 TEST_F(FlatStreams, FailingWritesEndInAStatusWhereverTheyCome) {
     StringStream source(FileOf(PngCodec(), 20, 20));
     GpImage* image = Load(source);
@@ -265,7 +285,7 @@ TEST_F(FlatStreams, FailingWritesEndInAStatusWhereverTheyCome) {
             StringStream target;
             target.failAt = at;
             EXPECT_EQ(Save(image, &target, *codec), Status::Win32Error) << at;
-            target.failure = StreamOutOfMemory;
+            target.failure = static_cast<StreamResult>(0x8007000E);
             EXPECT_EQ(Save(image, &target, *codec), Status::OutOfMemory) << at;
             EXPECT_EQ(target.references, 1) << at;
         }

@@ -2,6 +2,7 @@
 #include "tests/support/flatdrawing.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -143,6 +144,18 @@ TEST_F(FlatText, ArgumentsAreChecked) {
     EXPECT_EQ(Draw(graphics, u"x", 1, font, {0, 0, 50, 0}, brush), Status::NotImplemented);
     EXPECT_EQ(CallFlat("GdipDeleteBrush", brush), Status::Ok);
     EXPECT_EQ(Draw(graphics, u"x", 1, font, place, brush), Status::InvalidParameter);
+}
+
+TEST_F(FlatText, PlaceMustBeFinite) {
+    GpGraphics* const graphics = NewGraphics(NewBitmap(10, 10));
+    GpFont* const font = NewFont();
+    GpBrush* const brush = NewBrush(0xFF000000);
+    for (const float beyond : {NAN, INFINITY, -INFINITY}) {
+        for (const FlatRectangle& place :
+             {FlatRectangle{beyond, 0, 0, 0}, {0, beyond, 0, 0}, {0, 0, beyond, 0}, {0, 0, 0, beyond}}) {
+            EXPECT_EQ(Draw(graphics, u"x", 1, font, place, brush), Status::InvalidParameter);
+        }
+    }
 }
 
 TEST_F(FlatText, WorldTransformTurnsText) {

@@ -176,6 +176,10 @@ TEST_F(Ico, PngInsideEndsWhereTheDirectorySays) {
     std::string shortened = whole;
     shortened.replace(6 + 8, 4, Number(40, 4));
     EXPECT_EQ(Open(shortened).GetStatus(), UndecodableContent);
+    const auto upToFirstPixels = static_cast<std::uint32_t>(whole.find("IDAT") + 6 - whole.find("\x89PNG"));
+    shortened.replace(6 + 8, 4, Number(upToFirstPixels, 4));
+    const auto cut = Open(shortened);
+    EXPECT_TRUE(!cut.Ok() || ReadAllRows(**cut) != Status::Ok);
 }
 
 TEST_F(Ico, EmptyDirectoryIsUndecodable) { EXPECT_EQ(Open(IconFile({})).GetStatus(), UndecodableContent); }

@@ -58,6 +58,68 @@ TEST(XmpOrientation, WhatIsNoneStays) {
     }
 }
 
+// What stands behind the text "tiff:Orientation" in a packet that has it once, with the rest as it was.
+std::string Blanked(std::string packet, const std::string& what) {
+    const std::size_t at = packet.find(what);
+    EXPECT_NE(at, std::string::npos) << what;
+    return packet.replace(at, what.size(), what.size(), ' ');
+}
+
+TEST(XmpOrientation, IsSoughtBehindMarkupOfEveryKind) {
+    const std::string element = "<tiff:Orientation>6</tiff:Orientation>";
+    for (const std::string markup : {"<!-- > <tiff:Orientation> -- -->", "<!---->", "<!-- -> <tiff:Orientation> -->",
+                                     "<![CDATA[ > ]] <tiff:Orientation> ]]>", "<![CDATA[]]>",
+                                     "<![CDATA[ ]> <tiff:Orientation> ]]>", "<?x > <tiff:Orientation> ?>", "<?\?>",
+                                     "<a b>", "<a b=c>", "<a b='>'>", "<a b=\"'>\" c>", "</a>", "<a/>", "<>"}) {
+        EXPECT_EQ(WithoutOrientation(Bound + ">" + markup + element), Blanked(Bound + ">" + markup + element, element))
+            << markup;
+    }
+}
+
+TEST(XmpOrientation, AttributeMayStandAmongAnyBlanks) {
+    for (const std::string attribute : {"tiff:Orientation='6'", "tiff:Orientation =\"6\"", "tiff:Orientation\t=\n'6'",
+                                        "tiff:Orientation\r= \"'\"", "tiff:Orientation=''"}) {
+        for (const std::string before : {"\t", "\r\n", "a='/>'\n", "a=\"'\""}) {
+            const std::string packet = Bound + before + attribute + "\tb='7'\n/>";
+            EXPECT_EQ(WithoutOrientation(packet), Blanked(packet, attribute)) << packet;
+        }
+    }
+}
+
+TEST(XmpOrientation, ElementMayHaveAnyBlankBehindItsName) {
+    for (const std::string blank : {" ", "\t", "\r", "\n"}) {
+        const std::string element = "<tiff:Orientation" + blank + ">6</tiff:Orientation>";
+        const std::string alone = "<tiff:Orientation" + blank + "/>";
+        EXPECT_EQ(WithoutOrientation(Bound + ">" + element + "x"), Blanked(Bound + ">" + element + "x", element));
+        EXPECT_EQ(WithoutOrientation(Bound + ">" + alone + "x<a/></tiff:Orientation>"),
+                  Blanked(Bound + ">" + alone + "x<a/></tiff:Orientation>", alone));
+    }
+}
+
+TEST(XmpOrientation, WhatDoesNotEndStays) {
+    for (const std::string& rest :
+         {"tiff:Orientation='6"s, "tiff:Orientation='6\"/>"s, "><tiff:Orientation>6</tiff:Orientation"s,
+          "><tiff:Orientation>6"s, "><tiff:Orientation a='/>"s, "><!-- <tiff:Orientation/>"s,
+          "><![CDATA[<tiff:Orientation/>"s, "><?x <tiff:Orientation/>"s}) {
+        EXPECT_EQ(WithoutOrientation(Bound + rest), Bound + rest);
+    }
+}
+
+// A prefix may be told of 64 bytes before the namespace, and eight of them.
+TEST(XmpOrientation, PrefixesUpToALimitCount) {
+    const std::string address = "'http://ns.adobe.com/tiff/1.0/' ";
+    for (const std::size_t blanks : {55u, 56u}) { // beside "xmlns:t=" and the quote
+        const std::string packet = "<a xmlns:t=" + std::string(blanks, ' ') + address + "t:Orientation='6'/>";
+        EXPECT_EQ(WithoutOrientation(packet), blanks == 55 ? Blanked(packet, "t:Orientation='6'") : packet);
+    }
+    std::string packet = "<a ";
+    for (const char prefix : "123456789"s) {
+        packet += "xmlns:"s + prefix + "=" + address;
+    }
+    EXPECT_EQ(WithoutOrientation(packet + "8:Orientation='6'/>"), packet + std::string(17, ' ') + "/>");
+    EXPECT_EQ(WithoutOrientation(packet + "9:Orientation='6'/>"), packet + "9:Orientation='6'/>");
+}
+
 TEST(XmpOrientation, BrokenPacketsKeepTheirLength) {
     const std::string whole = Bound +
                               "tiff:Orientation='6'><tiff:Orientation a='b'>6</tiff:Orientation><!-- --><?x ?>" +

@@ -74,6 +74,20 @@ TEST(PaletteChoiceByHand, OneColorInSeveralCellsIsOneEntry) {
     EXPECT_EQ(GreysOf(ChoosePalette(GreyCells({{7, 1}, {7, 2}, {7, 3}}), 2)), Greys{7});
 }
 
+// A cut that parts two single pixels one level apart helps by half a squared level.
+TEST(PaletteChoiceByHand, LeastDifferenceIsStillWorthAnEntry) {
+    const auto cellsOf = [](std::vector<Color> colors) {
+        std::vector<ColorCell> cells;
+        for (const Color color : colors) {
+            cells.push_back({1, RedOf(color), GreenOf(color), BlueOf(color)});
+        }
+        return cells;
+    };
+    Palette palette = ChoosePalette(cellsOf({0xFF404040, 0xFF404041, 0xFFF0F0F0, 0xFFF0F0F0}), 3);
+    std::ranges::sort(palette);
+    EXPECT_EQ(palette, (Palette{0xFF404040, 0xFF404041, 0xFFF0F0F0}));
+}
+
 // A cut goes through the middle of a crowd where that helps more than the next one; the entries then move to what is
 // nearest to them.
 TEST(PaletteChoiceByHand, EntriesMoveToTheMeanOfWhatIsNearest) {

@@ -63,6 +63,33 @@ TEST(PicturePyramid, SidesShrinkByThirdsOfAHalving) {
     EXPECT_EQ(levels.back()->Height(), 1u);
 }
 
+TEST(PicturePyramid, LevelsComeInThreesDownToASinglePixel) {
+    const auto sizesOf = [](std::uint32_t width, std::uint32_t height) {
+        const auto pyramid = PyramidOf(*WhitePicture(width, height));
+        std::vector<std::uint32_t> sides;
+        for (const auto& level : pyramid->Levels()) {
+            sides.push_back(std::max(level->Width(), level->Height()));
+        }
+        return sides;
+    };
+    EXPECT_EQ(sizesOf(1, 1), (std::vector<std::uint32_t>{1}));
+    EXPECT_EQ(sizesOf(2, 1), (std::vector<std::uint32_t>{2, 2, 1, 1}));
+    EXPECT_EQ(sizesOf(1, 5), (std::vector<std::uint32_t>{5, 4, 3, 3, 2, 2, 1}));
+    const auto pyramid = PyramidOf(*WhitePicture(5, 1));
+    EXPECT_EQ(pyramid->Levels().size(), 7u);
+    EXPECT_EQ(&pyramid->LevelFor(0), pyramid->Levels().back().get());
+}
+
+// Drawn 1.08 times as large as it is a level is still large enough, in either direction.
+TEST(PicturePyramid, LevelIsDrawnALittleLargerThanItIs) {
+    const auto wide = PyramidOf(*WhitePicture(1000, 10));
+    EXPECT_EQ(wide->LevelFor(0.857).Width(), 794u); // 794 * 1.08 = 857.5
+    EXPECT_EQ(wide->LevelFor(0.858).Width(), 1000u);
+    const auto tall = PyramidOf(*WhitePicture(10, 1000));
+    EXPECT_EQ(tall->LevelFor(0.857).Height(), 794u);
+    EXPECT_EQ(tall->LevelFor(0.858).Height(), 1000u);
+}
+
 TEST(PicturePyramid, LevelIsTheSmallestThatLosesLittle) {
     const auto pyramid = PyramidOf(*WhitePicture(640, 320));
     const auto widthFor = [&](double scale) { return pyramid->LevelFor(scale).Width(); };

@@ -95,6 +95,23 @@ TEST(TiffReader, ChromaticColorsThatAreNotJpegAreConverted) {
     }
 }
 
+// 38 below the middle takes 67 from blue, and 42 above it adds 59 to red (ITU-R BT.601).
+TEST(TiffReader, ChromaOfConvertedColorsCounts) {
+    for (const std::uint32_t tileSide : {0u, 16u}) {
+        const auto tiff = Opened(
+            TiffCodec(),
+            MakeTiff(
+                {.samples = 3, .photometric = PHOTOMETRIC_YCBCR, .compression = COMPRESSION_LZW, .tileSide = tileSide},
+                [](auto, auto, unsigned sample) { return sample == 0   ? 100u
+                                                         : sample == 1 ? 90u
+                                                                       : 170u; }));
+        ASSERT_NE(tiff, nullptr);
+        EXPECT_EQ(tiff->Info().format, PixelFormat::Rgb24);
+        const std::vector<Color> expected(37 * 19, MakeColor(159, 83, 33));
+        EXPECT_LE(GreatestDifference(ColorsOf(*tiff), expected), 1);
+    }
+}
+
 TEST(TiffReader, OrientationIsNotApplied) {
     const auto tiff = Opened(TiffCodec(), MakeTiff({.orientation = ORIENTATION_BOTRIGHT},
                                                    [](auto x, auto y, unsigned) { return x + y * 10; }));

@@ -1,5 +1,6 @@
 // Broken and malicious TIFF files: a status, and never more memory than the limits allow.
 #include "imaginglibrary/core/bytes.h"
+#include "imaginglibrary/core/limits.h"
 #include "tests/support/codecs.h"
 #include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
@@ -138,11 +139,59 @@ TEST(HostileTiff, TileBeyondTheLimitIsRefused) {
         Status::OutOfMemory);
 }
 
+// Whether a grey file in tiles can be opened; its pixels need not be there for that.
+Status StatusInTiles(std::uint32_t width, std::uint32_t height, std::uint32_t tileWidth, std::uint32_t tileLength) {
+    const auto tiff =
+        GreyOf(width, height).Tag(322, 4, tileWidth).Tag(323, 4, tileLength).Tag(324, 4, 8).Tag(325, 4, 64);
+    return OpenBytes(TiffCodec(), tiff.Bytes()).GetStatus();
+}
+
+TEST(HostileTiff, RowOfTilesMayTakeWhatAPictureMay) {
+    constexpr std::uint32_t Side = 32768;
+    constexpr std::uint32_t Rows = MaximumPictureBytes / Side;
+    EXPECT_EQ(StatusInTiles(Side, Rows, 16, Rows), Status::Ok);
+    EXPECT_EQ(StatusInTiles(Side + 1, Rows, 16, Rows), Status::OutOfMemory);
+    EXPECT_EQ(StatusInTiles(Side, Rows + 1, 16, Rows + 16), Status::OutOfMemory);
+    EXPECT_EQ(StatusInTiles(Side, Rows + 1, 16, Rows), Status::Ok);
+    // The tiles of a lower picture are filled in part.
+    EXPECT_EQ(StatusInTiles(Side + 1, Rows - 1, 16, Rows + 16), Status::Ok);
+}
+
+TEST(HostileTiff, TileMayBeAsLargeAsTheLimit) {
+    constexpr std::uint32_t Side = 16384;
+    static_assert(MaximumTileBytes == std::size_t{Side} * Side);
+    EXPECT_EQ(StatusInTiles(100, 100, Side, Side), Status::Ok);
+    EXPECT_EQ(StatusInTiles(100, 100, Side + 16, Side), Status::OutOfMemory);
+    EXPECT_EQ(StatusInTiles(100, 100, Side, Side + 16), Status::OutOfMemory);
+}
+
+TEST(HostileTiff, TilesWithoutASideAreUndecodable) {
+    EXPECT_EQ(StatusInTiles(100, 100, 0, 16), UndecodableContent);
+    EXPECT_EQ(StatusInTiles(100, 100, 16, 0), UndecodableContent);
+    // Nor may a row of a tile end within a byte.
+    const auto inBits = [](std::uint32_t tileWidth) {
+        const auto tiff = RawTiff().Tag(256, 4, 100).Tag(257, 4, 100).Tag(258, 3, 1).Tag(259, 3, 1).Tag(262, 3, 1);
+        const auto tiled = RawTiff(tiff).Tag(322, 4, tileWidth).Tag(323, 4, 128).Tag(324, 4, 8).Tag(325, 4, 64);
+        return OpenBytes(TiffCodec(), tiled.Bytes()).GetStatus();
+    };
+    EXPECT_EQ(inBits(128), Status::Ok);
+    EXPECT_EQ(inBits(124), UndecodableContent);
+}
+
 TEST(HostileTiff, TileWiderThanAnyNumberIsRefused) {
     EXPECT_NE(ReadAllRows(
                   TiffCodec(),
                   GreyOf(60000, 60000).Tag(322, 4, 0xFFFFFFF0).Tag(323, 4, 16).Tag(324, 4, 8).Tag(325, 4, 64).Bytes()),
               Status::Ok);
+}
+
+TEST(HostileTiff, RowMayTakeWhatATileMay) {
+    const auto statusOf = [](std::uint32_t samples) {
+        const auto tiff = GreyOf(65535, 1).Tag(273, 4, 8).Tag(277, 3, samples).Tag(278, 4, 1).Tag(279, 4, 64);
+        return OpenBytes(TiffCodec(), RawTiff(tiff).Bytes()).GetStatus();
+    };
+    EXPECT_EQ(statusOf(4096), Status::Ok);
+    EXPECT_EQ(statusOf(4097), Status::OutOfMemory);
 }
 
 TEST(HostileTiff, MoreSamplesThanMemoryAreRefused) {

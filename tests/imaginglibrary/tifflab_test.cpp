@@ -1,8 +1,12 @@
 // TIFF files of CIE L*a*b* colours, in every encoding of them.
+#include "imaginglibrary/codecs/tiff/tifflab.h"
 #include "tests/support/pictures.h"
 #include "tests/support/tiffmaker.h"
 
 #include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
 
 namespace {
 
@@ -69,6 +73,35 @@ TEST(TiffLab, GreysAreGreyAndRiseWithTheirLightness) {
         EXPECT_LE(RedOf(colors[i - 1]), RedOf(colors[i]));
         EXPECT_LE(std::abs(RedOf(colors[i]) - GreenOf(colors[i])), 1) << i;
         EXPECT_LE(std::abs(BlueOf(colors[i]) - GreenOf(colors[i])), 1) << i;
+    }
+}
+
+// A channel of the screen before it is rounded, by the numbers of CIE 15 and IEC 61966-2-1: 24389/27 and 216/24389, the
+// primaries of sRGB seen under D50.
+std::array<double, 3> ScreenLevels(double lightness, double a, double b) {
+    const double fy = (lightness + 16) / 116;
+    const auto cubed = [](double f) { return f * f * f > 216.0 / 24389 ? f * f * f : (116 * f - 16) * 27 / 24389; };
+    const double x = 0.96422 * cubed(fy + a / 500);
+    const double y = cubed(fy);
+    const double z = 0.82521 * cubed(fy - b / 200);
+    const auto level = [](double linear) {
+        const double light = std::clamp(linear, 0.0, 1.0);
+        return 255 * (light > 0.0031308 ? 1.055 * std::pow(light, 1 / 2.4) - 0.055 : 12.92 * light);
+    };
+    return {level(3.1338561 * x - 1.6168667 * y - 0.4906146 * z), level(-0.9787684 * x + 1.9161415 * y + 0.0334540 * z),
+            level(0.0719453 * x - 0.2289914 * y + 1.4052427 * z)};
+}
+
+// Half a level is lost by rounding and, where the curve is steep, a tenth by its table.
+TEST(TiffLab, DarkAndLightColorsFollowTheFormula) {
+    for (double lightness = 0; lightness <= 100; lightness += lightness < 20 ? 0.125 : 2.5) {
+        for (const auto& [a, b] : {std::pair{0.0, 0.0}, {4.0, 0.0}, {-4.0, 3.0}, {0.0, -6.0}, {30.0, 20.0}}) {
+            const Color color = ColorFromLab(lightness, a, b);
+            const auto expected = ScreenLevels(lightness, a, b);
+            EXPECT_NEAR(RedOf(color), expected[0], 0.61) << lightness << ", " << a << ", " << b;
+            EXPECT_NEAR(GreenOf(color), expected[1], 0.61) << lightness << ", " << a << ", " << b;
+            EXPECT_NEAR(BlueOf(color), expected[2], 0.61) << lightness << ", " << a << ", " << b;
+        }
     }
 }
 

@@ -155,6 +155,14 @@ TEST(Xmp, OfGifWithoutItsTrailerIsPassedOver) {
     EXPECT_EQ(std::string(PacketOfGif("too short")), "");
 }
 
+TEST(Xmp, BlockOfAnotherApplicationIsNone) {
+    std::string gif = WrittenWith(GifCodec(), ListOf({TitleItem}));
+    const std::size_t at = gif.find("XMP DataXMP");
+    ASSERT_NE(at, std::string::npos);
+    gif[at + 10] = 'Q';
+    EXPECT_EQ(PropertiesIn(GifCodec(), gif).Find(700), nullptr);
+}
+
 TEST(Xmp, OfAnExifBlockGivesWayToTheSegment) {
     const std::string exif = ExifMarker(MakeExif({.main = {{700, 1, 5, "other"}}}));
     EXPECT_EQ(*XmpInJpeg(exif), XmpProperty("other"));

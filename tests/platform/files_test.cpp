@@ -112,6 +112,30 @@ TEST_F(PlatformFiles, DuplicateReplacesTheWholeTarget) {
     EXPECT_EQ(FilesIn(folder_.Path().string()).size(), 2u);
 }
 
+TEST_F(PlatformFiles, DuplicateOfALargeFileIsWhole) {
+    std::string bytes(700001, '\0');
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        bytes[i] = static_cast<char>(i * 2654435761u >> 24);
+    }
+    WriteBytes(folder_ / "large", bytes);
+    DuplicateFile(Path("large"), Path("copy"));
+    EXPECT_TRUE(ReadBytes(folder_ / "copy") == bytes);
+}
+
+#ifndef _WIN32
+TEST_F(PlatformFiles, NewTemporaryFileIsEmptyAndNotHeldOpen) {
+    using Entries = std::filesystem::directory_iterator;
+    const auto countOpen = [] { return std::distance(Entries("/proc/self/fd"), Entries()); };
+    const auto before = countOpen();
+    for (int i = 0; i < 3; ++i) {
+        const std::string file = NewTemporaryFile("IMG");
+        EXPECT_EQ(std::filesystem::file_size(file), 0u);
+        RemoveFile(file);
+    }
+    EXPECT_EQ(countOpen(), before);
+}
+#endif
+
 TEST_F(PlatformFiles, SmallFileIsReadUpToAMebibyte) {
     const std::string longest(1 << 20, 'x');
     WriteBytes(folder_ / "longest", longest);

@@ -7,6 +7,14 @@ namespace {
 
 using namespace lumbrix;
 
+TEST(PickerFilter, OffersAllAndEachOfTheFormats) {
+    EXPECT_EQ(PickerFilter(), "All Images (*.bmp;*.gif;*tiff;*.jpg;*.png;*.ico;*.emf;*.wmf)|"
+                              "*.bmp;*.gif;*tiff;*.jpg;*.png;*.ico;*.emf;*.wmf|"
+                              "Bitmap files (*.bmp)|*.bmp|JPEG files (*.jpg)|*.jpg|"
+                              "GIF files (*.gif)|*.gif|TIFF files (*.tiff)|*.tiff|"
+                              "PNG files (*.png)|*.png|ICONS (*.ico)|*.ic");
+}
+
 TEST(PickerFilter, IsCutWithinItsIcons) {
     const std::string filter = PickerFilter();
     EXPECT_EQ(filter.size(), 254u);
