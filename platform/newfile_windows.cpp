@@ -47,12 +47,17 @@ NewFile::~NewFile() {
 }
 
 bool NewFile::Write(const void* bytes, std::size_t count) const {
-    DWORD written = 0;
-    if (!WriteFile(file_, bytes, static_cast<DWORD>(count), &written, nullptr)) {
-        return false;
+    const auto* from = static_cast<const char*>(bytes);
+    while (count > 0) {
+        DWORD step = 0;
+        SetLastError(ERROR_DISK_FULL); // for a disk may take nothing without a word
+        if (!WriteFile(file_, from, static_cast<DWORD>(count), &step, nullptr) || step == 0) {
+            return false;
+        }
+        from += step;
+        count -= step;
     }
-    SetLastError(ERROR_DISK_FULL); // for a disk may take a part without a word
-    return written == count;
+    return true;
 }
 
 bool NewFile::KeepAndClose() {
