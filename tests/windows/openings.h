@@ -96,12 +96,12 @@ class Opening : public testing::Test {
     }
 
     // Half a KiB for each of a thousand openings: less than any bitmap or table of ours takes, and more than the
-    // system's own heap goes up and down. A thread that meets a taken lock for the first time costs a handle that
-    // stays.
+    // system's own heap goes up and down. The first wait of a thread for a lock costs a handle that stays, once for the
+    // program and for either library.
     static void ExpectNothing(const Growth& growth) {
         EXPECT_LE(growth.gdiObjects, 0);
         EXPECT_LE(growth.userObjects, 0);
-        EXPECT_LE(growth.handles, 1);
+        EXPECT_LE(growth.handles, 3);
         EXPECT_LE(growth.bytes, 512 * KiB);
     }
 
