@@ -164,7 +164,7 @@ bool DrawAll(HWND window) {
 TEST_F(PictureOpening, Draw) {
     const std::string drawFile = Path("out2.bmp");
     const Growth growth = Measure(
-        "Draw, with seven tools and undo",
+        "Draw, with six tools, undo and redo",
         [&] {
             std::filesystem::copy_file(folder_ / "source.bmp", drawFile);
             EXPECT_TRUE(DrawWindow(nullptr, drawFile, textFont_, messages_));
