@@ -179,7 +179,16 @@ function(lumbrix_beside_libraries target)
     if(WIN32)
         set(folder ${LUMBRIX_OUTPUT}-tests)
         set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${folder})
-        add_custom_command(TARGET ${target} POST_BUILD COMMAND ${CMAKE_COMMAND} -E copy_if_different
-            $<TARGET_FILE:lumbrix> $<TARGET_FILE:lumbrix_imaging_library> ${folder})
+        # They are copied whenever they have changed, also where no test has.
+        if(NOT TARGET lumbrix_libraries_beside_tests)
+            set(stamp ${CMAKE_BINARY_DIR}/libraries_beside_tests.stamp)
+            add_custom_command(OUTPUT ${stamp} DEPENDS lumbrix lumbrix_imaging_library VERBATIM
+                COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+                COMMAND ${CMAKE_COMMAND} -E copy_if_different
+                    $<TARGET_FILE:lumbrix> $<TARGET_FILE:lumbrix_imaging_library> ${folder}
+                COMMAND ${CMAKE_COMMAND} -E touch ${stamp})
+            add_custom_target(lumbrix_libraries_beside_tests DEPENDS ${stamp})
+        endif()
+        add_dependencies(${target} lumbrix_libraries_beside_tests)
     endif()
 endfunction()

@@ -1,9 +1,12 @@
 // Files and folders through the 8-bit Windows calls.
 #include "platform/errors.h"
 #include "platform/files.h"
+#include "platform/newfile_windows.h"
+#include "platform/text.h"
 
 #include <windows.h>
 
+#include <array>
 #include <memory>
 
 namespace lumbrix {
@@ -93,18 +96,21 @@ std::vector<std::string> Matches(const std::string& pattern) {
     return names;
 }
 
-// Sees to it that a file's bytes are on the disk. False where they cannot be brought there, with the system's error.
-bool FlushToDisk(const std::string& path) {
-    const HANDLE opened = CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (opened == INVALID_HANDLE_VALUE) {
-        return false;
+// False where it cannot be read or written, with the system's error. The source is closed again then: it may be the
+// target.
+bool CopyTo(const NewFile& copy, const std::string& path) {
+    const File source = Open(path, GENERIC_READ, OPEN_EXISTING);
+    std::array<char, 1 << 16> block;
+    DWORD count = 0;
+    while (ReadFile(source.get(), block.data(), block.size(), &count, nullptr)) {
+        if (count == 0) {
+            return true;
+        }
+        if (!copy.Write(block.data(), count)) {
+            return false;
+        }
     }
-    const bool isFlushed = FlushFileBuffers(opened) != 0;
-    const DWORD error = GetLastError();
-    CloseHandle(opened);
-    SetLastError(error);
-    return isFlushed;
+    return false;
 }
 
 } // namespace
@@ -200,13 +206,8 @@ void DuplicateFile(const std::string& source, const std::string& target) {
     if (target.empty()) {
         throw RuntimeError(ERROR_INVALID_NAME, "cannot copy to a file without a name");
     }
-    const std::string beside = NewFileIn(FolderOf(target), "IMG"); // short whatever the target's name
-    if (!CopyFileA(source.c_str(), beside.c_str(), FALSE) ||
-        !SetFileAttributesA(beside.c_str(), FILE_ATTRIBUTE_NORMAL) || !FlushToDisk(beside) ||
-        !MoveFileExA(beside.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) {
-        const DWORD error = GetLastError();
-        DeleteFileA(beside.c_str());
-        SetLastError(error);
+    NewFile copy(ToWide(FolderOf(target))); // of a short name whatever the target's
+    if (!copy || !CopyTo(copy, source) || !copy.PutInPlaceOf(ToWide(target))) {
         Raise("cannot copy to", target);
     }
 }

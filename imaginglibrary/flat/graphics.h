@@ -1,13 +1,13 @@
 // Drawing surfaces behind handles.
 #pragma once
 
+#include "imaginglibrary/core/recursivemutex.h"
 #include "imaginglibrary/flat/flattypes.h"
 #include "imaginglibrary/operations/blend.h"
 #include "imaginglibrary/operations/drawpicture.h"
 
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 namespace imaginglibrary {
@@ -65,7 +65,7 @@ struct DrawingState {
 struct Graphics {
     explicit Graphics(std::unique_ptr<Surface> drawnOn) : surface(std::move(drawnOn)) {}
 
-    std::recursive_mutex mutex; // a watcher of what is drawn may ask for the surface
+    RecursiveMutex mutex; // a watcher of what is drawn may ask for the surface
     std::unique_ptr<Surface> surface;
     DrawingState state;
     std::vector<DrawingState> saved; // a state's number is its place, from 1 on

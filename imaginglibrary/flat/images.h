@@ -3,6 +3,7 @@
 
 #include "imaginglibrary/codecs/codec.h"
 #include "imaginglibrary/core/bitmap.h"
+#include "imaginglibrary/core/recursivemutex.h"
 #include "imaginglibrary/core/rowwatch.h"
 #include "imaginglibrary/flat/extensions.h"
 #include "imaginglibrary/flat/flattypes.h"
@@ -80,7 +81,7 @@ class Image {
     std::shared_ptr<const PixelSource> loaded_; // holds the file; null for an image of a bitmap
     ImageOrigin origin_;
     std::shared_ptr<ImageWatch> watch_ = std::make_shared<ImageWatch>();
-    mutable std::recursive_mutex mutex_; // a watcher may ask for the image that is being drawn on
+    mutable RecursiveMutex mutex_; // a watcher may ask for the image that is being drawn on
     std::shared_ptr<const PixelSource> picture_;
     std::shared_ptr<Bitmap> bitmap_; // the same as picture_ where that is a bitmap made for painting, else null
     std::optional<Result<std::shared_ptr<const PicturePyramid>>> prepared_; // of picture_ as it is now

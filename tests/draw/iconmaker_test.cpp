@@ -4,6 +4,7 @@
 #include "platform/errors.h"
 #include "tests/draw/iconview.h"
 #include "tests/support/fakemessages.h"
+#include "tests/support/resources.h"
 #include "tests/support/temporaryfolder.h"
 #include "tests/toolkit/ownwindow.h"
 #include "toolkit/handles.h"
@@ -286,11 +287,11 @@ TEST_F(IconMaker, IconThatCannotBeWrittenIsRaised) {
 
 TEST_F(IconMaker, GivesBackWhatItTook) {
     IconOf(100, Distinct);
-    const DWORD before = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    const int before = CountGdiObjects();
     for (int i = 0; i < 30; ++i) {
         IconOf(100, Distinct);
     }
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), before + 5);
+    EXPECT_LE(CountGdiObjects(), before);
 }
 
 } // namespace

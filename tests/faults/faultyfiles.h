@@ -52,6 +52,11 @@ class FaultyFiles {
     FaultyFiles& operator=(const FaultyFiles&) = delete;
 };
 
+#ifdef _WIN32
+// Has the calls of a library fail too, as long as it is loaded.
+void TakeCallsOfLibrary(const char* name);
+#endif
+
 // On Linux: whether files have a name from the start, as on file systems that know no others.
 extern bool lacksUnnamedFiles;
 

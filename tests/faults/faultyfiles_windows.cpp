@@ -2,6 +2,8 @@
 // they are called are its own.
 #include "tests/faults/faultyfiles.h"
 
+#include "tests/support/importslot.h"
+
 #include <windows.h>
 
 namespace {
@@ -75,6 +77,22 @@ BOOL WINAPI MoveW(const wchar_t* from, const wchar_t* to, DWORD flags) {
 }
 
 } // namespace
+
+void tests::TakeCallsOfLibrary(const char* name) {
+    const auto take = [library = GetModuleHandleA(name)](const char* function, auto* replacement) {
+        if (void** const slot = ImportSlot(library, function); slot != nullptr) {
+            PutIntoSlot(slot, reinterpret_cast<void*>(replacement));
+        }
+    };
+    take("CreateFileA", OpenFileA);
+    take("CreateFileW", OpenFileW);
+    take("WriteFile", WriteToFile);
+    take("FlushFileBuffers", FlushFile);
+    take("SetFileInformationByHandle", ChangeFile);
+    take("CloseHandle", CloseAnyHandle);
+    take("MoveFileExA", MoveA);
+    take("MoveFileExW", MoveW);
+}
 
 extern "C" {
 extern decltype(&OpenFileA) createFileA __asm__("__imp__CreateFileA@28");

@@ -1,6 +1,8 @@
 // A picture in memory to draw on.
 #include "toolkit/offscreen.h"
 
+#include "tests/support/resources.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -45,11 +47,11 @@ TEST(Offscreen, OneWithoutAreaIsFalse) {
 }
 
 TEST(Offscreen, GivesBackWhatItTook) {
-    const DWORD before = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    const int before = tests::CountGdiObjects();
     for (int i = 0; i < 50; ++i) {
         const OffscreenPicture picture({30, 20}, 24);
     }
-    EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), before + 5);
+    EXPECT_LE(tests::CountGdiObjects(), before);
     // Handles run out well before this.
     for (int i = 0; i < 70000; ++i) {
         const OffscreenPicture picture({1, 1}, 24);
