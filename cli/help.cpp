@@ -13,8 +13,8 @@ constexpr const char* Remarks[] = {
     "Formats read: BMP, JPEG, PNG, GIF, TIFF, ICO (on Windows EMF and WMF too).",
     "Formats written: .bmp .jpg .jpeg .gif .tif .tiff .png; the target's extension or --to names the format.",
     "Where there is one SOURCE, - is the standard input; as TARGET, with --to, it is the standard output.",
-    "Options may stand anywhere behind the command, and -- ends them: behind it, or with ./ in front, a file's name "
-    "may begin with a dash.",
+    ("Options may stand anywhere behind the command, and -- ends them: behind it, or with ./ in front, a file's name "
+     "may begin with a dash."),
     "A value stands behind its option or behind a sign of equality: --jobs 4, --jobs=4, -j 4, -j4.",
     "Where several files are written a failure is told at once, the work goes on, and a line of counts closes it.",
     "In JSON, bytes that are not UTF-8 are replaced by U+FFFD.",

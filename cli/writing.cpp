@@ -111,6 +111,7 @@ std::vector<PlannedFile> PlanInto(const Call& call, const Arguments& arguments, 
         sources.insert(sources.end(), names.begin(), names.end());
     }
     std::vector<Intent> intents;
+    intents.reserve(sources.size());
     for (const std::string& source : sources) {
         intents.push_back(IntentFor(PathOf(source), PathOf(call.folder), arguments));
     }
