@@ -93,7 +93,7 @@ void EditBlock(const PropertyList& source, fuzz::Choices& choices) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     constexpr std::size_t ChoiceBytes = 16;
     const std::size_t blockBytes = count > ChoiceBytes ? count - ChoiceBytes : 0;
     fuzz::Choices choices(bytes + blockBytes, count - blockBytes);
@@ -109,5 +109,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
 
     PropertyList ofFile;
     ReadTiffProperties(tests::MemoryInput({block.begin(), block.end()}), ofFile);
-    return 0;
 }
