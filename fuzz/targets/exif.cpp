@@ -58,6 +58,15 @@ void CheckRoundTrip(const PropertyList& items, std::endian order) {
     fuzz::Require(again.MakeBlock() == made, "a block made of its own items is the same");
 }
 
+void CheckShortened(const PropertyList& items, std::size_t mostBytes) {
+    ExifBlock block(std::endian::native);
+    for (const Property& item : items.Items()) {
+        block.Add(item);
+    }
+    block.Shorten(mostBytes);
+    fuzz::Require(block.MakeBlock().size() <= mostBytes, "a block is made as short as it must be");
+}
+
 // A number of bytes for a tag that the block may have.
 Property ItemFrom(fuzz::Choices& choices, const PropertyList& items) {
     Property item{choices.Of<std::uint16_t>(), static_cast<PropertyType>(choices.Below(13)), {}};
@@ -106,6 +115,7 @@ void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     EditBlock(items, choices);
     FitToPicture(items, choices.Of<std::uint16_t>(), 7);
     RemoveOrientation(items);
+    CheckShortened(items, choices.Of<std::uint16_t>() % 4096);
 
     PropertyList ofFile;
     ReadTiffProperties(tests::MemoryInput({block.begin(), block.end()}), ofFile);
