@@ -1,5 +1,5 @@
 // Changes a PNG file in its chunks, and mends their lengths and checksums: otherwise hardly a change would get past
-// them.
+// them. What is deflated is changed as it was before.
 #include <zlib.h>
 
 #include <algorithm>
@@ -58,8 +58,96 @@ std::string FileOf(const std::vector<Chunk>& chunks) {
 
 void MutateContent(std::string& content, std::size_t most) {
     const std::size_t before = content.size();
-    content.resize(std::max(most, before));
+    content.resize(std::max({most, before, std::size_t{1}}));
     content.resize(LLVMFuzzerMutate(reinterpret_cast<std::uint8_t*>(content.data()), before, content.size()));
+}
+
+constexpr std::size_t MostInflatedBytes = std::size_t{1} << 16;
+
+// As far as it can be inflated.
+std::string Inflated(const std::string& deflated) {
+    std::string result(MostInflatedBytes, '\0');
+    z_stream stream{};
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(deflated.data()));
+    stream.avail_in = static_cast<uInt>(deflated.size());
+    stream.next_out = reinterpret_cast<Bytef*>(result.data());
+    stream.avail_out = static_cast<uInt>(result.size());
+    if (inflateInit(&stream) == Z_OK) {
+        inflate(&stream, Z_FINISH);
+        inflateEnd(&stream);
+    }
+    result.resize(stream.total_out);
+    return result;
+}
+
+std::string Deflated(const std::string& bytes) {
+    uLongf length = compressBound(bytes.size());
+    std::string result(length, '\0');
+    compress2(reinterpret_cast<Bytef*>(result.data()), &length, reinterpret_cast<const Bytef*>(bytes.data()),
+              bytes.size(), Z_BEST_COMPRESSION);
+    result.resize(length);
+    return result;
+}
+
+struct Rows {
+    std::size_t bytes; // of one, with its filter
+    std::size_t count;
+};
+
+// What a header promises where nothing is interlaced; nothing for more than an input has the time for.
+Rows RowsOf(const std::string& header) {
+    constexpr std::size_t HeaderBytes = 13;
+    constexpr std::size_t Channels[] = {1, 1, 3, 1, 2, 2, 4, 4};
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(header.data());
+    if (header.size() != HeaderBytes || bytes[12] != 0) {
+        return {};
+    }
+    const std::uint32_t width = Number(bytes);
+    const std::uint32_t height = Number(bytes + 4);
+    const std::size_t rowBytes = 1 + (std::size_t{width} * bytes[8] * Channels[bytes[9] & 7] + 7) / 8;
+    return height > 0 && rowBytes <= MostInflatedBytes / height ? Rows{rowBytes, height} : Rows{};
+}
+
+// All image data, in one chunk or two, of the length that the header promises.
+void MutateImageData(std::vector<Chunk>& chunks, std::minstd_rand& random, std::size_t most) {
+    const auto isData = [](const Chunk& chunk) { return chunk.name == "IDAT"; };
+    std::string deflated;
+    for (const Chunk& chunk : chunks) {
+        deflated += isData(chunk) ? chunk.content : std::string();
+    }
+    std::string bytes = Inflated(deflated);
+    const Rows rows = RowsOf(chunks[0].content);
+    if (random() % 2 == 0) {
+        MutateContent(bytes, most);
+    }
+    if (rows.count > 0) {
+        bytes.resize(rows.bytes * rows.count);
+        for (std::size_t changes = random() % 4; changes > 0; --changes) {
+            bytes[random() % rows.count * rows.bytes] = static_cast<char>(random() % 6); // one filter is none
+        }
+    }
+    deflated = Deflated(bytes);
+    const auto first = std::find_if(chunks.begin(), chunks.end(), isData);
+    chunks.erase(std::remove_if(first + 1, chunks.end(), isData), chunks.end());
+    first->content = deflated;
+    if (random() % 4 == 0) {
+        const std::size_t split = random() % deflated.size();
+        first->content.resize(split);
+        chunks.insert(first + 1, {"IDAT", deflated.substr(split)});
+    }
+}
+
+// Behind a name and the number of the method.
+void MutateDeflated(std::string& content, std::size_t most) {
+    constexpr std::size_t MethodBytes = 1;
+    const std::size_t nameEnd = content.find('\0');
+    if (nameEnd == std::string::npos || content.size() - nameEnd <= 1 + MethodBytes) {
+        return;
+    }
+    const std::size_t start = nameEnd + 1 + MethodBytes;
+    std::string bytes = Inflated(content.substr(start));
+    MutateContent(bytes, most);
+    content = content.substr(0, start) + Deflated(bytes);
 }
 
 void MutateChunks(std::vector<Chunk>& chunks, std::minstd_rand& random, std::size_t most) {
@@ -81,8 +169,18 @@ void MutateChunks(std::vector<Chunk>& chunks, std::minstd_rand& random, std::siz
     case 3:
         chunks[which].name = Names[any(std::size(Names))];
         break;
-    default:
+    case 4:
+    case 5:
         MutateContent(chunks[which].content, most);
+        break;
+    default:
+        if (chunks[which].name == "IDAT") {
+            MutateImageData(chunks, random, most);
+        } else if (chunks[which].name == "zTXt" || chunks[which].name == "iCCP") {
+            MutateDeflated(chunks[which].content, most);
+        } else {
+            MutateContent(chunks[which].content, most);
+        }
         break;
     }
 }

@@ -4,6 +4,8 @@
 #include "fuzz/support/choices.h"
 
 #include <algorithm>
+#include <functional>
+#include <string_view>
 #include <vector>
 
 namespace fuzz {
@@ -12,10 +14,11 @@ using namespace imaginglibrary;
 
 namespace {
 
-constexpr std::uint64_t MostPixels = std::uint64_t{1} << 22;
+constexpr std::uint64_t MostPixels = std::uint64_t{1} << 20;
 
-// Every byte of a row counts: what was never written to is noticed where the tools can tell.
-volatile std::uint8_t seen;
+// Every byte of a row counts: what was never written to is noticed where the tools can tell. The hash is the standard
+// library's own and takes no time to speak of, which a loop under the sanitizers does.
+volatile std::size_t seen;
 
 } // namespace
 
@@ -31,11 +34,7 @@ bool ReadSomeRows(const PixelSource& picture) {
         if ((*rows)->ReadRow(row.data()) != Status::Ok) {
             return false;
         }
-        std::uint8_t sum = 0;
-        for (const std::uint8_t byte : row) {
-            sum = static_cast<std::uint8_t>(sum + byte);
-        }
-        seen = sum;
+        seen = std::hash<std::string_view>{}({reinterpret_cast<const char*>(row.data()), row.size()});
     }
     return true;
 }

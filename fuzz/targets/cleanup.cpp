@@ -59,7 +59,7 @@ std::vector<std::string> LinesOf(const std::string& text) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     static const OwnFolder folder;
     for (const char* name : Names) {
         std::ofstream(folder.Path() + name) << 'x';
@@ -79,5 +79,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     for (const char* name : Names) {
         fuzz::Require(folder.Has(name) != named.contains(name), "what the list names goes, everything else stays");
     }
-    return 0;
 }

@@ -50,12 +50,11 @@ void ReadPicture(const Decoder& picture) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     static const Codec& codec = tests::CodecOf(LUMBRIX_FUZZED_FORMAT);
     const auto file = std::make_shared<tests::MemoryInput>(std::string(reinterpret_cast<const char*>(bytes), count));
     const auto picture = codec.open(file);
     if (picture.Ok()) {
         ReadPicture(**picture);
     }
-    return 0;
 }

@@ -27,7 +27,7 @@ std::uint32_t SideFrom(fuzz::Choices& choices) {
 PictureInfo InfoFrom(fuzz::Choices& choices) {
     PictureInfo info{.width = SideFrom(choices), .height = SideFrom(choices)};
     info.width = std::min(info.width, 65535u);
-    info.height = std::min(info.height, std::max(1u, 16384u / info.width));
+    info.height = std::min(info.height, std::max(1u, 262144u / info.width));
     info.format = Formats[choices.Below(Formats.size())];
     info.resolution = {Resolutions[choices.Below(Resolutions.size())], Resolutions[choices.Below(Resolutions.size())]};
     if (IsIndexed(info.format)) {
@@ -116,7 +116,7 @@ void CheckWritten(const Codec& codec, const PictureInfo& info, const std::string
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     static const Codec& codec = tests::CodecOf(LUMBRIX_FUZZED_FORMAT);
     fuzz::Choices choices(bytes, count);
     const PictureInfo info = InfoFrom(choices);
@@ -139,5 +139,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     }
     fuzz::Require(status == Status::Ok || fault != 0 || status == Status::InvalidParameter,
                   "a sound picture is written, or refused for its options");
-    return 0;
 }

@@ -58,6 +58,15 @@ void CheckRoundTrip(const PropertyList& items, std::endian order) {
     fuzz::Require(again.MakeBlock() == made, "a block made of its own items is the same");
 }
 
+void CheckShortened(const PropertyList& items, std::size_t mostBytes) {
+    ExifBlock block(std::endian::native);
+    for (const Property& item : items.Items()) {
+        block.Add(item);
+    }
+    block.Shorten(mostBytes);
+    fuzz::Require(block.MakeBlock().size() <= mostBytes, "a block is made as short as it must be");
+}
+
 // A number of bytes for a tag that the block may have.
 Property ItemFrom(fuzz::Choices& choices, const PropertyList& items) {
     Property item{choices.Of<std::uint16_t>(), static_cast<PropertyType>(choices.Below(13)), {}};
@@ -93,7 +102,7 @@ void EditBlock(const PropertyList& source, fuzz::Choices& choices) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     constexpr std::size_t ChoiceBytes = 16;
     const std::size_t blockBytes = count > ChoiceBytes ? count - ChoiceBytes : 0;
     fuzz::Choices choices(bytes + blockBytes, count - blockBytes);
@@ -106,8 +115,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     EditBlock(items, choices);
     FitToPicture(items, choices.Of<std::uint16_t>(), 7);
     RemoveOrientation(items);
+    CheckShortened(items, choices.Of<std::uint16_t>() % 4096);
 
     PropertyList ofFile;
     ReadTiffProperties(tests::MemoryInput({block.begin(), block.end()}), ofFile);
-    return 0;
 }

@@ -18,8 +18,100 @@ void TakeOrientationOut(const std::string& packet) {
     for (std::size_t i = 0; i < packet.size(); ++i) {
         fuzz::Require(without[i] == packet[i] || without[i] == ' ', "only blanks are put in");
     }
-    fuzz::Require(WithoutOrientation(without) == without, "nothing is left to be taken out");
 }
+
+// A packet that is well formed, and what it becomes without its orientations, written side by side.
+class OrientedPacket {
+  public:
+    explicit OrientedPacket(fuzz::Choices& choices) : choices_(choices) {
+        for (std::size_t left = choices_.Below(3) + 1; left > 0; --left) {
+            prefixes_.push_back(std::string(choices_.Below(80) + 1, static_cast<char>('a' + left)));
+        }
+        Put("<rdf:RDF");
+        for (const std::string& prefix : prefixes_) {
+            Put(" xmlns:" + prefix + (choices_.Coin() ? "=" : " = ") + Quoted("http://ns.adobe.com/tiff/1.0/"));
+        }
+        Put(">");
+        while (!choices_.AtEnd()) {
+            PutDescription();
+        }
+        Put("</rdf:RDF>");
+    }
+
+    void Check() const {
+        fuzz::Require(WithoutOrientation(given_) == expected_, "orientations become blanks, all else stays");
+    }
+
+  private:
+    void Put(const std::string& text) {
+        given_ += text;
+        expected_ += text;
+    }
+
+    void PutOrientation(const std::string& text) {
+        given_ += text;
+        expected_.append(text.size(), ' ');
+    }
+
+    // What stands between the quotes of an attribute, in an element or in a comment.
+    std::string Text() {
+        std::string text = choices_.Bytes(choices_.Byte() % 48);
+        std::erase_if(text, [](char c) { return c == '<' || c == '&' || c == '"' || c == '\'' || c == '-'; });
+        return text;
+    }
+
+    std::string Quoted(const std::string& text) {
+        const char quote = choices_.Coin() ? '"' : '\'';
+        return quote + text + quote;
+    }
+
+    std::string Name() { return prefixes_[choices_.Below(prefixes_.size())] + ":Orientation"; }
+
+    void PutDescription() {
+        Put("<rdf:Description");
+        for (std::size_t attributes = choices_.Below(4); attributes > 0; --attributes) {
+            Put(" ");
+            const std::string value = Quoted(Text());
+            choices_.Coin() ? PutOrientation(Name() + "=" + value) : Put("z:Orientation=" + value);
+        }
+        Put(">");
+        for (std::size_t elements = choices_.Below(4); elements > 0; --elements) {
+            PutElement(Name(), Text());
+        }
+        Put("</rdf:Description>");
+    }
+
+    void PutElement(const std::string& name, const std::string& text) {
+        switch (choices_.Below(7)) {
+        case 0:
+            PutOrientation("<" + name + ">" + text + "</" + name + ">");
+            break;
+        case 1:
+            PutOrientation("<" + name + " rdf:value=" + Quoted(text) + "/>");
+            break;
+        case 2:
+            Put("<!-- <" + name + ">" + text + "</" + name + "> -->");
+            break;
+        case 3:
+            Put("<![CDATA[ <" + name + "> ]]>");
+            break;
+        case 4:
+            Put("<z:Orientation>" + text + "</z:Orientation>");
+            break;
+        case 5:
+            Put("<" + name + "s>" + text + "</" + name + "s>");
+            break;
+        default:
+            Put(text);
+            break;
+        }
+    }
+
+    fuzz::Choices& choices_;
+    std::vector<std::string> prefixes_;
+    std::string given_;
+    std::string expected_;
+};
 
 // A packet that could be read is read again from what a JPEG and a GIF file hold of it.
 void CarryPacket(const std::string& packet) {
@@ -39,6 +131,26 @@ void CarryPacket(const std::string& packet) {
         fuzz::Require(reader.Packet() == carried, "a packet comes back from a JPEG file");
     }
     PacketOfGif(GifContentOf(carried));
+}
+
+// One that fills several segments: what it describes comes back as a whole.
+void CarryLargePacket(fuzz::Choices& choices) {
+    constexpr std::size_t MostRepetitions = 64;
+    const std::size_t repetitions = choices.Below(MostRepetitions) + 1;
+    const std::string text = choices.Rest();
+    std::string descriptions;
+    for (std::size_t i = 0; i < repetitions; ++i) {
+        descriptions += text;
+    }
+    PropertyList items;
+    items.Set(XmpProperty("<rdf:RDF>" + descriptions + "</rdf:RDF>"));
+    const auto segments = MakeJpegXmp(XmpOf(items));
+    JpegXmpReader reader;
+    for (auto segment = segments.rbegin(); segment != segments.rend(); ++segment) { // in any order
+        reader.Add(*segment);
+    }
+    fuzz::Require(segments.empty() || reader.Packet().find(descriptions) != std::string::npos,
+                  "a large packet comes back from a JPEG file");
 }
 
 // Segments as a file may have them: each begins with its length.
@@ -73,9 +185,9 @@ void ReadProfile(const std::string& bytes) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     fuzz::Choices choices(bytes, count);
-    switch (choices.Below(6)) {
+    switch (choices.Below(8)) {
     case 0:
         TakeOrientationOut(choices.Rest());
         break;
@@ -91,9 +203,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     case 4:
         PacketOfGif(choices.Rest());
         break;
-    default:
+    case 5:
         ReadProfile(choices.Rest());
         break;
+    case 6:
+        OrientedPacket(choices).Check();
+        break;
+    default:
+        CarryLargePacket(choices);
+        break;
     }
-    return 0;
 }

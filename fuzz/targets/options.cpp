@@ -91,10 +91,10 @@ void TakeArguments(const std::vector<std::string>& words) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     const auto words = WordsOf({reinterpret_cast<const char*>(bytes), count});
     if (words.empty()) {
-        return 0;
+        return;
     }
     Try([&] { TakeArguments(words); });
     for (const std::string& word : words) {
@@ -103,5 +103,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     }
     TakeNames(words);
     NearestWord(words[0], words);
-    return 0;
 }

@@ -45,7 +45,7 @@ void OutlineText(fuzz::Choices& choices, std::u16string_view text) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t count) {
+void fuzz::Take(const std::uint8_t* bytes, std::size_t count) {
     fuzz::Choices choices(bytes, count);
     fuzz::Choices styles = choices;
     const std::string text = choices.Rest();
@@ -59,5 +59,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t cou
     FindFamily(wide);
     FindFamily(lumbrix::ToWide(text.substr(0, MostCharacters)));
     OutlineText(styles, wide);
-    return 0;
 }

@@ -275,6 +275,25 @@ TEST(BmpBomb, LargestPictureOfNothingIsNotHeld) {
     ExpectCheapToTurn(BmpCodec(), {RleBmp(65535) + "\1\1\0\1"s}, Status::OutOfMemory);
 }
 
+// ICO
+
+std::string IconOf(std::uint32_t side) {
+    return "\0\0\1\0\1\0\0\0\0\0\1\0\1\0"s + LittleEndian(0, 4) + LittleEndian(22, 4) + LittleEndian(40, 4) +
+           LittleEndian(side, 4) + LittleEndian(2 * side, 4) + LittleEndian(1, 2) + LittleEndian(1, 2) +
+           LittleEndian(0, 24) + LittleEndian(0, 4) + LittleEndian(0xFFFFFF, 4);
+}
+
+// Of the gibibyte not even the addresses are taken.
+TEST(IcoBomb, PictureThatPromisesMuchIsRefused) {
+    const RepeatedFile file{IconOf(16384)};
+    ExpectCheap(Status::OutOfMemory, [&] {
+        constexpr rlimit Gibibyte{std::size_t{1} << 30, std::size_t{1} << 30};
+        setrlimit(RLIMIT_AS, &Gibibyte);
+        const auto picture = IcoCodec().open(file.Open());
+        return picture.Ok() ? ReadAllRows(**picture) : picture.GetStatus();
+    });
+}
+
 // TIFF
 
 struct TiffField {

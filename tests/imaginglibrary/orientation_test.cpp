@@ -47,6 +47,24 @@ TEST(XmpOrientation, PrefixIsTheOneBeforeTheNamespace) {
               head + "b:Orientation='1' " + std::string(17, ' ') + " c:Orientation='3'/>");
 }
 
+TEST(XmpOrientation, PrefixMayBeLongAndOneOfMany) {
+    std::string head = "<a ";
+    for (int i = 0; i < 20; ++i) {
+        head += "xmlns:" + std::string(80, 't') + std::to_string(i) + "='http://ns.adobe.com/tiff/1.0/' ";
+    }
+    const std::string last = std::string(80, 't') + "19:Orientation='6'";
+    EXPECT_EQ(WithoutOrientation(head + last + "/>"), head + std::string(last.size(), ' ') + "/>");
+}
+
+TEST(XmpOrientation, OnlyTagsGiveANamespaceItsPrefix) {
+    const std::string binding = "xmlns:q=\"http://ns.adobe.com/tiff/1.0/\"";
+    for (const std::string& other : {"<!--" + binding + "-->", "<b note='" + binding + "'/>", binding,
+                                     "<b xmlns:q=\"http://ns.adobe.com/tiff/1.0/more\"/>"s}) {
+        const std::string head = Bound + ">" + other;
+        EXPECT_EQ(WithoutOrientation(head + "<b q:Orientation='6'/>"), head + "<b q:Orientation='6'/>");
+    }
+}
+
 TEST(XmpOrientation, WhatIsNoneStays) {
     for (const std::string& packet :
          {"<a tiff:Orientation='6'/>"s, // without the namespace

@@ -136,6 +136,18 @@ TEST(Inflating, TakesWhatIsNoDeflateForBroken) {
     EXPECT_EQ(InflateInPieces({0x79, 0x18, 0x03, 0, 0, 0, 0, 1}, 100, 100).state, InflateState::Broken); // the method
 }
 
+// The last code ends behind the input, and is none for where it reaches back to.
+TEST(Inflating, TakesNothingOffWhatIsBroken) {
+    const Octets deflated{0x78, 0xDA, 0x02, 0x53, 0x51, 0x01, 0x03, 0x86, 0x81,
+                          0x04, 0xCC, 0x38, 0xC4, 0x01, 0x97, 0x80, 0x01, 0x00};
+    Octets output(156);
+    std::span<const std::uint8_t> from(deflated);
+    std::span<std::uint8_t> to(output);
+    EXPECT_EQ(Inflater().Inflate(from, to), InflateState::Broken);
+    EXPECT_EQ(from.size(), deflated.size());
+    EXPECT_EQ(to.size(), output.size());
+}
+
 TEST(Inflating, HasNoDictionary) {
     EXPECT_EQ(InflateInPieces({0x78, 0x20, 0, 0, 0, 1, 0x03, 0, 0, 0, 0, 1}, 100, 100).state, InflateState::Broken);
 }

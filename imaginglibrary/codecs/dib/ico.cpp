@@ -116,6 +116,10 @@ class IconPicture : public Decoder {
         if (!colors.Ok()) {
             return colors.GetStatus();
         }
+        if (std::uint64_t{BytesPerRow(info_.format, info_.width)} * info_.height >
+            MaximumPictureBytesOf(file_->Size())) {
+            return Status::OutOfMemory;
+        }
         auto bitmap = Bitmap::Create(info_);
         if (!bitmap.Ok()) {
             return bitmap.GetStatus();

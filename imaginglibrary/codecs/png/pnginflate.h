@@ -23,8 +23,8 @@ class Inflater {
     Inflater& operator=(const Inflater&) = delete;
 
     // Takes what it can off the front of `from`, which may be more than it needs for what it gives, and what it fills
-    // off the front of `to`. While it GoesOn and does neither, it lacks one or the other. Must not be asked again once
-    // it is Ended or Broken.
+    // off the front of `to`; nothing where it is Broken. While it GoesOn and does neither, it lacks one or the other.
+    // Must not be asked again once it is Ended or Broken.
     InflateState Inflate(std::span<const std::uint8_t>& from, std::span<std::uint8_t>& to);
 
   private:

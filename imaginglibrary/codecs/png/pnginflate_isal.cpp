@@ -22,12 +22,11 @@ InflateState Inflater::Inflate(std::span<const std::uint8_t>& from, std::span<st
     state.avail_in = static_cast<std::uint32_t>(from.size());
     state.next_out = to.data();
     state.avail_out = static_cast<std::uint32_t>(to.size());
-    const int result = isal_inflate(&state);
+    if (isal_inflate(&state) != ISAL_DECOMP_OK) {
+        return InflateState::Broken; // and what is left may be one byte less than nothing
+    }
     from = from.last(state.avail_in);
     to = to.last(state.avail_out);
-    if (result != ISAL_DECOMP_OK) {
-        return InflateState::Broken;
-    }
     return state.block_state == ISAL_BLOCK_FINISH ? InflateState::Ended : InflateState::GoesOn;
 }
 

@@ -26,12 +26,12 @@ InflateState Inflater::Inflate(std::span<const std::uint8_t>& from, std::span<st
     stream.next_out = to.data();
     stream.avail_out = static_cast<uInt>(to.size());
     const int result = inflate(&stream, Z_NO_FLUSH);
+    if (result != Z_OK && result != Z_BUF_ERROR && result != Z_STREAM_END) {
+        return InflateState::Broken;
+    }
     from = from.last(stream.avail_in);
     to = to.last(stream.avail_out);
-    if (result == Z_STREAM_END) {
-        return InflateState::Ended;
-    }
-    return result == Z_OK || result == Z_BUF_ERROR ? InflateState::GoesOn : InflateState::Broken;
+    return result == Z_STREAM_END ? InflateState::Ended : InflateState::GoesOn;
 }
 
 } // namespace imaginglibrary
