@@ -118,8 +118,7 @@ FileResult FileWorker::Write(const PlannedFile& file) const {
     }
     std::error_code error;
     const std::uintmax_t bytes = fs::file_size(file.target, error);
-    const FileResult result{Fate::Written, job.Width(), job.Height(), error ? job.BytesWritten() : bytes,
-                            job.Warning()};
+    FileResult result{Fate::Written, job.Width(), job.Height(), error ? job.BytesWritten() : bytes, job.Warning()};
     if (!result.message.empty() && !work_.isQuiet) {
         progress_.Tell(MessageLine(result.message));
     }
