@@ -123,21 +123,6 @@ TEST(XmpOrientation, WhatDoesNotEndStays) {
     }
 }
 
-// A prefix may be told of 64 bytes before the namespace, and eight of them.
-TEST(XmpOrientation, PrefixesUpToALimitCount) {
-    const std::string address = "'http://ns.adobe.com/tiff/1.0/' ";
-    for (const std::size_t blanks : {55u, 56u}) { // beside "xmlns:t=" and the quote
-        const std::string packet = "<a xmlns:t=" + std::string(blanks, ' ') + address + "t:Orientation='6'/>";
-        EXPECT_EQ(WithoutOrientation(packet), blanks == 55 ? Blanked(packet, "t:Orientation='6'") : packet);
-    }
-    std::string packet = "<a ";
-    for (const char prefix : "123456789"s) {
-        packet += "xmlns:"s + prefix + "=" + address;
-    }
-    EXPECT_EQ(WithoutOrientation(packet + "8:Orientation='6'/>"), packet + std::string(17, ' ') + "/>");
-    EXPECT_EQ(WithoutOrientation(packet + "9:Orientation='6'/>"), packet + "9:Orientation='6'/>");
-}
-
 TEST(XmpOrientation, BrokenPacketsKeepTheirLength) {
     const std::string whole = Bound +
                               "tiff:Orientation='6'><tiff:Orientation a='b'>6</tiff:Orientation><!-- --><?x ?>" +
