@@ -77,9 +77,11 @@ class PickerPreview : public FilePicker {
         const std::uint32_t area = program_.PutInside(&all, sizeof all);
         const std::uint32_t context = program_.CallInside("user32.dll", "GetDC", {Number(Pane())});
         const std::uint32_t black = program_.CallInside("gdi32.dll", "GetStockObject", {BLACK_BRUSH});
-        program_.CallInside("user32.dll", "FillRect", {context, area, black});
+        ASSERT_TRUE(WaitFor([&] { // again where the dialog, newly opened, was still to be painted
+            program_.CallInside("user32.dll", "FillRect", {context, area, black});
+            return PaneAt(20) == 0 && PaneAt(85) == 0;
+        })) << "it is not black";
         program_.CallInside("user32.dll", "ReleaseDC", {Number(Pane()), context});
-        ASSERT_TRUE(WaitFor([&] { return PaneAt(20) == 0 && PaneAt(85) == 0; })) << "it is not black";
         program_.CallInside("user32.dll", "InvalidateRect", {Number(Pane()), 0, TRUE});
     }
 
