@@ -70,6 +70,12 @@ class PictureOpening : public Opening, private ActionWindows {
     void ShowCropDimensions() override {}
     ActionWindows& Windows() { return *this; }
 
+    void OpenFreeEdit() {
+        messages_.begun = 0;
+        ShowTransformWindow(nullptr, order_, freeEdit_, messages_);
+    }
+    bool IsLoaded() const { return messages_.begun > 0 && messages_.waits == 0; }
+
     FakeOrder order_;
     FakeMessages messages_;
     AnnotateState annotating_;
@@ -115,18 +121,14 @@ void PressLabel(HWND window, int label) {
 
 TEST_F(PictureOpening, FreeEdit) {
     const auto save = [&](HWND window) {
-        if (messages_.begun == 0 || messages_.waits != 0) {
+        if (!IsLoaded()) {
             return false;
         }
         PressLabel(window, transformwindow::SaveLabel);
         return true;
     };
     const Growth growth = Measure(
-        "Free Edit, with a save",
-        [&] {
-            messages_.begun = 0;
-            ShowTransformWindow(nullptr, order_, freeEdit_, messages_);
-        },
+        "Free Edit, with a save", [&] { OpenFreeEdit(); },
         [&] {
             const Visit close{FreeEditCaption, [&](HWND window) {
                                   if (messages_.begun < 2) {
@@ -180,7 +182,7 @@ TEST_F(PictureOpening, Draw) {
 TEST_F(PictureOpening, FreeEditWithItsOwnWindows) {
     const auto press = [&](int label) {
         return Visit{FreeEditCaption, [=, this](HWND window) {
-                         if (messages_.begun == 0 || messages_.waits != 0 || !IsWindowEnabled(window)) {
+                         if (!IsLoaded() || !IsWindowEnabled(window)) {
                              return false;
                          }
                          PressLabel(window, label);
@@ -190,11 +192,7 @@ TEST_F(PictureOpening, FreeEditWithItsOwnWindows) {
     const Visit close{FreeEditCaption,
                       [](HWND window) { return IsWindowEnabled(window) && PostMessageA(window, WM_CLOSE, 0, 0); }};
     const Growth growth = Measure(
-        "Free Edit, with skew dialog and Draw",
-        [&] {
-            messages_.begun = 0;
-            ShowTransformWindow(nullptr, order_, freeEdit_, messages_);
-        },
+        "Free Edit, with skew dialog and Draw", [&] { OpenFreeEdit(); },
         [&] {
             return std::deque{press(transformwindow::SkewLabel), Pressing("Skewing", skewdialog::SetButton),
                               press(transformwindow::DrawLabel), Visit{drawwindow::Caption, DrawAll}, close};
