@@ -112,6 +112,20 @@ int IntegerOf(FcPattern* font, const char* object, int otherwise) {
     return FcPatternGetInteger(font, object, 0, &value) == FcResultMatch ? value : otherwise;
 }
 
+// Whether a font has to be made bold. Where the system's rules ask for that they call the font itself bold already.
+bool HasToBeEmboldened(FcPattern* font) {
+    FcBool isAsked = FcFalse;
+    return IntegerOf(font, FC_WEIGHT, FC_WEIGHT_REGULAR) < FC_WEIGHT_DEMIBOLD ||
+           (FcPatternGetBool(font, FC_EMBOLDEN, 0, &isAsked) == FcResultMatch && isAsked == FcTrue);
+}
+
+// The same for a slant.
+bool HasToBeSlanted(FcPattern* font) {
+    FcMatrix* asked = nullptr;
+    return IntegerOf(font, FC_SLANT, FC_SLANT_ROMAN) == FC_SLANT_ROMAN ||
+           (FcPatternGetMatrix(font, FC_MATRIX, 0, &asked) == FcResultMatch && asked->xy != 0);
+}
+
 // Whether a call of FreeType's worked. What fails for want of memory is no gap in a font.
 bool Worked(FT_Error error) {
     if (error == FT_Err_Out_Of_Memory) {
@@ -171,8 +185,8 @@ class LinuxFontFace : public FontFace {
         face->family_ = std::move(family);
         face->isBold_ = isBold;
         face->isItalic_ = isItalic;
-        face->makeBold_ = isBold && IntegerOf(font, FC_WEIGHT, FC_WEIGHT_REGULAR) < FC_WEIGHT_DEMIBOLD;
-        face->makeItalic_ = isItalic && IntegerOf(font, FC_SLANT, FC_SLANT_ROMAN) == FC_SLANT_ROMAN;
+        face->makeBold_ = isBold && HasToBeEmboldened(font);
+        face->makeItalic_ = isItalic && HasToBeSlanted(font);
         return face;
     }
 
@@ -190,7 +204,7 @@ class LinuxFontFace : public FontFace {
 
     FontMeasures Measures() const override {
         const auto* os2 = static_cast<const TT_OS2*>(FT_Get_Sfnt_Table(face_, FT_SFNT_OS2));
-        const bool hasOs2 = os2 != nullptr && os2->version != 0xFFFF;
+        const bool hasOs2 = os2 != nullptr;
         const double ascent = hasOs2 ? os2->usWinAscent : face_->ascender;
         const double descent = hasOs2 ? os2->usWinDescent : -face_->descender;
         const double thickness = face_->underline_thickness;
@@ -239,9 +253,6 @@ class LinuxFontFace : public FontFace {
 
     // Another font that has a character which this one lacks; null where there is none. Fonts once found are kept.
     const LinuxFontFace* StandInFor(char32_t character) const {
-        if (isStandIn_) {
-            return nullptr;
-        }
         for (const auto& known : standIns_) {
             if (FT_Get_Char_Index(known->face_, character) != 0) {
                 return known.get();
@@ -252,7 +263,6 @@ class LinuxFontFace : public FontFace {
         if (found == nullptr || FT_Get_Char_Index(found->face_, character) == 0) {
             return nullptr;
         }
-        std::const_pointer_cast<LinuxFontFace>(found)->isStandIn_ = true;
         standIns_.push_back(std::move(found));
         return standIns_.back().get();
     }
@@ -265,7 +275,6 @@ class LinuxFontFace : public FontFace {
     bool isItalic_ = false;
     bool makeBold_ = false;
     bool makeItalic_ = false;
-    bool isStandIn_ = false;
     mutable std::vector<std::shared_ptr<const LinuxFontFace>> standIns_;
 };
 
