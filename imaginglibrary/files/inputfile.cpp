@@ -35,6 +35,9 @@ bool ByteReader::Refill() {
     next_ = 0;
     const auto read = file_->ReadAt(bufferStart_, buffer_.get(), BufferBytes);
     filled_ = read.Ok() ? *read : 0;
+    if (!read.Ok()) {
+        failure_ = read.GetStatus();
+    }
     return filled_ != 0;
 }
 

@@ -36,11 +36,17 @@ class ByteReader {
     std::uint64_t Position() const { return bufferStart_ + next_; }
     void Seek(std::uint64_t offset);
 
-    // Gives back how many of `count` bytes there were; 0 at the end of the file and after an error.
+    // Gives back how many of `count` bytes there were: fewer at the end of the file and where reading fails.
     std::size_t Read(void* buffer, std::size_t count);
 
-    // The next byte, or -1 at the end of the file.
+    // The next byte, or -1 where there is none.
     int ReadByte();
+
+    // Why reading has failed; Ok where it has not, for the end of the file is no failure.
+    Status Failure() const { return failure_; }
+
+    // What a missing byte means for those who need it: a file that is too short, or the failure.
+    Status WhyNoMore() const { return failure_ == Status::Ok ? UndecodableContent : failure_; }
 
   private:
     bool Refill();
@@ -49,6 +55,7 @@ class ByteReader {
     std::uint64_t bufferStart_;
     std::size_t next_ = 0;
     std::size_t filled_ = 0;
+    Status failure_ = Status::Ok;
     std::unique_ptr<std::uint8_t[]> buffer_;
 };
 

@@ -64,7 +64,7 @@ class RleRows : public RowReader {
           bits_(dib.bitsPerPixel), topDown_(dib.topDown), starts_(dib.height) {}
 
     // Finds the start of every row, in the file's order.
-    RleData FindRows(std::uint64_t pixels) {
+    Result<RleData> FindRows(std::uint64_t pixels) {
         std::uint32_t row = 0;
         std::uint32_t column = 0;
         bytes_.Seek(pixels);
@@ -85,6 +85,9 @@ class RleRows : public RowReader {
             case Command::Kind::EndOfBitmap:
                 return RleData::Whole;
             case Command::Kind::EndOfFile:
+                if (bytes_.Failure() != Status::Ok) {
+                    return bytes_.Failure();
+                }
                 if (row == 0 && column == 0) {
                     return RleData::None;
                 }
@@ -126,11 +129,11 @@ class RleRows : public RowReader {
                 break;
             case Command::Kind::Move:
                 if (command.rows > 0) {
-                    return Status::Ok;
+                    return bytes_.Failure();
                 }
                 break;
             default:
-                return Status::Ok;
+                return bytes_.Failure();
             }
             column = std::min(column + command.count, width_);
         }
@@ -188,8 +191,11 @@ class RleRows : public RowReader {
 Result<std::unique_ptr<RowReader>> OpenRleRows(std::shared_ptr<const InputFile> file, const Dib& dib,
                                                std::uint64_t pixels, FileDamage& damage) {
     auto rows = std::make_unique<RleRows>(std::move(file), dib);
-    const RleData data = rows->FindRows(pixels);
-    if (data == RleData::None || (data == RleData::Short && damage.Meet() != Status::Ok)) {
+    const auto data = rows->FindRows(pixels);
+    if (!data.Ok()) {
+        return data.GetStatus();
+    }
+    if (*data == RleData::None || (*data == RleData::Short && damage.Meet() != Status::Ok)) {
         return UndecodableContent;
     }
     return std::unique_ptr<RowReader>(std::move(rows));

@@ -45,13 +45,16 @@ class GifScanner {
     explicit GifScanner(std::shared_ptr<const InputFile> file)
         : reader_(std::move(file)), gif_(DGifOpen(&reader_, ReadFromReader, nullptr)) {}
 
-    GifContents Scan() {
+    Result<GifContents> Scan() {
         if (gif_) {
             KeepScreen();
             while (delays_.size() < MaximumGifFrames && ReadRecord()) {
             }
         }
-        return {.images = delays_.size(), .properties = MakeProperties()};
+        if (reader_.Failure() != Status::Ok) {
+            return reader_.Failure();
+        }
+        return GifContents{.images = delays_.size(), .properties = MakeProperties()};
     }
 
   private:
@@ -216,6 +219,8 @@ class GifScanner {
 
 } // namespace
 
-GifContents ReadGifContents(std::shared_ptr<const InputFile> file) { return GifScanner(std::move(file)).Scan(); }
+Result<GifContents> ReadGifContents(std::shared_ptr<const InputFile> file) {
+    return GifScanner(std::move(file)).Scan();
+}
 
 } // namespace imaginglibrary

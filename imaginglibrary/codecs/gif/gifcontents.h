@@ -16,7 +16,7 @@ struct GifContents {
 
 // Goes through the file from block to block, as far as it is whole. The items: for more than one image their delays and
 // how often they are shown, then the palette and background of the screen, the transparent index of the first image,
-// the first comment and XMP.
-GifContents ReadGifContents(std::shared_ptr<const InputFile> file);
+// the first comment and XMP. A status only where reading fails.
+Result<GifContents> ReadGifContents(std::shared_ptr<const InputFile> file);
 
 } // namespace imaginglibrary

@@ -100,7 +100,7 @@ class GifLines {
         pixels_ += count;
         if (count < Header().width) {
             if (stream_->GetEnd() != GifPixels::End::Marked || !HasEnough() || damage_->Meet() != Status::Ok) {
-                return UndecodableContent;
+                return stream_->WhyNoMore();
             }
         }
         return count;
@@ -206,10 +206,10 @@ class GifDecoder : public Decoder {
 
     Result<std::unique_ptr<RowReader>> OpenRows() const override {
         auto stream = GifStream::Open(file_);
-        if (!stream) {
-            return UndecodableContent;
+        if (!stream.Ok()) {
+            return stream.GetStatus();
         }
-        return std::unique_ptr<RowReader>(std::make_unique<GifRows>(layout_, std::move(stream), damage_));
+        return std::unique_ptr<RowReader>(std::make_unique<GifRows>(layout_, std::move(*stream), damage_));
     }
 
   private:
@@ -222,16 +222,20 @@ class GifDecoder : public Decoder {
 
 Result<std::unique_ptr<Decoder>> OpenGif(std::shared_ptr<const InputFile> file) {
     auto stream = GifStream::Open(file);
-    if (!stream) {
-        return UndecodableContent;
+    if (!stream.Ok()) {
+        return stream.GetStatus();
     }
-    GifContents contents = ReadGifContents(file);
-    GifLayout layout = LayoutOf(stream->Header(), contents.images > 1);
-    if (!IsAcceptableScreen(layout.info, stream->Header())) {
+    auto contents = ReadGifContents(file);
+    if (!contents.Ok()) {
+        return contents.GetStatus();
+    }
+    const GifHeader& header = (*stream)->Header();
+    GifLayout layout = LayoutOf(header, contents->images > 1);
+    if (!IsAcceptableScreen(layout.info, header)) {
         return Status::InvalidParameter;
     }
     return std::unique_ptr<Decoder>(
-        std::make_unique<GifDecoder>(std::move(file), std::move(layout), std::move(contents.properties)));
+        std::make_unique<GifDecoder>(std::move(file), std::move(layout), std::move(contents->properties)));
 }
 
 } // namespace imaginglibrary

@@ -32,12 +32,12 @@ int GifStream::ReadBytes(GifFileType* gif, GifByteType* to, int count) noexcept 
     }
 }
 
-std::unique_ptr<GifStream> GifStream::Open(const std::shared_ptr<const InputFile>& file) {
+Result<std::unique_ptr<GifStream>> GifStream::Open(const std::shared_ptr<const InputFile>& file) {
     std::unique_ptr<GifStream> stream(new GifStream(file));
     int error = 0;
     stream->gif_.reset(DGifOpen(stream.get(), &GifStream::ReadBytes, &error));
     if (!stream->gif_ || !stream->ReadHeader()) {
-        return nullptr;
+        return stream->WhyNoMore();
     }
     return stream;
 }

@@ -29,8 +29,8 @@ struct GifHeader {
 // giflib reads the screen. Belongs to one thread at a time.
 class GifStream {
   public:
-    // Null where the file is broken before its first pixel, or has none.
-    static std::unique_ptr<GifStream> Open(const std::shared_ptr<const InputFile>& file);
+    // UndecodableContent where the file is broken before its first pixel, or has none.
+    static Result<std::unique_ptr<GifStream>> Open(const std::shared_ptr<const InputFile>& file);
 
     const GifHeader& Header() const { return header_; }
 
@@ -40,8 +40,9 @@ class GifStream {
     // where the data are broken or end before the last pixel; what should stand behind that may be missing.
     std::size_t ReadLine(std::uint8_t* indices) { return pixels_->Read(indices, header_.width); }
 
-    // Why a line was short.
+    // Why a line was short, and what that means where it must not be.
     GifPixels::End GetEnd() const { return pixels_->GetEnd(); }
+    Status WhyNoMore() const { return reader_.WhyNoMore(); }
 
   private:
     struct Closer {

@@ -36,7 +36,7 @@ PngStream::~PngStream() { png_destroy_read_struct(&png_, &header_, nullptr); }
 void PngStream::ReadBytes(png_structp png, png_bytep to, png_size_t count) {
     auto* stream = static_cast<PngStream*>(png_get_io_ptr(png));
     if (stream->bytes_.Read(to, count) != count) {
-        stream->exit_.Leave(UndecodableContent);
+        stream->exit_.Leave(stream->bytes_.WhyNoMore());
     }
 }
 

@@ -11,7 +11,9 @@ namespace imaginglibrary {
 
 namespace {
 
-constexpr tmsize_t Failed = -1;
+// Fewer bytes than were asked for. Where a reading fails libtiff clears its buffer from the last byte on that it got,
+// so -1 would let it write before the buffer.
+constexpr tmsize_t Failed = 0;
 
 // Says that the message was dealt with, so that nothing is printed.
 int Silence(TIFF*, void*, const char*, const char*, va_list) { return 1; }
