@@ -95,10 +95,9 @@ bool IsPointer(ExifPlace directory, std::uint16_t tag) { return !ItemTagOf(direc
 
 } // namespace
 
-std::vector<std::uint8_t> MakeDirectory(const ExifDirectory& directory, std::uint32_t start, std::uint32_t next,
-                                        std::endian order) {
+std::vector<std::uint8_t> MakeDirectory(const ExifDirectory& directory, std::uint32_t start, std::endian order) {
     std::vector<std::uint8_t> bytes;
-    AppendDirectory(bytes, directory, start, next, order);
+    AppendDirectory(bytes, directory, start, 0, order);
     return bytes;
 }
 
@@ -194,7 +193,7 @@ std::uint64_t ExifBlock::SetPointers(std::uint64_t start) {
     return data + thumbnailData_.size();
 }
 
-std::vector<std::uint8_t> ExifBlock::MakeDirectories(std::uint64_t start, std::uint32_t next) {
+std::vector<std::uint8_t> ExifBlock::MakeDirectories(std::uint64_t start) {
     const std::uint64_t end = SetPointers(start);
     if (end > std::numeric_limits<std::uint32_t>::max()) {
         return {};
@@ -202,7 +201,7 @@ std::vector<std::uint8_t> ExifBlock::MakeDirectories(std::uint64_t start, std::u
     const auto at = static_cast<std::uint32_t>(start);
     const std::uint64_t thumbnail = end - thumbnailData_.size() - BytesOf(thumbnail_);
     std::vector<std::uint8_t> bytes;
-    AppendDirectory(bytes, main_, at, thumbnail_.empty() ? next : static_cast<std::uint32_t>(thumbnail), order_);
+    AppendDirectory(bytes, main_, at, thumbnail_.empty() ? 0 : static_cast<std::uint32_t>(thumbnail), order_);
     for (const ExifDirectory* directory : {&exif_, &gps_, &interop_, &thumbnail_}) {
         AppendDirectory(bytes, *directory, at, 0, order_);
     }

@@ -18,9 +18,9 @@ struct ExifEntry {
 // By tag, in the order that files must have.
 using ExifDirectory = std::map<std::uint16_t, ExifEntry>;
 
-// The bytes of a directory that stands at `start` in a file of this byte order, its values behind it.
-std::vector<std::uint8_t> MakeDirectory(const ExifDirectory& directory, std::uint32_t start, std::uint32_t next,
-                                        std::endian order);
+// The bytes of a directory that stands at `start` in a file of this byte order, its values behind it. It is the last of
+// its kind.
+std::vector<std::uint8_t> MakeDirectory(const ExifDirectory& directory, std::uint32_t start, std::endian order);
 
 // All directories of a block.
 class ExifBlock {
@@ -41,9 +41,9 @@ class ExifBlock {
     // For TIFF files, which have entries of their own in it.
     ExifDirectory& Main() { return main_; }
 
-    // All directories for a file that has them at `start`, which is even; `next` is where the next main directory of
-    // that file stands. Empty where the file would be longer than its offsets can tell.
-    std::vector<std::uint8_t> MakeDirectories(std::uint64_t start, std::uint32_t next = 0);
+    // All directories for a file that has them at `start`, which is even. Empty where the file would be longer than its
+    // offsets can tell.
+    std::vector<std::uint8_t> MakeDirectories(std::uint64_t start);
 
     // A block of its own, with its header.
     std::vector<std::uint8_t> MakeBlock();

@@ -18,11 +18,6 @@ namespace {
 
 constexpr std::size_t DirectoryOffsetAt = 4;
 
-struct WrittenDirectory {
-    ExifDirectory entries; // each with what stands in the entry itself
-    std::uint32_t next = 0;
-};
-
 // Numbers in the file's byte order.
 struct FileNumbers {
     std::endian order;
@@ -46,7 +41,8 @@ Status ReadBack(OutputFile& file, std::uint64_t offset, std::uint8_t* to, std::s
     return *read == count ? Status::Ok : Status::GenericError;
 }
 
-Status ReadDirectory(OutputFile& file, FileNumbers numbers, WrittenDirectory& directory) {
+// The only directory so far, each entry with what stands in the entry itself.
+Status ReadDirectory(OutputFile& file, FileNumbers numbers, ExifDirectory& directory) {
     std::array<std::uint8_t, 4> number;
     if (const Status status = ReadBack(file, DirectoryOffsetAt, number.data(), 4); status != Status::Ok) {
         return status;
@@ -56,14 +52,13 @@ Status ReadDirectory(OutputFile& file, FileNumbers numbers, WrittenDirectory& di
         return status;
     }
     const std::size_t entries = numbers.Get16(number.data());
-    std::vector<std::uint8_t> bytes(TiffEntryBytes * entries + 4);
+    std::vector<std::uint8_t> bytes(TiffEntryBytes * entries);
     if (const Status status = ReadBack(file, start + 2, bytes.data(), bytes.size()); status != Status::Ok) {
         return status;
     }
     for (std::size_t at = 0; at < TiffEntryBytes * entries; at += TiffEntryBytes) {
-        directory.entries.emplace(numbers.Get16(&bytes[at]), numbers.EntryAt(&bytes[at]));
+        directory.emplace(numbers.Get16(&bytes[at]), numbers.EntryAt(&bytes[at]));
     }
-    directory.next = numbers.Get32(&bytes[TiffEntryBytes * entries]);
     return Status::Ok;
 }
 
@@ -178,15 +173,14 @@ Status WriteDirectories(const std::vector<std::uint8_t>& bytes, std::uint32_t st
 }
 
 // The new directories of a file without a block, or the main directory of one that has the others already.
-std::vector<std::uint8_t> MakeDirectories(ExifBlock& block, const ExifEditor* exif, std::uint64_t start,
-                                          std::uint32_t next) {
+std::vector<std::uint8_t> MakeDirectories(ExifBlock& block, const ExifEditor* exif, std::uint64_t start) {
     if (exif == nullptr) {
-        return block.MakeDirectories(start, next);
+        return block.MakeDirectories(start);
     }
     if (start > std::numeric_limits<std::uint32_t>::max()) {
         return {};
     }
-    auto bytes = MakeDirectory(block.Main(), static_cast<std::uint32_t>(start), next, exif->Order());
+    auto bytes = MakeDirectory(block.Main(), static_cast<std::uint32_t>(start), exif->Order());
     return start + bytes.size() > std::numeric_limits<std::uint32_t>::max() ? std::vector<std::uint8_t>() : bytes;
 }
 
@@ -223,20 +217,20 @@ Status AddTiffProperties(const PropertyList& properties, const ExifEditor* exif,
     if (block.IsEmpty() && properties.Find(ColorProfileTag) == nullptr) {
         return Status::Ok;
     }
-    WrittenDirectory written;
+    ExifDirectory written;
     if (const Status status = ReadDirectory(file, numbers, written); status != Status::Ok) {
         return status;
     }
-    RemoveWhatIsWritten(written.entries, numbers, exif != nullptr ? exif->Block() : std::span<const std::uint8_t>(),
+    RemoveWhatIsWritten(written, numbers, exif != nullptr ? exif->Block() : std::span<const std::uint8_t>(),
                         block.Main());
     SetBytes(block.Main(), ColorProfileTag, PropertyType::Undefined,
-             IsGrey(written.entries, numbers) ? GreyProfileOf(properties) : RgbProfileOf(properties));
+             IsGrey(written, numbers) ? GreyProfileOf(properties) : RgbProfileOf(properties));
     if (block.IsEmpty()) {
         return Status::Ok;
     }
-    block.Main().merge(written.entries);
+    block.Main().merge(written);
     const std::uint64_t start = (file.Size() + 1) / 2 * 2;
-    const auto bytes = MakeDirectories(block, exif, start, written.next);
+    const auto bytes = MakeDirectories(block, exif, start);
     // Items without room below 4 GiB are left out; the picture is whole without them.
     return bytes.empty() ? Status::Ok : WriteDirectories(bytes, static_cast<std::uint32_t>(start), numbers, file);
 }
