@@ -63,7 +63,7 @@ constexpr Example AnnotateExamples[] = {
     {"annotate *.jpg 5 5 Draft --into drafts", "on every JPEG here"},
 };
 constexpr Example StampExamples[] = {
-    {"stamp photo.jpg marked.jpg 10 10 logo.png", "logo.png near the top left corner"},
+    {"stamp photo.jpg marked.jpg 10 10 logo.png", "a logo near the top left corner"},
     {"stamp *.jpg -5 0 logo.png --into marked", "on every JPEG here, the logo cut off at the left"},
 };
 constexpr Example FolderExamples[] = {

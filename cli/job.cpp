@@ -47,8 +47,7 @@ std::int32_t LUMBRIX_CALL GoOnUnlessStopped(void* progress, std::uint32_t rowsDo
 
 std::int32_t LUMBRIX_CALL ReadStandardInput(void* /*context*/, void* buffer, std::uint32_t count) {
     const std::size_t read = std::fread(buffer, 1, count, stdin);
-    const bool hasFailed = (read == 0 && std::ferror(stdin) != 0) || MustStop();
-    return hasFailed ? -1 : static_cast<std::int32_t>(read);
+    return read == 0 && std::ferror(stdin) != 0 ? -1 : static_cast<std::int32_t>(read);
 }
 
 std::int32_t LUMBRIX_CALL WriteStandardOutput(void* bytesWritten, const void* bytes, std::uint32_t count) {

@@ -76,7 +76,7 @@ std::string SharedOptions() {
         section += std::string(".SS ") + group.title + "\nFor " + Plain(CommandsWith(group)) + ".\n" + EntriesOf(group);
     }
     return section + ".SS Everywhere\n" + EntryOf(HelpOption) + ".TP\n" + Bold("-V") + ", " + Bold("--version") +
-           "\nprint the version.\n";
+           "\nPrint the version.\n";
 }
 
 std::string Examples() {
