@@ -1,6 +1,7 @@
 // BMP files in all their historic forms, and what is written back.
 #include "tests/support/bmpmaker.h"
 #include "tests/support/codecs.h"
+#include "tests/support/memoryfiles.h"
 #include "tests/support/pictures.h"
 #include "tests/support/temporaryfolder.h"
 
@@ -375,6 +376,18 @@ TEST_F(Bmp, ClearPaletteEntriesAreWrittenAsWhite) {
     const auto back = OpenPicture(folder_ / "clear.bmp");
     ASSERT_TRUE(back.Ok());
     EXPECT_EQ(ColorsOf(**back), (std::vector<Color>{White, MakeColor(10, 20, 30)}));
+}
+
+TEST_F(Bmp, FullDiskIsTheWritersStatus) {
+    const auto picture = MakePicture(PixelFormat::Rgb24, 200, 200);
+    for (const std::size_t room : {0u, 53u, 60000u, 54u + 600 * 200 - 1}) {
+        MemoryOutput file(room);
+        const Status status = BmpCodec().write(*picture, {}, {}, file);
+        EXPECT_EQ(status == Status::Ok ? file.Commit() : status, MemoryOutput::DiskFull) << room;
+    }
+    MemoryOutput file(54 + 600 * 200);
+    EXPECT_EQ(BmpCodec().write(*picture, {}, {}, file), Status::Ok);
+    EXPECT_EQ(file.Commit(), Status::Ok);
 }
 
 } // namespace

@@ -91,6 +91,19 @@ TEST(DrawPicture, LinearEnlargingRisesEvenly) {
     }
 }
 
+TEST(DrawPicture, HalfAPixelBesideItsPlaceEachPixelIsHalfOfTwo) {
+    const auto across = MakePictureOf(3, 1, [](auto x, auto) { return x == 1 ? White : Black; });
+    const auto drawnAcross = Drawn(across, Affine::Translation(0.5, 0), 4, 1, Resampling::Linear);
+    const auto down = MakePictureOf(1, 3, [](auto, auto y) { return y == 1 ? White : Black; });
+    const auto drawnDown = Drawn(down, Affine::Translation(0, 0.5), 1, 4, Resampling::Linear);
+    for (const auto& drawn : {drawnAcross, drawnDown}) {
+        EXPECT_NEAR(AlphaOf(drawn[0]), 127, 2);
+        EXPECT_NEAR(RedOf(drawn[1]), 127, 2);
+        EXPECT_NEAR(RedOf(drawn[2]), 127, 2);
+        EXPECT_NEAR(AlphaOf(drawn[3]), 127, 2);
+    }
+}
+
 TEST(DrawPicture, NegativeScalesMirror) {
     const auto picture = MakePictureOf(
         3, 2, [](auto x, auto y) { return MakeColor(static_cast<std::uint8_t>(x), static_cast<std::uint8_t>(y), 0); });

@@ -207,8 +207,9 @@ void MakeOlder(const std::filesystem::path& path, std::chrono::seconds age) {
 TEST_F(LinuxFiles, WhatAKilledSaveHasLeftGoesAfterADay) {
     using namespace std::chrono_literals;
     const std::pair<const char*, bool> files[] = {
-        {".imaging-12.tmp", true},  {".imaging-.tmp", false},    {".imaging-1a.tmp", false},
-        {".imaging-12.png", false}, {"b.imaging-12.tmp", false}, {".imaging-777.tmp", false},
+        {".imaging-1234567890.tmp", true}, {".imaging-0.tmp", true},    {".imaging-.tmp", false},
+        {".imaging-1a.tmp", false},        {".imaging-1:.tmp", false},  {".imaging-12.png", false},
+        {"b.imaging-12.tmp", false},       {".imaging-777.tmp", false},
     };
     for (const auto& [name, goes] : files) {
         WriteBytes(folder_ / name, "left");

@@ -49,6 +49,20 @@ TEST_F(FlatBitmaps, SizesAndFormatsAreChecked) {
     EXPECT_EQ(bitmap, nullptr);
 }
 
+// A gigabyte, and half of one in a program of 32 bits.
+TEST(Bitmaps, HoldWhatIsWithinSideAndMemory) {
+    const std::uint32_t rows = sizeof(void*) == 4 ? 4096 : 8192;
+    EXPECT_TRUE(Bitmap::CanHold({.width = 32768, .height = rows, .format = PixelFormat::Argb32}));
+    EXPECT_EQ(Bitmap::Create({.width = 32768, .height = rows + 1, .format = PixelFormat::Argb32}).GetStatus(),
+              Status::OutOfMemory);
+    EXPECT_TRUE(Bitmap::CanHold({.width = 65535, .height = 1, .format = PixelFormat::Rgb24}));
+    EXPECT_EQ(Bitmap::Create({.width = 65536, .height = 1, .format = PixelFormat::Rgb24}).GetStatus(),
+              Status::InvalidParameter);
+    EXPECT_EQ(Bitmap::Create({.width = 1, .height = 0, .format = PixelFormat::Rgb24}).GetStatus(),
+              Status::InvalidParameter);
+    EXPECT_EQ(Bitmap::Create({.width = 1, .height = 1}).GetStatus(), Status::InvalidParameter);
+}
+
 TEST_F(FlatBitmaps, FreshIndexedOnesHaveTheDefaultPalettes) {
     const auto paletteOf = [&](PixelFormat format) {
         const auto path = folder_ / "palette.bmp";

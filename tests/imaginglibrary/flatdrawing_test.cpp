@@ -314,6 +314,27 @@ TEST_F(FlatDrawing, EllipseTouchesBothEndsOfItsRectangle) {
     EXPECT_EQ(CallFlat("GdipDeletePen", pen), Status::Ok);
 }
 
+// 6 wide, about pixels that lie half a pixel below and to the right of the coordinates.
+TEST_F(FlatDrawing, PenLiesHalfInsideTheEllipseAndHalfOutside) {
+    GpPen* pen = nullptr;
+    ASSERT_EQ(CallFlat("GdipCreatePen1", Color{White}, 6.0f, std::int32_t{2}, &pen), Status::Ok);
+    GpImage* const image = NewBitmap(80, 80);
+    GpGraphics* const graphics = NewGraphics(image);
+    CallFlat("GdipSetSmoothingMode", graphics, AntiAlias);
+    EXPECT_EQ(CallFlat("GdipDrawEllipse", graphics, pen, 20.0f, 30.0f, 40.0f, 24.0f), Status::Ok);
+    EXPECT_EQ(CallFlat("GdipDeletePen", pen), Status::Ok);
+    const auto pixels = PixelsOf(image);
+    const auto expect = [&](const char* what, auto alphaAt, const std::vector<int>& inked) {
+        for (int i = 0; i < 80; ++i) {
+            const bool isInked = (i >= inked[0] && i <= inked[1]) || (i >= inked[2] && i <= inked[3]);
+            const bool isEdge = i == inked[0] - 1 || i == inked[1] + 1 || i == inked[2] - 1 || i == inked[3] + 1;
+            EXPECT_NEAR(alphaAt(i), isInked ? 255 : (isEdge ? 127 : 0), isEdge ? 12 : 3) << what << i;
+        }
+    };
+    expect("column ", [&](int i) { return AlphaOf(pixels[static_cast<std::size_t>(42 * 80 + i)]); }, {18, 22, 58, 62});
+    expect("row ", [&](int i) { return AlphaOf(pixels[static_cast<std::size_t>(i * 80 + 40)]); }, {28, 32, 52, 56});
+}
+
 // A pen as wide as the ellipse is high, or as it is wide, leaves no hole in it; a narrower one does.
 TEST_F(FlatDrawing, PenFillsAnEllipseThatIsNoLargerThanItself) {
     const auto middleOf = [&](float width, float height, float penWidth) {

@@ -152,6 +152,8 @@ TEST_F(FlatPoints, UndecodablePictureFailsEachTimeAndIsReadOnce) {
     int tidings = 0;
     WatchWith(image, CountReading, &tidings);
     const std::vector<Color> white(60 * 60, White);
+    EXPECT_EQ(Seen(image, {{60, 0}, {90, 0}, {60, 30}}), white) << "beside the surface";
+    EXPECT_EQ(tidings, 0);
     EXPECT_EQ(Seen(image, upright_, UndecodableContent), white);
     tidings = 0;
     EXPECT_EQ(Seen(image, slanted_, UndecodableContent), white);

@@ -71,6 +71,9 @@ TEST_F(Ico, MaskCountsWhereAlphaIsZeroThroughout) {
     const auto icon = Open(IconFile({{2, 1, 32, DeepIcon(0x00102030, 0x00405060, 0x40)}}));
     ASSERT_TRUE(icon.Ok());
     EXPECT_EQ(ColorsOf(**icon), (std::vector<Color>{0xFF102030, 0x00405060}));
+    const auto other = Open(IconFile({{2, 1, 32, DeepIcon(0x00102030, 0x00405060, 0x80)}}));
+    ASSERT_TRUE(other.Ok());
+    EXPECT_EQ(ColorsOf(**other), (std::vector<Color>{0x00102030, 0xFF405060}));
 }
 
 TEST_F(Ico, MaskMakesHolesInAPalettePicture) {

@@ -154,6 +154,20 @@ TEST(JpegDamage, ArithmeticDataThatEndEarlyShowTheRowOfBlocksInWhichTheyEnd) {
 #endif
 }
 
+TEST(JpegDamage, ArithmeticScansBeforeTheOneThatEndsEarlyAreShownWhole) {
+#if defined(C_ARITH_CODING_SUPPORTED) && defined(D_ARITH_CODING_SUPPORTED)
+    JpegFile file = TallFile();
+    file.isArithmetic = true;
+    file.scans = JpegScans::Progressive;
+    const std::string whole = MakeJpeg(file);
+    const std::size_t second = FindMarker(whole, 0xDA, FindMarker(whole, 0xDA) + 2);
+    const std::size_t headerBytes = 2 + static_cast<std::uint8_t>(whole[second + 3]);
+    const Decoded cut = DecodedJpeg(whole.substr(0, second + headerBytes + 1));
+    EXPECT_TRUE(cut.isDamaged);
+    EXPECT_GT(PeakSignalToNoise(cut.colors, ColorsOf(JpegCodec(), whole)), 20);
+#endif
+}
+
 TEST(JpegDamage, OnlyTheEndMarkerMayBeMissing) {
     for (const JpegScans scans : {JpegScans::One, JpegScans::OnePerComponent, JpegScans::Progressive}) {
         const std::string whole = MakeJpeg({.scans = scans});

@@ -200,8 +200,12 @@ TEST(PngDamage, ManyChunksArePassedOver) {
 }
 
 TEST(PngDamage, UnknownCriticalChunkIsUndecodable) {
-    EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(WholeFile(), PngChunk("PRIV", "must be understood"), "IDAT")),
-              UndecodableContent);
+    for (const char* const name : {"PRIV", "ARIV"}) { // of an even letter, and of an odd one
+        EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(WholeFile(), PngChunk(name, "must be understood"), "IDAT")),
+                  UndecodableContent);
+    }
+    EXPECT_EQ(ReadAllRows(PngCodec(), WithChunk(WholeFile(), PngChunk("pRIV", "may be passed over"), "IDAT")),
+              Status::Ok);
 }
 
 TEST(PngDamage, PaletteMustBeThere) {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -99,6 +101,37 @@ TEST_F(RowPipes, EndWhereReadingFails) {
     EXPECT_EQ(Pipe(RowBytes, 500, 300), Status::OutOfMemory);
     EXPECT_EQ(rowsRead_, 301u);
     EXPECT_LE(rowsUsed_, 300u);
+}
+
+TEST_F(RowPipes, EndWhereReadingFailsWhileTheOtherEndWaitsForMore) {
+    static constexpr std::uint32_t GoodRows = 130; // ten strips
+    std::atomic<std::uint32_t> used{0};
+    class LateFailure : public RowReader {
+      public:
+        explicit LateFailure(const std::atomic<std::uint32_t>& used) : used_(used) {}
+
+        Status ReadRow(std::uint8_t* /*row*/) override {
+            if (read_++ < GoodRows) {
+                return Status::Ok;
+            }
+            while (used_ < GoodRows) {
+                std::this_thread::yield();
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(50)); // so that it waits by now
+            return Status::OutOfMemory;
+        }
+
+      private:
+        const std::atomic<std::uint32_t>& used_;
+        std::uint32_t read_ = 0;
+    };
+    std::unique_ptr<RowReader> rows = std::make_unique<LateFailure>(used);
+    const auto use = [&](std::uint32_t, std::uint8_t*) {
+        ++used;
+        return Status::Ok;
+    };
+    EXPECT_EQ(PipeRows(std::move(rows), RowBytes, 500, use), Status::OutOfMemory);
+    EXPECT_EQ(used, GoodRows);
 }
 
 TEST_F(RowPipes, EndWhereUsingFails) {

@@ -59,6 +59,12 @@ TEST(ThreadBudget, AThreadCountsOnceHoweverManySharesItHolds) {
         EXPECT_TRUE(inner.TakeAnother());
         EXPECT_FALSE(inner.TakeAnother());
     }
+    {
+        ThreadShare outer(budget);
+        { ThreadShare inner(budget); }
+        ThreadShare second(budget);
+        EXPECT_TRUE(second.TakeAnother()) << "however many there were";
+    }
     ThreadShare next(budget);
     EXPECT_TRUE(next.TakeAnother()) << "and is counted anew behind the last of them";
     EXPECT_FALSE(next.TakeAnother());

@@ -164,6 +164,8 @@ TEST(TiffReader, ResolutionIsInDotsPerInch) {
     EXPECT_EQ(resolutionOf(300, RESUNIT_NONE), std::pair(0.0, 0.0));
     EXPECT_EQ(resolutionOf(0, RESUNIT_INCH), std::pair(0.0, 0.0));
     EXPECT_EQ(resolutionOf(1000000, RESUNIT_INCH), std::pair(1000000.0, 0.0)) << "a million is the most";
+    EXPECT_EQ(resolutionOf(500000.5, RESUNIT_INCH), std::pair(500000.5, 0.0));
+    EXPECT_EQ(resolutionOf(500000, RESUNIT_INCH), std::pair(500000.0, 1000000.0));
 }
 
 TEST(TiffReader, TwoReadersOfOneFileDoNotDisturbEachOther) {
