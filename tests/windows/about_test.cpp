@@ -52,7 +52,7 @@ class About : public ProgramTest {
     void Close(const OpenWindow& box) const {
         box.Close();
         box.WaitUntilGone();
-        EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
+        WaitForTheEnd();
     }
 
     // Whether the pointer over the box is the system's of this number.

@@ -97,16 +97,6 @@ class PictureWindowTest : public OwnTemporaryFiles, public ProgramTest {
         window.Close();
         window.WaitUntilGone();
     }
-
-    // Once no further window is open and the action of the main window has ended: a click that waits in line is worked
-    // off only then.
-    void WaitForTheEnd() const {
-        const int box = FlipVerticalCheck;
-        EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
-        const bool wasChecked = program_.IsChecked(box);
-        program_.BeginClick(box);
-        EXPECT_TRUE(WaitFor([&] { return program_.IsChecked(box) != wasChecked; }));
-    }
 };
 
 } // namespace tests

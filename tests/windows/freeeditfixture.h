@@ -82,7 +82,7 @@ class FreeEditTest : public ProgramTest {
     void Close(const FreeEditWindows& opened) const {
         opened.window.Close();
         opened.window.WaitUntilGone();
-        EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
+        WaitForTheEnd();
     }
 
     // As the end of a drag.

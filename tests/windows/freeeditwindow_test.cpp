@@ -152,7 +152,7 @@ TEST_F(FreeEditWindow, AnyNotificationOfItsButtonOpensIt) {
     const OpenWindow window(WaitForTop([](HWND top) { return WindowText(top) == "Change your image"; }));
     window.Close();
     window.WaitUntilGone();
-    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
+    WaitForTheEnd();
 }
 
 TEST_F(FreeEditWindow, UnreadablePictureLeavesTheCanvasWhite) {
@@ -285,7 +285,7 @@ TEST_F(FreeEditWindow, ClosingTheCanvasClosesTheWindow) {
     const FreeEditWindows opened = Open();
     PostMessageA(opened.canvas, WM_SYSCOMMAND, SC_CLOSE, 0);
     opened.window.WaitUntilGone();
-    EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
+    WaitForTheEnd();
 }
 
 TEST_F(FreeEditWindow, CanvasLiesAboveItsOwnerWhicheverIsUsed) {

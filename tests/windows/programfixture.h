@@ -35,6 +35,16 @@ class ProgramTest : public testing::Test {
         return Path(name) + "\\";
     }
 
+    // Once no further window is open and the action of the main window has ended: a click that waits in line is worked
+    // off only then.
+    void WaitForTheEnd() const {
+        const int box = FlipVerticalCheck;
+        EXPECT_TRUE(WaitFor([&] { return IsWindowEnabled(program_.Window()) != 0; }));
+        const bool wasChecked = program_.IsChecked(box);
+        program_.BeginClick(box);
+        EXPECT_TRUE(WaitFor([&] { return program_.IsChecked(box) != wasChecked; }));
+    }
+
     RunningProgram program_;
 };
 
