@@ -243,7 +243,8 @@ void TransformWindow::PlaceCanvas() {
     const RECT size = InPixels({0, 0, units.width, units.height});
     POINT corner{};
     ClientToScreen(Handle(), &corner);
-    SetWindowPos(canvas_.Handle(), HWND_TOP, corner.x, corner.y, size.right, size.bottom, SWP_NOACTIVATE);
+    SetWindowPos(canvas_.Handle(), nullptr, corner.x, corner.y, size.right, size.bottom, SWP_NOACTIVATE | SWP_NOZORDER);
+    canvas_.Raise(); // the window may have come to the front with its new place
 }
 
 void TransformWindow::PaintLabels(int lit) {
