@@ -93,6 +93,13 @@ class About : public ProgramTest {
         ReleaseMouse();
     }
 
+    // Ends the program.
+    static void PressUninstall(const OpenWindow& box) {
+        MoveOver(box, UninstallLine);
+        PressMouse();
+        ReleaseMouseOverNothing();
+    }
+
     // A press that no move comes before.
     static void PressWithoutMoving(const OpenWindow& box, POINT client) {
         Send(box.Window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(client.x, client.y));
@@ -366,7 +373,7 @@ TEST_F(About, UninstallTakesAwayTheShortcutAndEndsTheProgram) {
     WriteBytes(program_.Folder() / "CleanUp.txt", "kept");
     ASSERT_TRUE(std::filesystem::exists(ShortcutOnDesktop()));
     const OpenWindow box = Open();
-    PressOn(box, UninstallLine);
+    PressUninstall(box);
     box.WaitUntilGone();
     program_.WaitUntilGone();
     EXPECT_EQ(program_.Close(), 0u);
@@ -386,7 +393,7 @@ TEST_F(About, UninstallListsAShortcutThatIsInUseFiftyTimes) {
         CreateFileW(ShortcutOnDesktop().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     const OpenWindow box = Open();
-    PressOn(box, UninstallLine);
+    PressUninstall(box);
     program_.WaitUntilGone();
     EXPECT_EQ(program_.Close(), 0u);
     CloseHandle(held);

@@ -3,6 +3,8 @@
 
 #include "tests/support/temporaryfolder.h"
 #include "tests/windows/deadline.h"
+#include "tests/windows/inside.h"
+#include "tests/windows/insiderequest.h"
 #include "tests/windows/sending.h"
 
 namespace tests {
@@ -25,6 +27,45 @@ BOOL CALLBACK TryWindow(HWND window, LPARAM argument) {
         search.found = window;
     }
     return search.found == nullptr;
+}
+
+// What the program of a window has drawn may be on the screen a moment later only.
+void BringToScreen(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (window != nullptr && window != GetDesktopWindow() && process != GetCurrentProcessId()) {
+        Inside(window).Call(InsideHookFile, BringToScreenName, {0});
+    }
+}
+
+// A part of the screen as a BMP file of 32 bits a pixel.
+std::string ScreenBitmap(const RECT& part) {
+    const int width = part.right - part.left;
+    const int height = part.bottom - part.top;
+    BITMAPINFOHEADER header{};
+    header.biSize = sizeof header;
+    header.biWidth = width;
+    header.biHeight = height;
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    std::string pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4, '\0');
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
+    const HGDIOBJ before = SelectObject(memory, bitmap);
+    BitBlt(memory, 0, 0, width, height, screen, part.left, part.top, SRCCOPY);
+    SelectObject(memory, before);
+    GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), pixels.data(), reinterpret_cast<BITMAPINFO*>(&header),
+              DIB_RGB_COLORS);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    BITMAPFILEHEADER file{};
+    file.bfType = 0x4D42;
+    file.bfOffBits = sizeof file + sizeof header;
+    file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
+    return std::string(reinterpret_cast<const char*>(&file), sizeof file) +
+           std::string(reinterpret_cast<const char*>(&header), sizeof header) + pixels;
 }
 
 } // namespace
@@ -99,42 +140,19 @@ void PressKey(WORD key, bool withShift) {
 }
 
 COLORREF PixelAt(POINT screen) {
+    BringToScreen(WindowFromPoint(screen));
+    return PixelSoFarAt(screen);
+}
+
+COLORREF PixelSoFarAt(POINT screen) {
     const HDC context = GetDC(nullptr);
     const COLORREF color = GetPixel(context, screen.x, screen.y);
     ReleaseDC(nullptr, context);
     return color;
 }
 
-std::string ScreenBitmap(const RECT& part) {
-    const int width = part.right - part.left;
-    const int height = part.bottom - part.top;
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof header;
-    header.biWidth = width;
-    header.biHeight = height;
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    std::string pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4, '\0');
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, width, height);
-    const HGDIOBJ before = SelectObject(memory, bitmap);
-    BitBlt(memory, 0, 0, width, height, screen, part.left, part.top, SRCCOPY);
-    SelectObject(memory, before);
-    GetDIBits(screen, bitmap, 0, static_cast<UINT>(height), pixels.data(), reinterpret_cast<BITMAPINFO*>(&header),
-              DIB_RGB_COLORS);
-    DeleteObject(bitmap);
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-    BITMAPFILEHEADER file{};
-    file.bfType = 0x4D42;
-    file.bfOffBits = sizeof file + sizeof header;
-    file.bfSize = static_cast<DWORD>(file.bfOffBits + pixels.size());
-    return std::string(reinterpret_cast<const char*>(&file), sizeof file) +
-           std::string(reinterpret_cast<const char*>(&header), sizeof header) + pixels;
-}
-
 std::string ScreenBitmapOf(HWND window) {
+    BringToScreen(window);
     RECT part{};
     GetClientRect(window, &part);
     MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&part), 2);

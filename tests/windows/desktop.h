@@ -37,11 +37,14 @@ POINT MiddleOf(HWND window);
 // A real key.
 void PressKey(WORD key, bool withShift = false);
 
-// The colour that the screen shows at a place, whichever window it belongs to.
+// The colour that the screen shows at a place, whichever window it belongs to. What that window has drawn is there.
 COLORREF PixelAt(POINT screen);
 
-// A part of the screen, or the client area of a window as the screen shows it, as a BMP file of 32 bits a pixel.
-std::string ScreenBitmap(const RECT& part);
+// The same without waiting until the window has drawn it.
+COLORREF PixelSoFarAt(POINT screen);
+
+// The client area of a window as the screen shows it, as a BMP file of 32 bits a pixel. What the window has drawn is
+// there.
 std::string ScreenBitmapOf(HWND window);
 
 // The whole screen as a BMP file.

@@ -67,10 +67,17 @@ class FreeEditTest : public ProgramTest {
     // With the picture on the canvas.
     FreeEditWindows Open(const std::string& target = "out.png") const {
         FreeEditWindows opened = BeginOpen(Path("picture.bmp"), Path(target));
-        EXPECT_TRUE(WaitFor([&] { return PixelAt(opened.OnCanvas(200, 100)) != RGB(255, 255, 255); }));
+        EXPECT_TRUE(WaitFor([&] { return ShowsPicture(opened); }));
         opened.window.Activate();
         Settle(opened);
         return opened;
+    }
+
+    // Whether the screen shows the picture as it comes up, judged by one place.
+    static bool ShowsPicture(const FreeEditWindows& opened) {
+        const COLORREF seen = PixelAt(opened.OnCanvas(200, 100));
+        return IsNear({GetRValue(seen), GetGValue(seen), GetBValue(seen)},
+                      ColorOfPicture(200.5 / UnitsWidth, 100.5 / UnitsHeight));
     }
 
     // Comes back when the windows have worked off all that was brought about.

@@ -51,6 +51,16 @@ void ServeProcess(DWORD process) {
 
 } // namespace
 
+// Wine draws to the screen when a thread asks for messages and there are none, and a question about the screen is
+// answered behind all that was drawn to it before.
+extern "C" __declspec(dllexport) Argument WINAPI BringToScreen(Argument /*nothing*/) {
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, 0, 0);
+    const HDC screen = GetDC(nullptr);
+    GetPixel(screen, 0, 0);
+    ReleaseDC(nullptr, screen);
+    return 0;
+}
+
 extern "C" __declspec(dllexport) LRESULT CALLBACK CallForTheTest(int code, WPARAM wParam, LPARAM lParam) {
     const auto* sent = reinterpret_cast<const CWPSTRUCT*>(lParam);
     if (code == HC_ACTION && sent->message == RegisterWindowMessageA(InsideMessageName)) {

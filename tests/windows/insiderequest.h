@@ -12,6 +12,10 @@ namespace tests {
 constexpr const char* InsideHookFile = "insidehook.dll";
 constexpr const char* InsideHookName = "CallForTheTest";
 
+// A function of that file to be called within the program: what has been drawn there is on the screen behind it, where
+// it may come later otherwise. Its argument counts for nothing.
+constexpr const char* BringToScreenName = "BringToScreen";
+
 // The message on which the hook does what is asked. Its first argument is the process that asks.
 constexpr const char* InsideMessageName = "LumbrixInsideCall";
 

@@ -38,7 +38,7 @@ TEST_F(LargePicture, TextStandsWhereTheMouseWasAndIsSeenBeforeTheFullSizeIsWritt
     };
     const auto isSeen = [&] {
         for (int x = 0; x < 20; ++x) {
-            if (GetRValue(PixelAt(On(window, Place.x + x, Place.y + 6))) < 128) {
+            if (GetRValue(PixelSoFarAt(On(window, Place.x + x, Place.y + 6))) < 128) {
                 return true;
             }
         }

@@ -61,7 +61,7 @@ void MoveThrough(const std::vector<POINT>& places) {
         << "the mouse is at " << Position().x << "," << Position().y << ", not at " << last.x << "," << last.y;
 }
 
-void SetButton(bool isDown) {
+void SendButton(bool isDown) {
     if (IsUnderWine()) {
         TellDisplay(isDown ? " mousedown 1" : " mouseup 1");
     } else {
@@ -70,6 +70,10 @@ void SetButton(bool isDown) {
         input.mi.dwFlags = isDown ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
         SendInput(1, &input, sizeof input);
     }
+}
+
+void SetButton(bool isDown) {
+    SendButton(isDown);
     EXPECT_TRUE(WaitFor([&] { return (GetAsyncKeyState(VK_LBUTTON) < 0) == isDown; }, GesturePatienceMs))
         << "the mouse button is " << (isDown ? "not pressed" : "still pressed");
 }
@@ -86,6 +90,8 @@ void MoveMouse(POINT screen) {
 void PressMouse() { SetButton(true); }
 
 void ReleaseMouse() { SetButton(false); }
+
+void ReleaseMouseOverNothing() { SendButton(false); }
 
 void ClickAt(POINT screen) {
     MoveMouse(screen);

@@ -10,6 +10,9 @@ void MoveMouse(POINT screen);
 void PressMouse();
 void ReleaseMouse();
 
+// The same after a press that ends its program: with that the system may lose the release, until the next press.
+void ReleaseMouseOverNothing();
+
 // Two clicks on one place in quick succession are a double click.
 void ClickAt(POINT screen);
 
