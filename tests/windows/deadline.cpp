@@ -61,7 +61,20 @@ class Watchdog : public testing::EmptyTestEventListener {
         isOver_ = false;
         isRunning_ = true;
         name_ = NameOf(test);
+        hasFailed_ = false;
         watch_ = std::thread([this] { Watch(); });
+    }
+
+    // googletest can be asked for nothing here.
+    void OnTestPartResult(const testing::TestPartResult& result) override {
+        if (result.failed() && !hasFailed_.exchange(true)) {
+            SaveScreenshotOfTest();
+        }
+    }
+
+    void SaveScreenshotOfTest() const {
+        std::filesystem::create_directories(LUMBRIX_LOGS);
+        SaveScreenshot(std::string(LUMBRIX_LOGS) + "/" + name_ + ".bmp");
     }
 
     void OnTestEnd(const testing::TestInfo& /*test*/) override {
@@ -83,7 +96,6 @@ class Watchdog : public testing::EmptyTestEventListener {
             return;
         }
         Tell();
-        SaveScreenshotOfTest();
         isOver_ = true;
         EndProcesses();
         if (!EndsWithin(limit_ / 2)) {
@@ -115,6 +127,7 @@ class Watchdog : public testing::EmptyTestEventListener {
     std::condition_variable ended_;
     std::chrono::milliseconds limit_{TestLimitMs};
     std::atomic<bool> isOver_ = false;
+    std::atomic<bool> hasFailed_ = false;
     bool isRunning_ = false;
     std::string name_;
     std::vector<std::string> waits_;
@@ -132,12 +145,6 @@ class Watchdog : public testing::EmptyTestEventListener {
 void LimitTests(DWORD limitMs) { Watchdog::Get().Limit(limitMs); }
 
 bool IsTestOver() { return Watchdog::Get().IsOver(); }
-
-void SaveScreenshotOfTest() {
-    std::filesystem::create_directories(LUMBRIX_LOGS);
-    const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
-    SaveScreenshot(std::string(LUMBRIX_LOGS) + "/" + NameOf(test) + ".bmp");
-}
 
 Waiting::Waiting(std::string what) { Watchdog::Get().Enter(std::move(what)); }
 

@@ -1,4 +1,5 @@
-// The time that a test may take: a test that hangs becomes a failed one, and the rest goes on.
+// The time that a test may take: a test that hangs becomes a failed one, and the rest goes on. The first failure of a
+// test leaves a picture of the screen among the logs, named after the test.
 #pragma once
 
 #include <windows.h>
@@ -7,9 +8,9 @@
 
 namespace tests {
 
-// Every test has this long. What is still waited for then is told as a failure of the test, with a picture of the
-// screen; the programs under test are ended, and whoever waits gives up. A test that does not come to its end even so
-// within half the time takes all the tests with it.
+// Every test has this long. What is still waited for then is told as a failure of the test; the programs under test are
+// ended, and whoever waits gives up. A test that does not come to its end even so within half the time takes all the
+// tests with it.
 constexpr DWORD TestLimitMs = 60000;
 
 // Gives the tests that begin from here on another time.
@@ -17,9 +18,6 @@ void LimitTests(DWORD limitMs);
 
 // Whether the running test has had its time. Whoever waits in steps asks.
 bool IsTestOver();
-
-// The whole screen as a BMP file among the logs, named after the running test.
-void SaveScreenshotOfTest();
 
 // What is waited for while this lives, for the report: "the program to start", say. The innermost one is told first.
 class Waiting {

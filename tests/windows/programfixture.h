@@ -20,12 +20,6 @@ class ProgramTest : public testing::Test {
   protected:
     ProgramTest() { WriteBytes(program_.Folder() / "source.bmp", SmallBmp); }
 
-    ~ProgramTest() override {
-        if (HasFailure() && !IsTestOver()) { // what it looked like when it failed
-            SaveScreenshotOfTest();
-        }
-    }
-
     std::string Path(const std::string& name) const { return program_.Path(name); }
     bool Exists(const std::string& name) const { return std::filesystem::exists(program_.Folder() / name); }
     std::string Start(const std::string& name) const { return ReadBytes(program_.Folder() / name).substr(0, 2); }
