@@ -131,11 +131,12 @@ set(LUMBRIX_LEAK_OPTIONS
 
 # A test program on googletest. LABELS names the tiers it belongs to.
 #   lumbrix_test(NAME platform_test SOURCES … LIBRARIES …)
-# DESKTOP is for one that opens windows; nothing runs beside it.
+# DESKTOP is for one that opens windows: on which of the two virtual desktops. Those on one of them run one after the
+# other, the first of all tests, for they take longest and mostly wait; so both should have as much to do.
 # Natively every case is a test of its own. A Windows or a sanitized program is one test, for starting Wine, or looking for
 # leaks at the end of a process, costs more than a case.
 function(lumbrix_test)
-    cmake_parse_arguments(TEST "DESKTOP" "NAME" "SOURCES;LIBRARIES;ENVIRONMENT;LABELS" ${ARGN})
+    cmake_parse_arguments(TEST "" "NAME;DESKTOP" "SOURCES;LIBRARIES;ENVIRONMENT;LABELS" ${ARGN})
     add_executable(${TEST_NAME} ${TEST_SOURCES})
     target_link_libraries(${TEST_NAME} PRIVATE lumbrix_options ${TEST_LIBRARIES} GTest::gtest_main)
     # Tests run in no time and are built three times over. What they do themselves is defined; checking that as well
@@ -157,8 +158,8 @@ function(lumbrix_test)
         set(runner wine-run)
         if(TEST_DESKTOP)
             set(runner wine-desktop)
-            # A busy machine is late with the mouse.
-            list(APPEND properties RUN_SERIAL ON)
+            list(APPEND properties RESOURCE_LOCK desktop_${TEST_DESKTOP} COST 1000)
+            list(APPEND TEST_ENVIRONMENT LUMBRIX_DESKTOP=${TEST_DESKTOP})
         endif()
         add_test(NAME ${TEST_NAME} COMMAND ${CMAKE_SOURCE_DIR}/tools/${runner} $<TARGET_FILE:${TEST_NAME}>)
         set_tests_properties(${TEST_NAME} PROPERTIES ${properties} ENVIRONMENT "${TEST_ENVIRONMENT}")
