@@ -301,6 +301,17 @@ TEST_F(FreeEditWindow, CanvasLiesAboveItsOwnerWhicheverIsUsed) {
     Close(opened);
 }
 
+// What gets the keyboard comes to the front under Wine, and the canvas not with it.
+TEST_F(FreeEditWindow, CanvasLiesAboveItsOwnerThatIsPlacedAnew) {
+    const FreeEditWindows opened = Open();
+    Send(opened.window.Window(), WM_SYSCOMMAND, SC_RESTORE, 0);
+    const auto pathBox = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(opened.window.Item(PathBox)));
+    opened.window.CallInside("user32.dll", "SetFocus", {pathBox}); // of which nobody is told
+    SetWindowPos(opened.window.Window(), nullptr, 20, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_TRUE(WaitUntilLasting([&] { return ShowsPicture(opened); }));
+    Close(opened);
+}
+
 // Numbered files beside the target are nobody's then, for the window that knew the target is forgotten.
 TEST_F(FreeEditWindow, NumberedFilesStayOnceItWasOpen) {
     WriteBytes(program_.Folder() / "out1.bmp", "mine");
