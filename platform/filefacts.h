@@ -26,7 +26,7 @@ bool CanWriteFile(const std::string& path, TextEncoding encoding = TextEncoding:
 // Whether the system opens no further file at this moment, whatever it is. Never so on Windows.
 bool AreTooManyFilesOpen();
 
-// Whether a new file can be made in a folder. Tries it, and leaves nothing behind.
+// Whether a new file can be made in a folder. Tries it, and leaves nothing behind, even if the process is killed.
 bool CanMakeFileIn(const std::string& folder, TextEncoding encoding = TextEncoding::CodePage);
 
 // Whether two names lead to one file that is there.

@@ -1,12 +1,13 @@
 // What can be found out about files on Linux.
 #include "platform/filefacts.h"
+#include "platform/files.h"
+#include "platform/newfile_linux.h"
 
 #include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <filesystem>
-#include <random>
 
 namespace lumbrix {
 
@@ -16,7 +17,7 @@ namespace fs = std::filesystem;
 
 // Without waiting for whoever is at the other end of a pipe.
 bool CanOpen(const std::string& path, int flags) {
-    const int file = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK, 0600);
+    const int file = open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK);
     if (file < 0) {
         return false;
     }
@@ -49,13 +50,7 @@ bool CanWriteFile(const std::string& path, TextEncoding /*encoding*/) { return C
 bool AreTooManyFilesOpen() { return !CanOpen("/", O_RDONLY) && (errno == EMFILE || errno == ENFILE); }
 
 bool CanMakeFileIn(const std::string& folder, TextEncoding /*encoding*/) {
-    std::random_device random;
-    const std::string path = folder + "/." + std::to_string(random()) + ".tmp";
-    const bool isMade = CanOpen(path, O_RDWR | O_CREAT | O_EXCL);
-    if (isMade) {
-        unlink(path.c_str());
-    }
-    return isMade;
+    return NewFile(NameBeside(folder + PathSeparator)).Open(S_IRUSR | S_IWUSR) == 0;
 }
 
 bool IsSameFile(const std::string& one, const std::string& other, TextEncoding /*encoding*/) {

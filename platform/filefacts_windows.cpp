@@ -1,5 +1,6 @@
 // What can be found out about files on Windows.
 #include "platform/filefacts.h"
+#include "platform/newfile_windows.h"
 
 #include <windows.h>
 
@@ -60,12 +61,7 @@ bool CanWriteFile(const std::string& path, TextEncoding encoding) {
 bool AreTooManyFilesOpen() { return false; } // it has room for millions
 
 bool CanMakeFileIn(const std::string& folder, TextEncoding encoding) {
-    wchar_t path[MAX_PATH] = L"";
-    if (GetTempFileNameW(WideName(folder, encoding).Get(), L"IMG", 0, path) == 0) {
-        return false;
-    }
-    DeleteFileW(path);
-    return true;
+    return static_cast<bool>(NewFile(ToWide(folder, encoding)));
 }
 
 bool IsSameFile(const std::string& one, const std::string& other, TextEncoding encoding) {

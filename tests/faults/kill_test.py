@@ -270,7 +270,7 @@ def main():
         print(fault)
     # Between naming a file, or keeping it, and renaming it a kill leaves it under its name of the meantime. That is a
     # matter of microseconds, but under Wine of a good part of a small copy.
-    few = 1 + options.count // 50
+    few = 2 + options.count // 25
     if programs.on_windows:
         few += (killed["copy"] + 2) // 4
     return 1 if faults or sum(scratch.values()) > few or not sum(killed.values()) else 0

@@ -1,6 +1,7 @@
 // What the program's own files are when the system fails it: settings, copies, the clean-up list.
 #include "platform/cleanup.h"
 #include "platform/errors.h"
+#include "platform/filefacts.h"
 #include "platform/files.h"
 #include "platform/registry.h"
 #include "tests/faults/faultyfiles.h"
@@ -110,6 +111,15 @@ TEST_F(OwnFiles, CleanUpListHasNoHalfPaths) {
     EXPECT_EQ(ReadBytes(folder_ / "CleanUp.txt"), "first\r\nsecond\r\n");
 }
 
+// It goes with the handle: were it removed by a call, a kill before that would leave it.
+TEST_F(OwnFiles, FileThatTriesAFolderGoesByItself) {
+    BeginFileFault({});
+    EXPECT_TRUE(CanMakeFileIn(folder_.Path().string()));
+    EndFileFault();
+    EXPECT_EQ(RecordedCalls(), (Calls{FileCall::Open, FileCall::Close}));
+    EXPECT_EQ(CountOfFiles(), 2u);
+}
+
 #ifdef _WIN32
 
 TEST_F(OwnFiles, CopyIsOnTheDiskBeforeItTakesAnothersPlace) {
@@ -160,6 +170,12 @@ TEST_F(OwnLinuxFiles, WhereFilesHaveNamesFromTheStartNothingIsLeftEither) {
     ExpectOldFileWhereAnyCallFails(
         {FileCall::Open, FileCall::Write, FileCall::Flush, FileCall::Close, FileCall::Rename},
         [&] { ReplaceWholeFile(Path("old"), "new"); });
+}
+
+TEST_F(OwnLinuxFiles, FolderIsTriedWhereFilesHaveNamesFromTheStart) {
+    lacksUnnamedFiles = true;
+    EXPECT_TRUE(CanMakeFileIn(folder_.Path().string()));
+    EXPECT_EQ(CountOfFiles(), 2u);
 }
 
 TEST_F(OwnLinuxFiles, InterruptedWriteIsRepeated) {
