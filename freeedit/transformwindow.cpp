@@ -31,7 +31,10 @@ static_assert(static_cast<int>(SliderCode::EndTrack) == TB_ENDTRACK);
 constexpr UINT LoadDelayMs = 100;
 constexpr int CanvasTimer = 1;
 constexpr UINT CanvasDelayMs = 200;
-constexpr UINT RaiseMessage = WM_APP; // of its own: the canvas is to come above it again
+
+// The window's own messages.
+constexpr UINT RaiseMessage = WM_APP; // the canvas is to come above it again
+constexpr UINT OpenedMessage = WM_APP + 1;
 
 // Tells the window that one of its controls has got the keyboard.
 class FocusWatch : public ControlWatch {
@@ -90,7 +93,7 @@ class TransformWindow : public Dialog, private HandOverView {
     Messages& messages_;
     uintptr_t session_ = 0;
     int canvasRaises_ = 0;
-    bool isOpening_ = true; // until the picture is loaded
+    bool isOpening_ = true;
     CanvasTransform transform_;
     Canvas canvas_{transform_};
     std::array<FocusWatch, 2> focusWatches_;
@@ -140,7 +143,7 @@ void TransformWindow::OnTimer(int timer) {
     }
     if (timer == LoadTimer) {
         StopTimer(LoadTimer);
-        isOpening_ = false;
+        PostMessageA(Handle(), OpenedMessage, 0, 0); // for a modal window may be shown right behind its first timer
         LoadPicture(TextOf(PathBox));
         InvalidateRect(Handle(), nullptr, TRUE);
         UpdateWindow(Handle());
@@ -184,6 +187,9 @@ std::optional<LRESULT> TransformWindow::OnMessage(UINT message, WPARAM wordParam
         break;
     case RaiseMessage:
         canvas_.Raise();
+        break;
+    case OpenedMessage:
+        isOpening_ = false;
         break;
     case WM_MOUSEMOVE:
         hover_.MoveTo(Handle(), UnsignedMousePoint(static_cast<std::uint32_t>(longParameter)));
@@ -244,7 +250,7 @@ void TransformWindow::PlaceCanvas() {
     POINT corner{};
     ClientToScreen(Handle(), &corner);
     SetWindowPos(canvas_.Handle(), nullptr, corner.x, corner.y, size.right, size.bottom, SWP_NOACTIVATE | SWP_NOZORDER);
-    canvas_.Raise(); // the window may have come to the front with its new place
+    PostMessageA(Handle(), RaiseMessage, 0, 0); // once the window has come to the front, as it may with its new place
 }
 
 void TransformWindow::PaintLabels(int lit) {

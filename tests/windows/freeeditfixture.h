@@ -58,6 +58,10 @@ class FreeEditTest : public ProgramTest {
         program_.SetText(SourceFileBox, source);
         program_.SetText(TargetBox, target);
         program_.BeginClick(FreeEditButton);
+        return Opened();
+    }
+
+    FreeEditWindows Opened() const {
         const HWND window = WaitForTop([](HWND top) { return WindowText(top) == "Change your image"; });
         const HWND canvas =
             WaitForTop([&](HWND top) { return GetWindow(top, GW_OWNER) == window && WindowText(top).empty(); });

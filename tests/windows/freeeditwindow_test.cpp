@@ -66,6 +66,21 @@ TEST_F(FreeEditWindow, IsAsExpectedInTheSizeOfTheScreen) {
     Close(opened);
 }
 
+// Its picture is loaded before it is shown then, and a modal window is shown in its normal size.
+TEST_F(FreeEditWindow, IsMaximizedAlsoWhereMuchIsToBeWorkedOffAtFirst) {
+    program_.SetText(SourceFileBox, Path("picture.bmp"));
+    program_.BeginClick(FreeEditButton);
+    const DWORD thread = GetWindowThreadProcessId(program_.Window(), nullptr);
+    constexpr ULONGLONG LongerThanTheTimer = 500;
+    for (const ULONGLONG end = GetTickCount64() + LongerThanTheTimer; GetTickCount64() < end;) {
+        PostThreadMessageA(thread, WM_NULL, 0, 0);
+    }
+    const FreeEditWindows opened = Opened();
+    EXPECT_TRUE(WaitFor([&] { return ShowsPicture(opened); }));
+    EXPECT_TRUE(IsZoomed(opened.window.Window()));
+    Close(opened);
+}
+
 TEST_F(FreeEditWindow, LaysItsBarOutAnewInAnotherSize) {
     const FreeEditWindows opened = Open();
     Send(opened.window.Window(), WM_SYSCOMMAND, SC_RESTORE, 0);
