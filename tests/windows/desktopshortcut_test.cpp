@@ -11,9 +11,19 @@ using namespace tests;
 
 constexpr DWORD LateMs = 6000;
 
+// A wait for the shortcut into which midnight falls lasts for a day.
+void LetMidnightPass() {
+    const Waiting waiting("midnight to pass");
+    SYSTEMTIME now{};
+    for (GetLocalTime(&now); now.wHour == 23 && now.wMinute == 59 && now.wSecond >= 30; GetLocalTime(&now)) {
+        Sleep(100);
+    }
+}
+
 class ShortcutOfTheProgram : public testing::Test {
   protected:
     ShortcutOfTheProgram() {
+        LetMidnightPass();
         for (const char* name : {"lumbrix.exe", "lumbrix.dll", "gdiplus.dll"}) {
             std::filesystem::copy_file(std::filesystem::path(LUMBRIX_ARTIFACTS) / name, folder_ / name);
         }
